@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# Builds tyx twice, normally and with AddressSanitizer and
+# UndefinedBehaviorSanitizer, and runs the whole test suite in each build.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+jobs=$(nproc)
+
+run_suite() {
+  local dir=$1
+  shift
+  cmake -S . -B "$dir" -G Ninja -DTYX_WARNINGS_AS_ERRORS=ON "$@"
+  cmake --build "$dir" -j "$jobs"
+  ctest --test-dir "$dir" --output-on-failure -j "$jobs"
+}
+
+run_suite build
+ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
+  run_suite build-sanitize -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTYX_SANITIZE=ON -DTYX_BUILD_BENCHMARKS=OFF

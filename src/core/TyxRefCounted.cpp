@@ -1,0 +1,8 @@
+// Reference-counted root.
+#include <tyx/TyxRefCounted.h>
+
+namespace tyx {
+
+TyxRefCounted::~TyxRefCounted() = default;
+
+} // namespace tyx

@@ -1,0 +1,8 @@
+// Message sink interface.
+#include <tyx/TyxTextHandler.h>
+
+namespace tyx {
+
+TyxTextHandler::~TyxTextHandler() = default;
+
+} // namespace tyx

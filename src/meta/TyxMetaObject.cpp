@@ -1,0 +1,8 @@
+// Object descriptions.
+#include <tyx/TyxMetaObject.h>
+
+namespace tyx {
+
+TyxMetaObject::~TyxMetaObject() = default;
+
+} // namespace tyx
