@@ -25,10 +25,7 @@ class TYX_EXPORT TyxScalar {
 public:
     /// 0 without units.
     TyxScalar() = default;
-    explicit TyxScalar(double value, const TyxUnits &units = TyxUnits())
-        : m_real(value), m_units(units)
-    {
-    }
+    explicit TyxScalar(double value, const TyxUnits &units = TyxUnits()) : m_real(value), m_units(units) {}
     TyxScalar(double re, double im, const TyxUnits &units) : m_real(re), m_imaginary(im), m_units(units) {}
     TyxScalar(const std::complex<double> &value, const TyxUnits &units)
         : m_real(value.real()), m_imaginary(value.imag()), m_units(units)

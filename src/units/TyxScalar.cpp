@@ -80,9 +80,8 @@ int besselOrder(double value)
 {
     if (std::isnan(value))
         return 0;
-    const double clamped =
-        std::clamp(std::trunc(value), static_cast<double>(std::numeric_limits<int>::min()),
-                   static_cast<double>(std::numeric_limits<int>::max()));
+    const double clamped = std::clamp(std::trunc(value), static_cast<double>(std::numeric_limits<int>::min()),
+                                      static_cast<double>(std::numeric_limits<int>::max()));
     return static_cast<int>(clamped);
 }
 
@@ -98,7 +97,8 @@ Complex principalRoot(double re, double im)
     const double x = std::scalbn(re, -exponent);
     const double y = std::scalbn(im, -exponent);
     const double t = std::sqrt((std::fabs(x) + std::hypot(x, y)) * 0.5);
-    const Complex root = x >= 0.0 ? Complex(t, y / (2.0 * t)) : Complex(std::fabs(y) / (2.0 * t), std::copysign(t, y));
+    const Complex root =
+        x >= 0.0 ? Complex(t, y / (2.0 * t)) : Complex(std::fabs(y) / (2.0 * t), std::copysign(t, y));
     return {std::scalbn(root.real(), exponent / 2), std::scalbn(root.imag(), exponent / 2)};
 }
 
@@ -352,19 +352,22 @@ void bessel(TyxScalar &x, const wchar_t *op, RealFn realFn)
 
 TyxScalar &TyxScalar::acos()
 {
-    inverseTrig(*this, L"acos", [](double v) { return std::acos(v); }, [](Complex v) { return std::acos(v); });
+    inverseTrig(
+        *this, L"acos", [](double v) { return std::acos(v); }, [](Complex v) { return std::acos(v); });
     return *this;
 }
 
 TyxScalar &TyxScalar::asin()
 {
-    inverseTrig(*this, L"asin", [](double v) { return std::asin(v); }, [](Complex v) { return std::asin(v); });
+    inverseTrig(
+        *this, L"asin", [](double v) { return std::asin(v); }, [](Complex v) { return std::asin(v); });
     return *this;
 }
 
 TyxScalar &TyxScalar::atan()
 {
-    inverseTrig(*this, L"atan", [](double v) { return std::atan(v); }, [](Complex v) { return std::atan(v); });
+    inverseTrig(
+        *this, L"atan", [](double v) { return std::atan(v); }, [](Complex v) { return std::atan(v); });
     return *this;
 }
 
@@ -412,37 +415,43 @@ TyxScalar &TyxScalar::conj()
 
 TyxScalar &TyxScalar::cos()
 {
-    trig(*this, [](double v) { return std::cos(v); }, [](Complex v) { return std::cos(v); });
+    trig(
+        *this, [](double v) { return std::cos(v); }, [](Complex v) { return std::cos(v); });
     return *this;
 }
 
 TyxScalar &TyxScalar::sin()
 {
-    trig(*this, [](double v) { return std::sin(v); }, [](Complex v) { return std::sin(v); });
+    trig(
+        *this, [](double v) { return std::sin(v); }, [](Complex v) { return std::sin(v); });
     return *this;
 }
 
 TyxScalar &TyxScalar::tan()
 {
-    trig(*this, [](double v) { return std::tan(v); }, [](Complex v) { return std::tan(v); });
+    trig(
+        *this, [](double v) { return std::tan(v); }, [](Complex v) { return std::tan(v); });
     return *this;
 }
 
 TyxScalar &TyxScalar::cosh()
 {
-    trig(*this, [](double v) { return std::cosh(v); }, [](Complex v) { return std::cosh(v); });
+    trig(
+        *this, [](double v) { return std::cosh(v); }, [](Complex v) { return std::cosh(v); });
     return *this;
 }
 
 TyxScalar &TyxScalar::sinh()
 {
-    trig(*this, [](double v) { return std::sinh(v); }, [](Complex v) { return std::sinh(v); });
+    trig(
+        *this, [](double v) { return std::sinh(v); }, [](Complex v) { return std::sinh(v); });
     return *this;
 }
 
 TyxScalar &TyxScalar::tanh()
 {
-    trig(*this, [](double v) { return std::tanh(v); }, [](Complex v) { return std::tanh(v); });
+    trig(
+        *this, [](double v) { return std::tanh(v); }, [](Complex v) { return std::tanh(v); });
     return *this;
 }
 
@@ -462,20 +471,22 @@ TyxScalar &TyxScalar::sinc()
 
 TyxScalar &TyxScalar::exp()
 {
-    unitLessFunction(*this, L"exp", [](double v) { return std::exp(v); }, [](Complex v) { return std::exp(v); });
+    unitLessFunction(
+        *this, L"exp", [](double v) { return std::exp(v); }, [](Complex v) { return std::exp(v); });
     return *this;
 }
 
 TyxScalar &TyxScalar::log()
 {
-    unitLessFunction(*this, L"log", [](double v) { return std::log(v); }, [](Complex v) { return std::log(v); });
+    unitLessFunction(
+        *this, L"log", [](double v) { return std::log(v); }, [](Complex v) { return std::log(v); });
     return *this;
 }
 
 TyxScalar &TyxScalar::log10()
 {
-    unitLessFunction(*this, L"log10", [](double v) { return std::log10(v); },
-                     [](Complex v) { return std::log10(v); });
+    unitLessFunction(
+        *this, L"log10", [](double v) { return std::log10(v); }, [](Complex v) { return std::log10(v); });
     return *this;
 }
 
@@ -694,8 +705,8 @@ TyxScalar TyxScalar::fromPolar(const TyxScalar &magnitude, const TyxScalar &angl
 
 TyxString TyxScalar::toString() const
 {
-    TyxString text = isReal() ? numberText(m_real)
-                              : L"(" + numberText(m_real) + L"," + numberText(m_imaginary) + L")";
+    TyxString text =
+        isReal() ? numberText(m_real) : L"(" + numberText(m_real) + L"," + numberText(m_imaginary) + L")";
     if (!isUnitLess())
         text += L" " + m_units.toString();
     return text;

@@ -146,16 +146,17 @@ bool isBlank(wchar_t c)
 
 // '*' is accepted as a separator and reads like a blank, since the unit part
 // of a number token may hold it ("2 m*s"); it does not end a denominator.
-bool endsToken(wchar_t c) { return isBlank(c) || c == L'*' || c == L'/' || c == L'(' || c == L')'; }
+bool endsToken(wchar_t c)
+{
+    return isBlank(c) || c == L'*' || c == L'/' || c == L'(' || c == L')';
+}
 
 // Parser of the unit syntax. Works without recursion, so that deeply nested
 // or very long text cannot exhaust the stack: the parentheses are matched in
 // a first pass, and a stack of signs stands for the nesting.
 class UnitParser {
 public:
-    UnitParser(const UnitTables &tables, bool withDerived) : m_tables(tables), m_withDerived(withDerived)
-    {
-    }
+    UnitParser(const UnitTables &tables, bool withDerived) : m_tables(tables), m_withDerived(withDerived) {}
 
     /// Parses \p text into \p units and \p scale; on failure returns false
     /// with the reason in error().
@@ -309,7 +310,10 @@ const UnitTables &unitTables()
     return *tables;
 }
 
-bool isKnownUnit(TyxUnits::Unit unit) { return unit >= 0 && unit < TyxUnits::NumUnits; }
+bool isKnownUnit(TyxUnits::Unit unit)
+{
+    return unit >= 0 && unit < TyxUnits::NumUnits;
+}
 
 // The factor from \p from to \p to, both of one category, for an exponent
 // of \p e; the caller divides by it when \p e is negative.
@@ -402,9 +406,8 @@ void TyxUnits::insert(const UnitExp &unitExp)
         *same = unitExp;
     } else {
         entries->push_back(unitExp);
-        std::sort(entries->begin(), entries->end(), [](const UnitExp &a, const UnitExp &b) {
-            return category(a.unit) < category(b.unit);
-        });
+        std::sort(entries->begin(), entries->end(),
+                  [](const UnitExp &a, const UnitExp &b) { return category(a.unit) < category(b.unit); });
     }
     m_list = std::move(entries);
 }
