@@ -15,8 +15,9 @@ namespace tyx {
 /// their list of units; every change builds a new list.
 class TYX_EXPORT TyxUnits {
 public:
-    /// The base units, in the order of the unit table.
-    enum Unit {
+    /// The base units, in the order of the unit table. A code outside the
+    /// table stands for no unit.
+    enum Unit : int {
         UnitLess = 0,
         Meter,
         Centimeter,
@@ -58,7 +59,7 @@ public:
     };
 
     /// The physical categories; units of one category convert into each other.
-    enum Category {
+    enum Category : int {
         UnitLessCategory = 0,
         LengthCategory,
         MassCategory,
