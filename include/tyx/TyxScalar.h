@@ -6,6 +6,7 @@
 
 #include <tyx/TyxString.h>
 #include <tyx/TyxUnits.h>
+#include <tyx/TyxVariantImpl.h>
 
 namespace tyx {
 
@@ -265,5 +266,53 @@ TYX_EXPORT std::ostream &operator<<(std::ostream &os, const TyxScalar &scalar);
 /// bit and leaves \p scalar unchanged.
 TYX_EXPORT std::wistream &operator>>(std::wistream &is, TyxScalar &scalar);
 TYX_EXPORT std::istream &operator>>(std::istream &is, TyxScalar &scalar);
+
+namespace internal {
+
+template <>
+struct TyxVariantTraits<TyxScalar> : TyxBuiltinVariantTraits<TyxScalar, TyxMetaType::Scalar> {
+};
+
+template <>
+struct TyxDefaultCasts<TyxScalar> {
+    /// The text form.
+    static bool toString(const TyxScalar &value, TyxString &text)
+    {
+        text = value.toString();
+        return true;
+    }
+    /// As TyxScalar::fromString.
+    static bool fromString(const TyxString &text, TyxScalar &value)
+    {
+        return TyxScalar::fromString(text, value);
+    }
+    /// 0 without units.
+    static void getDefault(TyxScalar &value) { value = TyxScalar(); }
+};
+
+/// A number becomes a scalar without units; a complex number keeps both parts.
+template <TyxMatrixNumber From>
+struct TyxCast<From, TyxScalar> {
+    static bool cast(const From &from, TyxScalar &to)
+    {
+        to = TyxScalar(numberCast<std::complex<double>>(from), TyxUnits());
+        return true;
+    }
+};
+
+/// A scalar gives its value and drops its units, as a complex number does:
+/// a real or integer target takes the real part, a complex target both
+/// parts (the value would otherwise be lost where the target can hold it),
+/// and bool is true when either part is not 0.
+template <TyxMatrixNumber To>
+struct TyxCast<TyxScalar, To> {
+    static bool cast(const TyxScalar &from, To &to)
+    {
+        to = numberCast<To>(from.complex());
+        return true;
+    }
+};
+
+} // namespace internal
 
 } // namespace tyx

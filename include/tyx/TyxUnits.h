@@ -5,8 +5,10 @@
 #include <memory>
 #include <vector>
 
+#include <tyx/TyxEnum.h>
 #include <tyx/TyxString.h>
 #include <tyx/TyxTextMsg.h>
+#include <tyx/TyxVariantImpl.h>
 
 namespace tyx {
 
@@ -129,6 +131,9 @@ public:
 
     /// The category of \p unit; unit-less for a code outside the table.
     static Category category(Unit unit);
+    /// The units of \p category, their codes named as the unit syntax spells
+    /// them; an empty table for a code outside the categories.
+    static const TyxEnum &enumerator(Category category);
     /// The text of \p unit as the unit syntax spells it ("km"); empty for a
     /// code outside the table.
     static const TyxString &unitName(Unit unit);
@@ -172,5 +177,53 @@ TYX_EXPORT std::ostream &operator<<(std::ostream &os, const TyxUnits &units);
 /// and leaves \p units unchanged.
 TYX_EXPORT std::wistream &operator>>(std::wistream &is, TyxUnits &units);
 TYX_EXPORT std::istream &operator>>(std::istream &is, TyxUnits &units);
+
+namespace internal {
+
+template <>
+struct TyxVariantTraits<TyxUnits> : TyxBuiltinVariantTraits<TyxUnits, TyxMetaType::Units> {
+};
+
+template <>
+struct TYX_EXPORT TyxDefaultCasts<TyxUnits> {
+    /// The text form.
+    static bool toString(const TyxUnits &value, TyxString &text);
+    /// Parses the text; false, leaving \p value alone, when it does not
+    /// parse. A scale in the text is dropped: "mJ" gives the units of "J".
+    static bool fromString(const TyxString &text, TyxUnits &value);
+    /// Unit-less.
+    static void getDefault(TyxUnits &value) { value.clear(); }
+};
+
+/// An integer is taken as a unit code with the exponent 1; a code outside
+/// the table gives no units.
+template <TyxMatrixInteger From>
+struct TyxCast<From, TyxUnits> {
+    static bool cast(const From &from, TyxUnits &to)
+    {
+        int code = -1;
+        if constexpr (std::is_signed_v<From>) {
+            const auto wide = static_cast<int64_t>(from);
+            code = wide >= 0 && wide < TyxUnits::NumUnits ? static_cast<int>(wide) : -1;
+        } else {
+            const auto wide = static_cast<uint64_t>(from);
+            code = wide < TyxUnits::NumUnits ? static_cast<int>(wide) : -1;
+        }
+        to = TyxUnits(static_cast<TyxUnits::Unit>(code), 1.0);
+        return true;
+    }
+};
+
+/// True when there are units.
+template <>
+struct TyxCast<TyxUnits, bool> {
+    static bool cast(const TyxUnits &from, bool &to)
+    {
+        to = !from.isUnitLess();
+        return true;
+    }
+};
+
+} // namespace internal
 
 } // namespace tyx

@@ -13,6 +13,8 @@
 #include <sstream>
 #include <utility>
 
+#include <tyx/TyxVariant.h>
+
 #include "core/TyxPost.h"
 
 namespace tyx {
@@ -108,6 +110,8 @@ std::wstring numberText(double value)
     const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
     return std::wstring(buffer, result.ptr);
 }
+
+const bool joinedVariant = internal::TyxVariantRegistrar::join<TyxScalar>();
 
 const std::array<uint64_t, 171> &factorials()
 {

@@ -11,6 +11,8 @@
 #include <string_view>
 #include <unordered_map>
 
+#include <tyx/TyxVariant.h>
+
 #include "core/TyxPost.h"
 
 namespace tyx {
@@ -129,6 +131,7 @@ struct NamedUnits {
 struct UnitTables {
     std::unordered_map<std::wstring, NamedUnits> derived;
     std::unordered_map<std::wstring, TyxUnits::Unit> base;
+    TyxEnum categories[TyxUnits::NumCategories];
 };
 
 // Exponents that come out within rounding of a whole number become that
@@ -279,6 +282,7 @@ UnitTables *buildTables()
     static UnitTables tables;
     for (int unit = 0; unit < TyxUnits::NumUnits; ++unit) {
         tables.base.emplace(kBaseUnits[unit].name, static_cast<TyxUnits::Unit>(unit));
+        tables.categories[kBaseUnits[unit].category].insert(TyxEnum::Item(unit, kBaseUnits[unit].name));
     }
     // The definitions name base units only, so they parse against the base
     // table while the derived table is still being filled.
@@ -344,6 +348,8 @@ std::wstring numberText(double value)
 }
 
 const TyxString kPrefix = L"Error parsing physical units: ";
+
+const bool joinedVariant = internal::TyxVariantRegistrar::join<TyxUnits>();
 
 } // namespace
 
@@ -475,6 +481,12 @@ TyxUnits::Category TyxUnits::category(Unit unit)
     return isKnownUnit(unit) ? kBaseUnits[unit].category : UnitLessCategory;
 }
 
+const TyxEnum &TyxUnits::enumerator(Category cat)
+{
+    static const TyxEnum none;
+    return cat >= 0 && cat < NumCategories ? unitTables().categories[cat] : none;
+}
+
 const TyxString &TyxUnits::unitName(Unit unit)
 {
     static const std::vector<TyxString> names = [] {
@@ -603,5 +615,29 @@ std::istream &operator>>(std::istream &is, TyxUnits &units)
 {
     return readUnits(is, units);
 }
+
+namespace internal {
+
+bool TyxDefaultCasts<TyxUnits>::toString(const TyxUnits &value, TyxString &text)
+{
+    text = value.toString();
+    return true;
+}
+
+// Success is that the text parsed. Reading through the stream operator would
+// leave the end-of-file bit set after every complete read, so the stream's
+// good state could not tell success from failure.
+bool TyxDefaultCasts<TyxUnits>::fromString(const TyxString &text, TyxUnits &value)
+{
+    TyxTextMsg msg;
+    TyxUnits parsed;
+    parsed.fromString(text, msg);
+    if (!msg.empty())
+        return false;
+    value = parsed;
+    return true;
+}
+
+} // namespace internal
 
 } // namespace tyx

@@ -9,6 +9,8 @@
 #include <numbers>
 #include <sstream>
 
+#include <tyx/TyxVariant.h>
+
 using namespace tyx;
 
 namespace {
@@ -442,6 +444,55 @@ TEST(TyxScalarTest, StreamsUseTheTextForm)
     narrowIn >> read;
     EXPECT_TRUE(narrowIn.fail());
     EXPECT_EQ(read, TyxScalar(2.5, units(L"Hz")));
+}
+
+TEST(TyxScalarTest, VariantHoldsAndConvertsScalars)
+{
+    const TyxVariant held(TyxScalar(2.75, -1.0, units(L"m / s")));
+    EXPECT_EQ(held.type(), TyxMetaType::Scalar);
+    EXPECT_EQ(held.typeName(), L"TyxScalar");
+    EXPECT_TRUE(held.isNumeric());
+    EXPECT_EQ(held.value<double>(), 2.75);
+    EXPECT_EQ(held.value<int>(), 2);
+    EXPECT_EQ(held.value<std::complex<double>>(), std::complex<double>(2.75, -1.0));
+    EXPECT_TRUE(held.value<bool>());
+    EXPECT_TRUE(TyxVariant(TyxScalar(0.0, 1.0, TyxUnits())).value<bool>());
+    EXPECT_FALSE(TyxVariant(TyxScalar(0.0, units(L"m"))).value<bool>());
+    EXPECT_EQ(held.value<TyxString>(), L"(2.75,-1) m / s");
+    EXPECT_EQ(held.value<TyxScalar>().units(), units(L"m / s"));
+
+    EXPECT_EQ(TyxVariant(2.5).value<TyxScalar>(), TyxScalar(2.5));
+    EXPECT_EQ(TyxVariant(7).value<TyxScalar>(), TyxScalar(7.0));
+    EXPECT_EQ(TyxVariant(true).value<TyxScalar>(), TyxScalar(1.0));
+    EXPECT_EQ(TyxVariant(std::complex<double>(1.0, 2.0)).value<TyxScalar>(), TyxScalar(1.0, 2.0, TyxUnits()));
+    EXPECT_EQ(TyxVariant(L"2 km").value<TyxScalar>(), TyxScalar(2000.0, units(L"m")));
+
+    TyxScalar target(9.0);
+    EXPECT_FALSE(TyxVariant(L"2 furlongs").value(TyxMetaType::Scalar, &target));
+    EXPECT_FALSE(TyxVariant(TyxUnits()).value(TyxMetaType::Scalar, &target));
+
+    // Equality is in the left side's type, here a scalar with units.
+    EXPECT_TRUE(TyxVariant(TyxScalar(1.0, units(L"km"))) == TyxVariant(TyxScalar(1000.0, units(L"m"))));
+    EXPECT_FALSE(TyxVariant(TyxScalar(1.0, units(L"km"))) == TyxVariant(TyxScalar(1.0, units(L"s"))));
+    EXPECT_EQ(TyxVariant::prototype(TyxMetaType::Scalar).impl().className(), L"TyxScalar");
+}
+
+TEST(TyxScalarTest, VariantStreamFormReadsBack)
+{
+    std::wostringstream out;
+    out << TyxVariant(TyxScalar(-0.5, units(L"kg m^2 / s^2")));
+    EXPECT_EQ(out.str(), L"TyxScalar,-0.5 m^2 kg / s^2");
+
+    std::wistringstream in(out.str());
+    TyxVariant read;
+    in >> read;
+    EXPECT_FALSE(in.fail());
+    EXPECT_EQ(read.type(), TyxMetaType::Scalar);
+    EXPECT_EQ(read.value<TyxScalar>(), TyxScalar(-0.5, units(L"J")));
+
+    std::wistringstream bad(L"TyxScalar,2 parsecs");
+    bad >> read;
+    EXPECT_TRUE(bad.fail());
 }
 
 } // namespace

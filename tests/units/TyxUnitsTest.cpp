@@ -7,6 +7,8 @@
 #include <numbers>
 #include <sstream>
 
+#include <tyx/TyxVariant.h>
+
 using namespace tyx;
 
 namespace {
@@ -315,6 +317,55 @@ TEST(TyxUnitsTest, CopiesAreIndependent)
     copy.clear();
     EXPECT_TRUE(copy.isUnitLess());
     EXPECT_FALSE(original.isUnitLess());
+}
+
+TEST(TyxUnitsTest, EnumeratorListsTheUnitsOfACategory)
+{
+    const TyxEnum &angles = TyxUnits::enumerator(TyxUnits::AngleCategory);
+    EXPECT_EQ(angles.allKeys(),
+              (std::vector<TyxString>{L"rad", L"mrad", L"urad", L"nrad", L"deg", L"arcmin", L"arcsec"}));
+    EXPECT_EQ(angles.fromString(L"DEG"), TyxUnits::Degree);
+    EXPECT_EQ(TyxUnits::enumerator(TyxUnits::MassCategory).toString(TyxUnits::AtomicMassUnit), L"amu");
+    EXPECT_EQ(TyxUnits::enumerator(TyxUnits::UnitLessCategory).allKeys(),
+              std::vector<TyxString>{L"unitless"});
+    EXPECT_TRUE(TyxUnits::enumerator(static_cast<TyxUnits::Category>(12)).empty());
+    EXPECT_TRUE(TyxUnits::enumerator(static_cast<TyxUnits::Category>(-1)).empty());
+}
+
+TEST(TyxUnitsTest, VariantHoldsAndConvertsUnits)
+{
+    const TyxVariant held(TyxUnits(TyxString(L"m / s")));
+    EXPECT_EQ(held.type(), TyxMetaType::Units);
+    EXPECT_EQ(held.typeName(), L"TyxUnits");
+    EXPECT_FALSE(held.isNumeric());
+    EXPECT_EQ(held.value<TyxString>(), L"m / s");
+    EXPECT_TRUE(held.value<bool>());
+    EXPECT_FALSE(TyxVariant(TyxUnits()).value<bool>());
+    double number = 5.0;
+    EXPECT_FALSE(held.value(TyxMetaType::Double, &number));
+    EXPECT_EQ(number, 0.0);
+
+    // An integer is a unit code; codes outside the table give no units.
+    EXPECT_EQ(TyxVariant(6).value<TyxUnits>(), TyxUnits(TyxUnits::Kilometer));
+    EXPECT_EQ(TyxVariant(uint64_t{27}).value<TyxUnits>(), TyxUnits(TyxUnits::Degree));
+    EXPECT_TRUE(TyxVariant(37).value<TyxUnits>().isUnitLess());
+    EXPECT_TRUE(TyxVariant(-1).value<TyxUnits>().isUnitLess());
+    EXPECT_TRUE(TyxVariant(int64_t{1} << 32 | 1).value<TyxUnits>().isUnitLess());
+    TyxUnits target(TyxUnits::Meter);
+    EXPECT_FALSE(TyxVariant(2.0).value(TyxMetaType::Units, &target));
+
+    EXPECT_EQ(TyxVariant(L"kg m^2 / s^2").value<TyxUnits>(), TyxUnits(TyxString(L"J")));
+    EXPECT_FALSE(TyxVariant(L"kg m^2 / s^").value(TyxMetaType::Units, &target));
+
+    std::wostringstream out;
+    out << held;
+    EXPECT_EQ(out.str(), L"TyxUnits,m / s");
+    std::wistringstream in(L"TyxUnits,  km^2 ");
+    TyxVariant read;
+    in >> read;
+    EXPECT_FALSE(in.fail());
+    EXPECT_EQ(read.value<TyxUnits>(), TyxUnits(TyxUnits::Kilometer, 2.0));
+    EXPECT_TRUE(TyxVariant(TyxUnits(TyxUnits::Meter)) == TyxVariant(L"m"));
 }
 
 } // namespace
