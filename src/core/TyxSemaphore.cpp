@@ -14,10 +14,7 @@ sem_t *semaphore(void *handle) { return static_cast<sem_t *>(handle); }
 
 } // namespace
 
-TyxSemaphore::TyxSemaphore(unsigned int initial)
-{
-    initialize(initial);
-}
+TyxSemaphore::TyxSemaphore(unsigned int initial) { initialize(initial); }
 
 TyxSemaphore::~TyxSemaphore()
 {

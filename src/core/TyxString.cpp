@@ -2,12 +2,12 @@
 #include <tyx/TyxString.h>
 
 #include <cctype>
+#include <climits>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
-#include <climits>
 #include <cwctype>
 #include <iostream>
 #include <optional>
@@ -160,10 +160,7 @@ void TyxString::assignUtf8(const char *utf8)
     assignUtf8(utf8 ? std::string_view(utf8) : std::string_view());
 }
 
-void TyxString::assignUtf8(std::string_view utf8)
-{
-    std::wstring::operator=(fromUTF8(utf8));
-}
+void TyxString::assignUtf8(std::string_view utf8) { std::wstring::operator=(fromUTF8(utf8)); }
 
 TyxString &TyxString::toLower()
 {
@@ -202,10 +199,7 @@ TyxString fromUTF8(std::string_view text)
     return TyxString(widenBytes(text));
 }
 
-std::string toMultibyte(const std::wstring &text)
-{
-    return encodeMultibyte(text).value_or(std::string());
-}
+std::string toMultibyte(const std::wstring &text) { return encodeMultibyte(text).value_or(std::string()); }
 
 TyxString toWide(const std::string &text)
 {
@@ -316,10 +310,7 @@ std::vector<TyxString> splitStr(const TyxString &text, const TyxString &delimite
     return parts;
 }
 
-std::istream &getline(std::istream &is, TyxString &text)
-{
-    return getline(is, text, is.widen('\n'));
-}
+std::istream &getline(std::istream &is, TyxString &text) { return getline(is, text, is.widen('\n')); }
 
 std::istream &getline(std::istream &is, TyxString &text, char delimiter)
 {
@@ -339,10 +330,7 @@ std::wistream &getline(std::wistream &is, TyxString &text, wchar_t delimiter)
     return std::getline(is, static_cast<std::wstring &>(text), delimiter);
 }
 
-std::ostream &operator<<(std::ostream &os, const TyxString &text)
-{
-    return os << toUTF8(text);
-}
+std::ostream &operator<<(std::ostream &os, const TyxString &text) { return os << toUTF8(text); }
 
 void approximate(double value, int64_t limit, int64_t *numerator, int64_t *denominator)
 {
@@ -447,10 +435,7 @@ unsigned long strtoul(const std::wstring &s, int base)
 char *strcat(char *dest, const char *src) { return std::strcat(dest, src); }
 wchar_t *strcat(wchar_t *dest, const wchar_t *src) { return std::wcscat(dest, src); }
 
-int strcmp(const char *a, const char *b)
-{
-    return sign(std::strcmp(a, b));
-}
+int strcmp(const char *a, const char *b) { return sign(std::strcmp(a, b)); }
 
 int strcmp(const wchar_t *a, const wchar_t *b)
 {
@@ -474,10 +459,7 @@ int sprintf(char *dest, const char *format, ...)
     return result;
 }
 
-int vsprintf(char *dest, const char *format, va_list args)
-{
-    return std::vsprintf(dest, format, args);
-}
+int vsprintf(char *dest, const char *format, va_list args) { return std::vsprintf(dest, format, args); }
 
 int sprintf(wchar_t *dest, const wchar_t *format, ...)
 {

@@ -74,15 +74,9 @@ bool enableParallelLoops(bool enable)
     return previous;
 }
 
-bool useParallelLoops()
-{
-    return parallelLoopsSwitch();
-}
+bool useParallelLoops() { return parallelLoopsSwitch(); }
 
-bool isTimingLoops()
-{
-    return false;
-}
+bool isTimingLoops() { return false; }
 
 void swapBytes(void *data, size_t count, size_t elementSize, bool parallel)
 {
@@ -103,15 +97,9 @@ void swapBytes(void *data, size_t count, size_t elementSize, bool parallel)
     });
 }
 
-double epsilonDouble()
-{
-    return 2.220446049250313e-16;
-}
+double epsilonDouble() { return 2.220446049250313e-16; }
 
-bool isNaN(double value)
-{
-    return std::isnan(value);
-}
+bool isNaN(double value) { return std::isnan(value); }
 
 int64_t timeStampFromStr(const TyxString &text)
 {

@@ -26,8 +26,8 @@ public:
     }
     TyxString className() const override { return L"Counted"; }
 
-    using TyxRefCounted::removeRef;
     using TyxRefCounted::addRef;
+    using TyxRefCounted::removeRef;
 
 private:
     int *m_destroyed;

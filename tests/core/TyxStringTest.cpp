@@ -14,7 +14,8 @@ using Parts = std::vector<TyxString>;
 
 TEST(TyxStringTest, Utf8RoundTripsAccentedAndNonBmpText)
 {
-    const std::string utf8 = "Gr\xC3\xBC\xC3\x9F" "e \xE5\x9C\xB0\xE5\x9B\xB3 \xF0\x9D\x95\x8F";
+    const std::string utf8 = "Gr\xC3\xBC\xC3\x9F"
+                             "e \xE5\x9C\xB0\xE5\x9B\xB3 \xF0\x9D\x95\x8F";
     const TyxString wide(utf8);
     EXPECT_EQ(wide, L"Grüße 地図 \U0001D54F");
     EXPECT_EQ(wide.size(), 10u); // one unit per code point
@@ -28,12 +29,9 @@ TEST(TyxStringTest, MalformedUtf8WidensEachByteWithItsSign)
         const char *name;
         std::string bytes;
     } cases[] = {
-        {"lone continuation", "a\x80"},
-        {"truncated sequence", "\xE5\x9C"},
-        {"overlong slash", "\xC0\xAF"},
-        {"encoded surrogate", "\xED\xA0\x80"},
-        {"above U+10FFFF", "\xF4\x90\x80\x80"},
-        {"invalid lead", "\xFF"},
+        {"lone continuation", "a\x80"},         {"truncated sequence", "\xE5\x9C"},
+        {"overlong slash", "\xC0\xAF"},         {"encoded surrogate", "\xED\xA0\x80"},
+        {"above U+10FFFF", "\xF4\x90\x80\x80"}, {"invalid lead", "\xFF"},
     };
     for (const auto &c : cases) {
         const TyxString wide(c.bytes);
@@ -68,7 +66,8 @@ TEST(TyxStringTest, TerminatedConversionsReportSizesAndClearOnFailure)
     EXPECT_EQ(wcstoutf(nullptr, L"\u00E9a", 0), 4u);
     char narrow[8];
     EXPECT_EQ(wcstoutf(narrow, L"\u00E9a", sizeof narrow), 4u);
-    EXPECT_STREQ(narrow, "\xC3\xA9" "a");
+    EXPECT_STREQ(narrow, "\xC3\xA9"
+                         "a");
     EXPECT_EQ(wcstoutf(narrow, L"too long for it", sizeof narrow), 0u);
     EXPECT_STREQ(narrow, "");
 
@@ -162,8 +161,8 @@ TEST(TyxStringTest, ApproximateByContinuedFractions)
         int64_t numerator;
         int64_t denominator;
     } cases[] = {
-        {0.75, 100, 3, 4},   {-0.5, 100, -1, 2},  {2.9, 1, 2, 1},
-        {3.14159265358979, 1000, 355, 113}, {0.333, 10, 1, 3}, {5.0, 100, 5, 1},
+        {0.75, 100, 3, 4}, {-0.5, 100, -1, 2}, {2.9, 1, 2, 1}, {3.14159265358979, 1000, 355, 113},
+        {0.333, 10, 1, 3}, {5.0, 100, 5, 1},
     };
     for (const auto &c : cases) {
         int64_t n = 0;

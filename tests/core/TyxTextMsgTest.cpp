@@ -73,8 +73,10 @@ TEST(TyxTextMsgTest, TextForm)
     const struct {
         int code;
         const char *expected;
-    } labels[] = {{1, "warning: \xC3\xA9 - (F : 2)"}, {2, "info: \xC3\xA9 - (F : 2)"},
-                  {3, "debug: \xC3\xA9 - (F : 2)"},   {4, "user: \xC3\xA9 - (F : 2)"},
+    } labels[] = {{1, "warning: \xC3\xA9 - (F : 2)"},
+                  {2, "info: \xC3\xA9 - (F : 2)"},
+                  {3, "debug: \xC3\xA9 - (F : 2)"},
+                  {4, "user: \xC3\xA9 - (F : 2)"},
                   {-5, "user: \xC3\xA9 - (F : 2)"}};
     for (const auto &label : labels) {
         std::ostringstream narrow;
