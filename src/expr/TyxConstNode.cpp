@@ -7,29 +7,14 @@ TyxConstNode::TyxConstNode(const TyxVariant &value) : m_value(normalized(value))
 
 TyxConstNode::~TyxConstNode() = default;
 
-TyxString TyxConstNode::className() const
-{
-    return L"TyxConstNode";
-}
+TyxString TyxConstNode::className() const { return L"TyxConstNode"; }
 
-TyxEqnNodePtr TyxConstNode::clone() const
-{
-    return TyxEqnNodePtr(new TyxConstNode(*this));
-}
+TyxEqnNodePtr TyxConstNode::clone() const { return TyxEqnNodePtr(new TyxConstNode(*this)); }
 
-const TyxVariant &TyxConstNode::evaluate()
-{
-    return m_value;
-}
+const TyxVariant &TyxConstNode::evaluate() { return m_value; }
 
-TyxConstNode *TyxConstNode::toConstNode()
-{
-    return this;
-}
+TyxConstNode *TyxConstNode::toConstNode() { return this; }
 
-const TyxConstNode *TyxConstNode::toConstNode() const
-{
-    return this;
-}
+const TyxConstNode *TyxConstNode::toConstNode() const { return this; }
 
 } // namespace tyx::internal

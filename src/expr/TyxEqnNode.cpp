@@ -5,35 +5,17 @@ namespace tyx::internal {
 
 TyxEqnNode::~TyxEqnNode() = default;
 
-TyxConstNode *TyxEqnNode::toConstNode()
-{
-    return nullptr;
-}
+TyxConstNode *TyxEqnNode::toConstNode() { return nullptr; }
 
-const TyxConstNode *TyxEqnNode::toConstNode() const
-{
-    return nullptr;
-}
+const TyxConstNode *TyxEqnNode::toConstNode() const { return nullptr; }
 
-TyxVarNode *TyxEqnNode::toVarNode()
-{
-    return nullptr;
-}
+TyxVarNode *TyxEqnNode::toVarNode() { return nullptr; }
 
-const TyxVarNode *TyxEqnNode::toVarNode() const
-{
-    return nullptr;
-}
+const TyxVarNode *TyxEqnNode::toVarNode() const { return nullptr; }
 
-TyxFcnNode *TyxEqnNode::toFcnNode()
-{
-    return nullptr;
-}
+TyxFcnNode *TyxEqnNode::toFcnNode() { return nullptr; }
 
-const TyxFcnNode *TyxEqnNode::toFcnNode() const
-{
-    return nullptr;
-}
+const TyxFcnNode *TyxEqnNode::toFcnNode() const { return nullptr; }
 
 TyxVariant TyxEqnNode::normalized(const TyxVariant &value)
 {

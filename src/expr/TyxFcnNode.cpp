@@ -7,9 +7,7 @@
 
 namespace tyx::internal {
 
-TyxFcnNode::TyxFcnNode(const TyxString &name, TyxEqnNodeList args) : m_name(name), m_args(std::move(args))
-{
-}
+TyxFcnNode::TyxFcnNode(const TyxString &name, TyxEqnNodeList args) : m_name(name), m_args(std::move(args)) {}
 
 TyxFcnNode::TyxFcnNode(const TyxString &name, const TyxEqnNodePtr &arg) : m_name(name), m_args{arg} {}
 
@@ -28,35 +26,20 @@ TyxFcnNode::TyxFcnNode(const TyxFcnNode &other) : TyxEqnNode(other), m_name(othe
     }
 }
 
-TyxFcnNode::~TyxFcnNode()
-{
-    clear();
-}
+TyxFcnNode::~TyxFcnNode() { clear(); }
 
-TyxString TyxFcnNode::className() const
-{
-    return L"TyxFcnNode";
-}
+TyxString TyxFcnNode::className() const { return L"TyxFcnNode"; }
 
-TyxEqnNodePtr TyxFcnNode::clone() const
-{
-    return TyxEqnNodePtr(new TyxFcnNode(*this));
-}
+TyxEqnNodePtr TyxFcnNode::clone() const { return TyxEqnNodePtr(new TyxFcnNode(*this)); }
 
 const TyxVariant &TyxFcnNode::evaluate()
 {
     TYX_THROW_ERROR(L"'" + m_name + L"()' is not a valid parametric function.");
 }
 
-TyxFcnNode *TyxFcnNode::toFcnNode()
-{
-    return this;
-}
+TyxFcnNode *TyxFcnNode::toFcnNode() { return this; }
 
-const TyxFcnNode *TyxFcnNode::toFcnNode() const
-{
-    return this;
-}
+const TyxFcnNode *TyxFcnNode::toFcnNode() const { return this; }
 
 TyxEqnNodeConstPtr TyxFcnNode::node(const TyxString &name) const
 {

@@ -34,10 +34,7 @@ TyxFlexScanner::TyxFlexScanner(std::istream &in) : m_in(in)
         throw std::bad_alloc();
 }
 
-TyxFlexScanner::~TyxFlexScanner()
-{
-    tyx_yylex_destroy(m_state);
-}
+TyxFlexScanner::~TyxFlexScanner() { tyx_yylex_destroy(m_state); }
 
 int TyxFlexScanner::lex(TyxBisonParser::value_type *value)
 {
@@ -47,20 +44,11 @@ int TyxFlexScanner::lex(TyxBisonParser::value_type *value)
     return token;
 }
 
-double TyxFlexScanner::decimalValue(const std::string &text)
-{
-    return saturatedValue(text, 10);
-}
+double TyxFlexScanner::decimalValue(const std::string &text) { return saturatedValue(text, 10); }
 
-double TyxFlexScanner::hexValue(const std::string &text)
-{
-    return saturatedValue(text, 16);
-}
+double TyxFlexScanner::hexValue(const std::string &text) { return saturatedValue(text, 16); }
 
-double TyxFlexScanner::floatValue(const std::string &text)
-{
-    return std::strtod(text.c_str(), nullptr);
-}
+double TyxFlexScanner::floatValue(const std::string &text) { return std::strtod(text.c_str(), nullptr); }
 
 std::size_t TyxFlexScanner::read(char *buffer, std::size_t size)
 {
@@ -90,9 +78,6 @@ void TyxFlexScanner::setText(const char *text, std::size_t length)
         m_value->emplace<std::string>(text, length);
 }
 
-void TyxFlexScanner::fatalError(const char *message)
-{
-    TYX_THROW_ERROR(message);
-}
+void TyxFlexScanner::fatalError(const char *message) { TYX_THROW_ERROR(message); }
 
 } // namespace tyx::internal

@@ -12,7 +12,9 @@ public:
     enum Code { Double = 10, String = 15, Invalid = 34 };
     TyxVariant() = default;
     explicit TyxVariant(double value) : m_code(Double), m_double(value) {}
-    explicit TyxVariant(const TyxString &value) : m_code(String), m_text(std::make_shared<TyxString>(value)) {}
+    explicit TyxVariant(const TyxString &value) : m_code(String), m_text(std::make_shared<TyxString>(value))
+    {
+    }
     bool isValid() const { return m_code != Invalid; }
     int typeCode() const { return m_code; }
     double toDouble() const { return m_double; }

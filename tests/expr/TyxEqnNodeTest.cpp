@@ -27,15 +27,9 @@ using tyx::internal::TyxFcnNode;
 using tyx::internal::TyxVarNode;
 using tyx::internal::TyxVarNodePtr;
 
-TyxEqnNodePtr constant(double value)
-{
-    return TyxEqnNodePtr(new TyxConstNode(TyxVariant(value)));
-}
+TyxEqnNodePtr constant(double value) { return TyxEqnNodePtr(new TyxConstNode(TyxVariant(value))); }
 
-TyxEqnNodePtr variable(const char *name)
-{
-    return TyxEqnNodePtr(new TyxVarNode(TyxString(name)));
-}
+TyxEqnNodePtr variable(const char *name) { return TyxEqnNodePtr(new TyxVarNode(TyxString(name))); }
 
 TyxEqnNodePtr call(const char *name, TyxEqnNodeList args)
 {

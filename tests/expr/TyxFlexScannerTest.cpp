@@ -41,10 +41,7 @@ const char *tokenName(int code)
     }
 }
 
-bool carriesText(int code)
-{
-    return code >= Token::TKN_ID && code <= Token::TKN_SVAL;
-}
+bool carriesText(int code) { return code >= Token::TKN_ID && code <= Token::TKN_SVAL; }
 
 // The tokens of \p text, blank-separated: a character token as itself, a
 // named one by its name, with its text in parentheses where it has one.
