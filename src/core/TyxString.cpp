@@ -22,28 +22,34 @@ namespace {
 bool isScalarValue(uint32_t cp) { return cp < 0xD800 || (cp > 0xDFFF && cp <= 0x10FFFF); }
 
 /// Strict UTF-8 encoding; nothing when a unit is not a Unicode scalar value.
+/// The output is sized once and written through a pointer.
 std::optional<std::string> encodeUtf8(std::wstring_view text)
 {
-    std::string out;
-    out.reserve(text.size());
+    size_t bytes = 0;
     for (wchar_t unit : text) {
         const auto cp = static_cast<uint32_t>(unit);
         if (!isScalarValue(cp))
             return std::nullopt;
+        bytes += 1 + (cp >= 0x80) + (cp >= 0x800) + (cp >= 0x10000);
+    }
+    std::string out(bytes, '\0');
+    char *p = out.data();
+    for (wchar_t unit : text) {
+        const auto cp = static_cast<uint32_t>(unit);
         if (cp < 0x80) {
-            out += static_cast<char>(cp);
+            *p++ = static_cast<char>(cp);
         } else if (cp < 0x800) {
-            out += static_cast<char>(0xC0 | (cp >> 6));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
+            *p++ = static_cast<char>(0xC0 | (cp >> 6));
+            *p++ = static_cast<char>(0x80 | (cp & 0x3F));
         } else if (cp < 0x10000) {
-            out += static_cast<char>(0xE0 | (cp >> 12));
-            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
+            *p++ = static_cast<char>(0xE0 | (cp >> 12));
+            *p++ = static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+            *p++ = static_cast<char>(0x80 | (cp & 0x3F));
         } else {
-            out += static_cast<char>(0xF0 | (cp >> 18));
-            out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
+            *p++ = static_cast<char>(0xF0 | (cp >> 18));
+            *p++ = static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
+            *p++ = static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+            *p++ = static_cast<char>(0x80 | (cp & 0x3F));
         }
     }
     return out;
@@ -53,13 +59,14 @@ std::optional<std::string> encodeUtf8(std::wstring_view text)
 /// and truncated sequences are malformed.
 std::optional<std::wstring> decodeUtf8(std::string_view text)
 {
-    std::wstring out;
-    out.reserve(text.size());
+    // At most one unit per byte: write through a pointer, shrink at the end.
+    std::wstring out(text.size(), L'\0');
+    wchar_t *p = out.data();
     size_t i = 0;
     while (i < text.size()) {
         const auto lead = static_cast<unsigned char>(text[i]);
         if (lead < 0x80) {
-            out += static_cast<wchar_t>(lead);
+            *p++ = static_cast<wchar_t>(lead);
             ++i;
             continue;
         }
@@ -85,9 +92,10 @@ std::optional<std::wstring> decodeUtf8(std::string_view text)
         }
         if (cp < minimum || !isScalarValue(cp))
             return std::nullopt;
-        out += static_cast<wchar_t>(cp);
+        *p++ = static_cast<wchar_t>(cp);
         i += length;
     }
+    out.resize(static_cast<size_t>(p - out.data()));
     return out;
 }
 
