@@ -6,8 +6,7 @@
 #include <tyx/TyxObject.h>
 #include <tyx/TyxRefCounted.h>
 #include <tyx/TyxSmartPtr.h>
-
-#include "expr/TyxVariantStandIn.h"
+#include <tyx/TyxVariant.h>
 
 namespace tyx::internal {
 

@@ -2,6 +2,7 @@
 #include "expr/TyxEqnTreeText.h"
 
 #include <charconv>
+#include <sstream>
 #include <vector>
 
 #include "expr/TyxConstNode.h"
@@ -14,16 +15,21 @@ namespace {
 
 void appendValue(std::string &out, const TyxVariant &value)
 {
-    // STAND-IN: the placeholder variant holds only Double, text or nothing.
-    switch (value.typeCode()) {
-    case TyxVariant::Double: {
+    switch (value.type().toEnum()) {
+    case TyxMetaType::Double: {
         char buffer[32];
-        const auto result = std::to_chars(buffer, buffer + sizeof buffer, value.toDouble());
+        const auto result = std::to_chars(buffer, buffer + sizeof buffer, value.value<double>());
         out.append(buffer, result.ptr);
         break;
     }
-    case TyxVariant::String: out += '"' + toUTF8(value.toString()) + '"'; break;
-    default: out += "<invalid>"; break;
+    case TyxMetaType::String: out += '"' + toUTF8(value.value<TyxString>()) + '"'; break;
+    case TyxMetaType::Invalid: out += "<invalid>"; break;
+    default: {
+        std::ostringstream text;
+        text << value;
+        out += '{' + text.str() + '}';
+        break;
+    }
     }
 }
 
