@@ -24,8 +24,8 @@ public:
     /// "TyxFcnNode".
     TyxString className() const override;
     TyxEqnNodePtr clone() const override;
-    /// Runs the function on the arguments. Without a function body this
-    /// throws a TyxTextMsg naming the function as unknown.
+    /// Runs the function on the arguments. No function body is attached to
+    /// a node yet, so this throws a TyxTextMsg naming the function as unknown.
     const TyxVariant &evaluate() override;
     TyxFcnNode *toFcnNode() override;
     const TyxFcnNode *toFcnNode() const override;
