@@ -108,15 +108,9 @@ const TyxString &TyxMathConst::toString() const
     return item != items.end() ? item->second.name : none;
 }
 
-TyxScalar TyxMathConst::value() const
-{
-    return enumerator().data(m_code).value<TyxScalar>();
-}
+TyxScalar TyxMathConst::value() const { return enumerator().data(m_code).value<TyxScalar>(); }
 
-TyxStrList TyxMathConst::allKeys()
-{
-    return TyxStrList(enumerator().allKeys());
-}
+TyxStrList TyxMathConst::allKeys() { return TyxStrList(enumerator().allKeys()); }
 
 TyxMathConst TyxMathConst::fromString(const TyxString &key)
 {
@@ -124,20 +118,14 @@ TyxMathConst TyxMathConst::fromString(const TyxString &key)
     return TyxMathConst(code >= 0 && code < Invalid ? static_cast<Code>(code) : Invalid);
 }
 
-bool TyxMathConst::isValid(const TyxString &key)
-{
-    return enumerator().isValid(key);
-}
+bool TyxMathConst::isValid(const TyxString &key) { return enumerator().isValid(key); }
 
 std::wostream &operator<<(std::wostream &os, const TyxMathConst &constant)
 {
     return os << static_cast<const std::wstring &>(constant.toString());
 }
 
-std::ostream &operator<<(std::ostream &os, const TyxMathConst &constant)
-{
-    return os << constant.toString();
-}
+std::ostream &operator<<(std::ostream &os, const TyxMathConst &constant) { return os << constant.toString(); }
 
 std::wistream &operator>>(std::wistream &is, TyxMathConst &constant)
 {

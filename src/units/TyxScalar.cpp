@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <istream>
@@ -16,6 +15,7 @@
 #include <tyx/TyxVariant.h>
 
 #include "core/TyxPost.h"
+#include "units/TyxShortestText.h"
 
 namespace tyx {
 
@@ -68,15 +68,6 @@ bool withinFourUlps(double a, double b)
     return distance <= 4;
 }
 
-// Truncation to 64 bits as the processor does it: NaN and values out of range
-// give the most negative integer, without the undefined behaviour of a cast.
-int64_t truncateToInt64(double value)
-{
-    if (!(value >= -9223372036854775808.0 && value < 9223372036854775808.0))
-        return std::numeric_limits<int64_t>::min();
-    return static_cast<int64_t>(value);
-}
-
 // The order of a Bessel function: the truncated value, held within int.
 int besselOrder(double value)
 {
@@ -102,13 +93,6 @@ Complex principalRoot(double re, double im)
     const Complex root =
         x >= 0.0 ? Complex(t, y / (2.0 * t)) : Complex(std::fabs(y) / (2.0 * t), std::copysign(t, y));
     return {std::scalbn(root.real(), exponent / 2), std::scalbn(root.imag(), exponent / 2)};
-}
-
-std::wstring numberText(double value)
-{
-    char buffer[32];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    return std::wstring(buffer, result.ptr);
 }
 
 const bool joinedVariant = internal::TyxVariantRegistrar::join<TyxScalar>();
@@ -243,8 +227,8 @@ TyxScalar &TyxScalar::operator%=(const TyxScalar &other)
         throwComplex(L"%=");
     if (!isUnitLess() || !other.isUnitLess())
         throwUnitLess(L"%=");
-    const int64_t dividend = truncateToInt64(m_real);
-    const int64_t divisor = truncateToInt64(other.m_real);
+    const int64_t dividend = internal::truncToInt64(m_real);
+    const int64_t divisor = internal::truncToInt64(other.m_real);
     // Both cases would stop the process with a division fault; they are
     // reported like any other failure of the arithmetic instead.
     if (divisor == 0)
@@ -710,7 +694,8 @@ TyxScalar TyxScalar::fromPolar(const TyxScalar &magnitude, const TyxScalar &angl
 TyxString TyxScalar::toString() const
 {
     TyxString text =
-        isReal() ? numberText(m_real) : L"(" + numberText(m_real) + L"," + numberText(m_imaginary) + L")";
+        isReal() ? internal::shortestText(m_real)
+                 : L"(" + internal::shortestText(m_real) + L"," + internal::shortestText(m_imaginary) + L")";
     if (!isUnitLess())
         text += L" " + m_units.toString();
     return text;
@@ -751,15 +736,9 @@ bool TyxScalar::fromString(const TyxString &text, TyxScalar &result)
     return true;
 }
 
-std::wostream &operator<<(std::wostream &os, const TyxScalar &scalar)
-{
-    return os << scalar.toString();
-}
+std::wostream &operator<<(std::wostream &os, const TyxScalar &scalar) { return os << scalar.toString(); }
 
-std::ostream &operator<<(std::ostream &os, const TyxScalar &scalar)
-{
-    return os << scalar.toString();
-}
+std::ostream &operator<<(std::ostream &os, const TyxScalar &scalar) { return os << scalar.toString(); }
 
 namespace {
 
@@ -774,14 +753,8 @@ Stream &readScalar(Stream &is, TyxScalar &scalar)
 
 } // namespace
 
-std::wistream &operator>>(std::wistream &is, TyxScalar &scalar)
-{
-    return readScalar(is, scalar);
-}
+std::wistream &operator>>(std::wistream &is, TyxScalar &scalar) { return readScalar(is, scalar); }
 
-std::istream &operator>>(std::istream &is, TyxScalar &scalar)
-{
-    return readScalar(is, scalar);
-}
+std::istream &operator>>(std::istream &is, TyxScalar &scalar) { return readScalar(is, scalar); }
 
 } // namespace tyx

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <charconv>
 #include <cmath>
 #include <istream>
 #include <mutex>
@@ -14,6 +13,7 @@
 #include <tyx/TyxVariant.h>
 
 #include "core/TyxPost.h"
+#include "units/TyxShortestText.h"
 
 namespace tyx {
 
@@ -149,10 +149,7 @@ bool isBlank(wchar_t c)
 
 // '*' is accepted as a separator and reads like a blank, since the unit part
 // of a number token may hold it ("2 m*s"); it does not end a denominator.
-bool endsToken(wchar_t c)
-{
-    return isBlank(c) || c == L'*' || c == L'/' || c == L'(' || c == L')';
-}
+bool endsToken(wchar_t c) { return isBlank(c) || c == L'*' || c == L'/' || c == L'(' || c == L')'; }
 
 // Parser of the unit syntax. Works without recursion, so that deeply nested
 // or very long text cannot exhaust the stack: the parentheses are matched in
@@ -314,10 +311,7 @@ const UnitTables &unitTables()
     return *tables;
 }
 
-bool isKnownUnit(TyxUnits::Unit unit)
-{
-    return unit >= 0 && unit < TyxUnits::NumUnits;
-}
+bool isKnownUnit(TyxUnits::Unit unit) { return unit >= 0 && unit < TyxUnits::NumUnits; }
 
 // The factor from \p from to \p to, both of one category, for an exponent
 // of \p e; the caller divides by it when \p e is negative.
@@ -339,14 +333,6 @@ const TyxUnits::UnitExp *findCategory(const TyxUnits &units, TyxUnits::Category 
     return nullptr;
 }
 
-// Shortest text that reads back as the same double.
-std::wstring numberText(double value)
-{
-    char buffer[32];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    return std::wstring(buffer, result.ptr);
-}
-
 const TyxString kPrefix = L"Error parsing physical units: ";
 
 const bool joinedVariant = internal::TyxVariantRegistrar::join<TyxUnits>();
@@ -355,20 +341,11 @@ const bool joinedVariant = internal::TyxVariantRegistrar::join<TyxUnits>();
 
 TyxUnits::TyxUnits(Unit unit) : TyxUnits(unit, 1.0) {}
 
-TyxUnits::TyxUnits(Unit unit, double exponent)
-{
-    insert({unit, exponent});
-}
+TyxUnits::TyxUnits(Unit unit, double exponent) { insert({unit, exponent}); }
 
-TyxUnits::TyxUnits(const UnitExp &unitExp)
-{
-    insert(unitExp);
-}
+TyxUnits::TyxUnits(const UnitExp &unitExp) { insert(unitExp); }
 
-TyxUnits::TyxUnits(const TyxString &text)
-{
-    fromString(text);
-}
+TyxUnits::TyxUnits(const TyxString &text) { fromString(text); }
 
 const TyxUnits::List &TyxUnits::list() const
 {
@@ -390,15 +367,9 @@ const TyxUnits::UnitExp &TyxUnits::operator[](int index) const
     return entries[static_cast<size_t>(index)];
 }
 
-unsigned int TyxUnits::numCategories() const
-{
-    return static_cast<unsigned int>(list().size());
-}
+unsigned int TyxUnits::numCategories() const { return static_cast<unsigned int>(list().size()); }
 
-bool TyxUnits::hasCategory(Category category) const
-{
-    return findCategory(*this, category) != nullptr;
-}
+bool TyxUnits::hasCategory(Category category) const { return findCategory(*this, category) != nullptr; }
 
 void TyxUnits::insert(const UnitExp &unitExp)
 {
@@ -499,10 +470,7 @@ const TyxString &TyxUnits::unitName(Unit unit)
     return isKnownUnit(unit) ? names[static_cast<size_t>(unit)] : none;
 }
 
-double TyxUnits::unitFactor(Unit unit)
-{
-    return isKnownUnit(unit) ? kBaseUnits[unit].factor : 0.0;
-}
+double TyxUnits::unitFactor(Unit unit) { return isKnownUnit(unit) ? kBaseUnits[unit].factor : 0.0; }
 
 double TyxUnits::addFactor(const TyxUnits &a, const TyxUnits &b)
 {
@@ -571,20 +539,14 @@ TyxString TyxUnits::toString() const
             part += L' ';
         part += unitName(entry.unit);
         if (shown != 1.0)
-            part += L'^' + numberText(shown);
+            part += L'^' + internal::shortestText(shown);
     }
     return denominator.empty() ? numerator : numerator + L" / " + denominator;
 }
 
-std::wostream &operator<<(std::wostream &os, const TyxUnits &units)
-{
-    return os << units.toString();
-}
+std::wostream &operator<<(std::wostream &os, const TyxUnits &units) { return os << units.toString(); }
 
-std::ostream &operator<<(std::ostream &os, const TyxUnits &units)
-{
-    return os << units.toString();
-}
+std::ostream &operator<<(std::ostream &os, const TyxUnits &units) { return os << units.toString(); }
 
 namespace {
 
@@ -606,15 +568,9 @@ Stream &readUnits(Stream &is, TyxUnits &units)
 
 } // namespace
 
-std::wistream &operator>>(std::wistream &is, TyxUnits &units)
-{
-    return readUnits(is, units);
-}
+std::wistream &operator>>(std::wistream &is, TyxUnits &units) { return readUnits(is, units); }
 
-std::istream &operator>>(std::istream &is, TyxUnits &units)
-{
-    return readUnits(is, units);
-}
+std::istream &operator>>(std::istream &is, TyxUnits &units) { return readUnits(is, units); }
 
 namespace internal {
 
