@@ -15,6 +15,14 @@ namespace tyx {
 /// The physical dimension of a value, as a product of base units with real
 /// exponents, at most one unit per category ("kg m^2 / s^2"). Copies share
 /// their list of units; every change builds a new list.
+///
+/// Unit text: factors separated by blanks or "*"; a factor is a unit name
+/// (case matters), optionally with "^" and a signed, possibly fractional
+/// exponent, or a parenthesised expression. A "/" puts every factor after it,
+/// up to the end of its parentheses, in the denominator, so "kg / m s^2" and
+/// "m / s / s" read as the derived units table writes them. A category named
+/// twice combines as a product in the unit named first: "m cm" is m^2 with
+/// the scale 0.01. "unitless", and empty text, name no units.
 class TYX_EXPORT TyxUnits {
 public:
     /// The base units, in the order of the unit table. A code outside the
@@ -152,9 +160,10 @@ public:
     /// As multFactor, for the quotient of \p a by \p b.
     static double divFactor(const TyxUnits &a, const TyxUnits &b, TyxUnits *result);
 
-    /// The text form: factors with positive exponents, then " / " and those
-    /// with negative ones, as in "kg m^2 / s^2"; "m^-3" when none is
-    /// positive; "unitless" without units. It parses back to equal units.
+    /// The text form: in category order the factors with positive exponents,
+    /// then " / " and those with negative ones, as in "m^2 kg / s^2"; "m^-3"
+    /// when none is positive; "unitless" without units. It parses back to
+    /// equal units.
     TyxString toString() const;
     operator TyxString() const { return toString(); }
 
