@@ -119,9 +119,9 @@ public:
     /// Exponential of a unit-less value.
     TyxScalar &exp();
     TyxScalar exp() const { return TyxScalar(*this).exp(); }
-    /// Factorial of a real, unit-less value from 0 to 170, truncated. The
-    /// result is exact to 20 and wraps in 64 bits beyond, as the table of
-    /// the library always has.
+    /// Factorial of a real, unit-less value from 0 to 170, truncated; else
+    /// "Invalid argument for 'factorial'". Exact up to 20; beyond, the
+    /// factorial modulo 2^64, which is 0 from 66 on.
     TyxScalar &factorial();
     TyxScalar factorial() const { return TyxScalar(*this).factorial(); }
     /// Rounds a real value down; units stay.
