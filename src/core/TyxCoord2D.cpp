@@ -35,11 +35,11 @@ std::istream &operator>>(std::istream &is, TyxCoord2D<T> &coord)
     return internal::readCoordinates(is, std::array<T *, 2>{&coord.rx(), &coord.ry()});
 }
 
-#define TYX_INSTANTIATE_COORD2D(T)                                                                 \
-    template class TyxCoord2D<T>;                                                                  \
-    template std::wostream &operator<<(std::wostream &, const TyxCoord2D<T> &);                    \
-    template std::ostream &operator<<(std::ostream &, const TyxCoord2D<T> &);                      \
-    template std::wistream &operator>>(std::wistream &, TyxCoord2D<T> &);                          \
+#define TYX_INSTANTIATE_COORD2D(T)                                                                           \
+    template class TyxCoord2D<T>;                                                                            \
+    template std::wostream &operator<<(std::wostream &, const TyxCoord2D<T> &);                              \
+    template std::ostream &operator<<(std::ostream &, const TyxCoord2D<T> &);                                \
+    template std::wistream &operator>>(std::wistream &, TyxCoord2D<T> &);                                    \
     template std::istream &operator>>(std::istream &, TyxCoord2D<T> &)
 
 TYX_INSTANTIATE_COORD2D(double);

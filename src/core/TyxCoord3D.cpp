@@ -35,11 +35,11 @@ std::istream &operator>>(std::istream &is, TyxCoord3D<T> &coord)
     return internal::readCoordinates(is, std::array<T *, 3>{&coord.rx(), &coord.ry(), &coord.rz()});
 }
 
-#define TYX_INSTANTIATE_COORD3D(T)                                                                 \
-    template class TyxCoord3D<T>;                                                                  \
-    template std::wostream &operator<<(std::wostream &, const TyxCoord3D<T> &);                    \
-    template std::ostream &operator<<(std::ostream &, const TyxCoord3D<T> &);                      \
-    template std::wistream &operator>>(std::wistream &, TyxCoord3D<T> &);                          \
+#define TYX_INSTANTIATE_COORD3D(T)                                                                           \
+    template class TyxCoord3D<T>;                                                                            \
+    template std::wostream &operator<<(std::wostream &, const TyxCoord3D<T> &);                              \
+    template std::ostream &operator<<(std::ostream &, const TyxCoord3D<T> &);                                \
+    template std::wistream &operator>>(std::wistream &, TyxCoord3D<T> &);                                    \
     template std::istream &operator>>(std::istream &, TyxCoord3D<T> &)
 
 TYX_INSTANTIATE_COORD3D(double);

@@ -23,34 +23,16 @@ std::basic_istream<Char> &readKey(std::basic_istream<Char> &is, TyxKey &key)
 
 TyxKey::~TyxKey() = default;
 
-TyxString TyxKey::className() const
-{
-    return L"TyxKey";
-}
+TyxString TyxKey::className() const { return L"TyxKey"; }
 
-TyxKey::operator TyxString() const
-{
-    return std::to_wstring(m_value);
-}
+TyxKey::operator TyxString() const { return std::to_wstring(m_value); }
 
-std::wostream &operator<<(std::wostream &os, const TyxKey &key)
-{
-    return os << key.value();
-}
+std::wostream &operator<<(std::wostream &os, const TyxKey &key) { return os << key.value(); }
 
-std::ostream &operator<<(std::ostream &os, const TyxKey &key)
-{
-    return os << key.value();
-}
+std::ostream &operator<<(std::ostream &os, const TyxKey &key) { return os << key.value(); }
 
-std::wistream &operator>>(std::wistream &is, TyxKey &key)
-{
-    return readKey(is, key);
-}
+std::wistream &operator>>(std::wistream &is, TyxKey &key) { return readKey(is, key); }
 
-std::istream &operator>>(std::istream &is, TyxKey &key)
-{
-    return readKey(is, key);
-}
+std::istream &operator>>(std::istream &is, TyxKey &key) { return readKey(is, key); }
 
 } // namespace tyx

@@ -41,9 +41,6 @@ TyxKeyedObject::TyxKeyedObject(const TyxString &name) : m_key(nextKey()), m_name
 
 TyxKeyedObject::~TyxKeyedObject() = default;
 
-TyxString TyxKeyedObject::className() const
-{
-    return L"TyxKeyedObject";
-}
+TyxString TyxKeyedObject::className() const { return L"TyxKeyedObject"; }
 
 } // namespace tyx

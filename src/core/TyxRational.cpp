@@ -49,11 +49,11 @@ std::istream &operator>>(std::istream &is, TyxRational<T> &value)
     return readRational(is, value);
 }
 
-#define TYX_INSTANTIATE_RATIONAL(T)                                                                \
-    template class TyxRational<T>;                                                                 \
-    template std::wostream &operator<<(std::wostream &, const TyxRational<T> &);                   \
-    template std::ostream &operator<<(std::ostream &, const TyxRational<T> &);                     \
-    template std::wistream &operator>>(std::wistream &, TyxRational<T> &);                         \
+#define TYX_INSTANTIATE_RATIONAL(T)                                                                          \
+    template class TyxRational<T>;                                                                           \
+    template std::wostream &operator<<(std::wostream &, const TyxRational<T> &);                             \
+    template std::ostream &operator<<(std::ostream &, const TyxRational<T> &);                               \
+    template std::wistream &operator>>(std::wistream &, TyxRational<T> &);                                   \
     template std::istream &operator>>(std::istream &, TyxRational<T> &)
 
 TYX_INSTANTIATE_RATIONAL(int);

@@ -35,11 +35,11 @@ std::istream &operator>>(std::istream &is, TyxSize3D<T> &size)
     return internal::readCoordinates(is, std::array<T *, 3>{&size.rwidth(), &size.rheight(), &size.rdepth()});
 }
 
-#define TYX_INSTANTIATE_SIZE3D(T)                                                                  \
-    template class TyxSize3D<T>;                                                                   \
-    template std::wostream &operator<<(std::wostream &, const TyxSize3D<T> &);                     \
-    template std::ostream &operator<<(std::ostream &, const TyxSize3D<T> &);                       \
-    template std::wistream &operator>>(std::wistream &, TyxSize3D<T> &);                           \
+#define TYX_INSTANTIATE_SIZE3D(T)                                                                            \
+    template class TyxSize3D<T>;                                                                             \
+    template std::wostream &operator<<(std::wostream &, const TyxSize3D<T> &);                               \
+    template std::ostream &operator<<(std::ostream &, const TyxSize3D<T> &);                                 \
+    template std::wistream &operator>>(std::wistream &, TyxSize3D<T> &);                                     \
     template std::istream &operator>>(std::istream &, TyxSize3D<T> &)
 
 TYX_INSTANTIATE_SIZE3D(unsigned int);

@@ -51,29 +51,14 @@ bool TyxTiePoint::operator<(const TyxTiePoint &other) const
     return std::make_tuple(u(), v(), x(), y()) < std::make_tuple(other.u(), other.v(), other.x(), other.y());
 }
 
-TyxTiePoint::operator TyxString() const
-{
-    return internal::streamText(*this);
-}
+TyxTiePoint::operator TyxString() const { return internal::streamText(*this); }
 
-std::wostream &operator<<(std::wostream &os, const TyxTiePoint &point)
-{
-    return writeTiePoint(os, point);
-}
+std::wostream &operator<<(std::wostream &os, const TyxTiePoint &point) { return writeTiePoint(os, point); }
 
-std::ostream &operator<<(std::ostream &os, const TyxTiePoint &point)
-{
-    return writeTiePoint(os, point);
-}
+std::ostream &operator<<(std::ostream &os, const TyxTiePoint &point) { return writeTiePoint(os, point); }
 
-std::wistream &operator>>(std::wistream &is, TyxTiePoint &point)
-{
-    return readTiePoint(is, point);
-}
+std::wistream &operator>>(std::wistream &is, TyxTiePoint &point) { return readTiePoint(is, point); }
 
-std::istream &operator>>(std::istream &is, TyxTiePoint &point)
-{
-    return readTiePoint(is, point);
-}
+std::istream &operator>>(std::istream &is, TyxTiePoint &point) { return readTiePoint(is, point); }
 
 } // namespace tyx

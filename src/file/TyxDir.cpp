@@ -57,10 +57,7 @@ TyxDir::iterator::~iterator() = default;
 
 TyxDir::iterator::iterator(std::shared_ptr<const internal::TyxDirState> state) : m_state(std::move(state)) {}
 
-bool TyxDir::iterator::atEnd() const
-{
-    return !m_state || m_index >= m_state->names.size();
-}
+bool TyxDir::iterator::atEnd() const { return !m_state || m_index >= m_state->names.size(); }
 
 const TyxString &TyxDir::iterator::operator*() const
 {

@@ -64,9 +64,6 @@ int TyxDirControl::chdrive(wchar_t drive)
     return 0;
 }
 
-wchar_t TyxDirControl::getdrive()
-{
-    return static_cast<wchar_t>(driveNumber().load() + 64);
-}
+wchar_t TyxDirControl::getdrive() { return static_cast<wchar_t>(driveNumber().load() + 64); }
 
 } // namespace tyx

@@ -19,10 +19,7 @@ size_t transferResult(ssize_t result)
 
 } // namespace
 
-TyxFile::~TyxFile()
-{
-    close();
-}
+TyxFile::~TyxFile() { close(); }
 
 int TyxFile::open(const TyxURI &name, int flags, int mode)
 {
@@ -86,14 +83,8 @@ int64_t TyxFile::lseek(int64_t offset, int whence) const
     return ::lseek(m_fd, static_cast<off_t>(offset), whence);
 }
 
-int64_t TyxFile::offset() const
-{
-    return lseek(0, SEEK_CUR);
-}
+int64_t TyxFile::offset() const { return lseek(0, SEEK_CUR); }
 
-int TyxFile::stat(struct ::stat &buffer) const
-{
-    return ::fstat(m_fd, &buffer);
-}
+int TyxFile::stat(struct ::stat &buffer) const { return ::fstat(m_fd, &buffer); }
 
 } // namespace tyx

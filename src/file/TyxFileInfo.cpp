@@ -134,10 +134,7 @@ TyxString TyxFileInfo::suffix() const
     return m_filePath.substr(dot + 1);
 }
 
-TyxString TyxFileInfo::absolutePath() const
-{
-    return TyxFileInfo(absoluteFilePath()).path();
-}
+TyxString TyxFileInfo::absolutePath() const { return TyxFileInfo(absoluteFilePath()).path(); }
 
 TyxString TyxFileInfo::absoluteFilePath() const
 {
@@ -169,10 +166,7 @@ int TyxFileInfo::access(int mode) const
     return ::access(native.c_str(), mode);
 }
 
-int TyxFileInfo::stat(struct ::stat &buffer) const
-{
-    return statPath(m_filePath, buffer) ? 0 : -1;
-}
+int TyxFileInfo::stat(struct ::stat &buffer) const { return statPath(m_filePath, buffer) ? 0 : -1; }
 
 TyxString TyxFileInfo::canonicalize() const
 {
@@ -214,9 +208,6 @@ TyxString TyxFileInfo::canonicalize() const
     return resolved.empty() ? TyxString(L"/") : fromUTF8(resolved);
 }
 
-TyxString canonicalizePath(const TyxString &path)
-{
-    return TyxFileInfo(path).canonicalize();
-}
+TyxString canonicalizePath(const TyxString &path) { return TyxFileInfo(path).canonicalize(); }
 
 } // namespace tyx

@@ -20,10 +20,7 @@ namespace {
 // make another try, so reaching this means the directory is flooded.
 constexpr int maxNameDraws = 10000;
 
-TyxString textOrEmpty(const wchar_t *text)
-{
-    return text ? TyxString(text) : TyxString();
-}
+TyxString textOrEmpty(const wchar_t *text) { return text ? TyxString(text) : TyxString(); }
 
 TyxString defaultDirectory()
 {
@@ -32,10 +29,7 @@ TyxString defaultDirectory()
 }
 
 /// The mode for the C library, with "e" (close-on-exec) added.
-std::string nativeMode(const wchar_t *mode)
-{
-    return toUTF8(mode) + "e";
-}
+std::string nativeMode(const wchar_t *mode) { return toUTF8(mode) + "e"; }
 
 void postOpenFailure(const TyxString &mode, const TyxString &name)
 {
@@ -52,10 +46,7 @@ bool postIfNoMode(const wchar_t *mode)
 
 } // namespace
 
-TyxTempFile::~TyxTempFile()
-{
-    close();
-}
+TyxTempFile::~TyxTempFile() { close(); }
 
 int TyxTempFile::open(const wchar_t *name, const wchar_t *mode, bool deleteOnClose)
 {

@@ -11,20 +11,11 @@ namespace tyx {
 
 TyxURI::~TyxURI() = default;
 
-TyxString TyxURI::className() const
-{
-    return L"TyxURI";
-}
+TyxString TyxURI::className() const { return L"TyxURI"; }
 
-TyxURI TyxURI::canonicalize() const
-{
-    return TyxURI(canonicalizePath(m_text));
-}
+TyxURI TyxURI::canonicalize() const { return TyxURI(canonicalizePath(m_text)); }
 
-std::wostream &operator<<(std::wostream &os, const TyxURI &uri)
-{
-    return os << L'"' << uri.text() << L'"';
-}
+std::wostream &operator<<(std::wostream &os, const TyxURI &uri) { return os << L'"' << uri.text() << L'"'; }
 
 std::ostream &operator<<(std::ostream &os, const TyxURI &uri)
 {

@@ -10,10 +10,7 @@ namespace tyx {
 
 namespace {
 
-bool isSlash(char c)
-{
-    return c == '/' || c == '\\';
-}
+bool isSlash(char c) { return c == '/' || c == '\\'; }
 
 /// A port is at most five digits behind any leading zeros, and at most 65535.
 bool isValidPort(std::string_view port)
@@ -38,10 +35,7 @@ bool isValidPort(std::string_view port)
 
 TyxURL::~TyxURL() = default;
 
-TyxString TyxURL::className() const
-{
-    return L"TyxURL";
-}
+TyxString TyxURL::className() const { return L"TyxURL"; }
 
 TyxURL &TyxURL::operator=(const TyxString &text)
 {

@@ -29,7 +29,7 @@ TEST(TyxDirTest, ListsMatchingNamesInByteOrder)
     const TyxDir walker(tyx::fromUTF8(dir.path().string()));
 
     EXPECT_EQ(walk(walker, L"*.txt"), (std::vector<TyxString>{L".hidden.txt", L"B.txt", L"_z.txt", L"a.txt",
-                                                               L"b.txt", L"sub.txt", L"\u00e9.txt"}));
+                                                              L"b.txt", L"sub.txt", L"\u00e9.txt"}));
     EXPECT_EQ(walk(walker, L"?.dat"), (std::vector<TyxString>{L"c.dat"}));
     EXPECT_EQ(walk(walker, L"[ab].*"), (std::vector<TyxString>{L"a.txt", L"b.txt"}));
     EXPECT_EQ(walk(walker, L"*").size(), 8u);

@@ -161,7 +161,9 @@ TEST(TyxFileInfoTest, OddPathsAreHandled)
     TyxTestDir dir;
     const TyxString folder = tyx::fromUTF8(std::filesystem::canonical(dir.path()).string());
     const TyxString name = folder + L"/\u00fcber \u65e5\u672c.txt";
-    dir.write("\xc3\xbc" "ber \xe6\x97\xa5\xe6\x9c\xac.txt", "x");
+    dir.write("\xc3\xbc"
+              "ber \xe6\x97\xa5\xe6\x9c\xac.txt",
+              "x");
     EXPECT_TRUE(TyxFileInfo(name).isFile());
     EXPECT_EQ(tyx::canonicalizePath(name), name);
 

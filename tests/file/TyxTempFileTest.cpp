@@ -156,8 +156,8 @@ TEST(TyxTempFileTest, UnopenableFilePostsAnError)
 
     const TmpDirScope scope(dir.file("missing"));
     const std::string posted = postedText([&] { temp.open(L"w", true); });
-    EXPECT_TRUE(std::regex_match(posted, std::regex("Unable to fopen\\(w\\) temporary file '" + dir.file("missing") +
-                                                    "/tyx_[A-Za-z]{8}\\.tmp'")))
+    EXPECT_TRUE(std::regex_match(posted, std::regex("Unable to fopen\\(w\\) temporary file '" +
+                                                    dir.file("missing") + "/tyx_[A-Za-z]{8}\\.tmp'")))
         << posted;
 }
 
@@ -165,8 +165,10 @@ TEST(TyxTempFileTest, TempnamJoinsItsParts)
 {
     const std::string name = tyx::toUTF8(tyx::internal::tempnam(L"pre_", L".suf", L"/some/dir"));
     EXPECT_TRUE(std::regex_match(name, std::regex("/some/dir/pre_[A-Za-z]{8}\\.suf"))) << name;
-    EXPECT_TRUE(std::regex_match(tyx::toUTF8(tyx::internal::tempnam(L"", L"", L"/d/")), std::regex("/d/[A-Za-z]{8}")));
-    EXPECT_TRUE(std::regex_match(tyx::toUTF8(tyx::internal::tempnam(L"p", L"", L"")), std::regex("p[A-Za-z]{8}")));
+    EXPECT_TRUE(std::regex_match(tyx::toUTF8(tyx::internal::tempnam(L"", L"", L"/d/")),
+                                 std::regex("/d/[A-Za-z]{8}")));
+    EXPECT_TRUE(
+        std::regex_match(tyx::toUTF8(tyx::internal::tempnam(L"p", L"", L"")), std::regex("p[A-Za-z]{8}")));
 }
 
 TEST(TyxTempFileTest, RemoveDeletesByName)

@@ -74,8 +74,8 @@ TEST(TyxURLTest, SplitsIntoComponents)
         {L"s://h:8a", L"s", absent, absent, L"h", absent, absent, absent, absent},
         {L"s://h:", L"s", absent, absent, L"h", absent, absent, absent, absent},
         {L"s://h:-1", L"s", absent, absent, L"h", absent, absent, absent, absent},
-        {L"sch\u00e9ma://\u00fcser@h\u00f6st/\u65e5\u672c?\u00e4#\u00df", L"sch\u00e9ma", L"\u00fcser", absent,
-         L"h\u00f6st", absent, L"/\u65e5\u672c", L"\u00e4", L"\u00df"},
+        {L"sch\u00e9ma://\u00fcser@h\u00f6st/\u65e5\u672c?\u00e4#\u00df", L"sch\u00e9ma", L"\u00fcser",
+         absent, L"h\u00f6st", absent, L"/\u65e5\u672c", L"\u00e4", L"\u00df"},
     };
     for (const UrlCase &c : cases) {
         const TyxURL url{TyxString(c.text)};
@@ -113,7 +113,8 @@ TEST(TyxURLTest, ParsedPathCutsAtSlashesOnly)
 {
     EXPECT_EQ(TyxURL(TyxString(L"s://h/a//b/c.txt")).parsedPath(), (tyx::TyxStrList{L"a", L"b", L"c.txt"}));
     EXPECT_EQ(TyxURL(TyxString(L"s://h/a\\b/c/")).parsedPath(), (tyx::TyxStrList{L"a\\b", L"c"}));
-    EXPECT_EQ(TyxURL(TyxString(L"s://h/\u65e5/\u00e9")).parsedPath(), (tyx::TyxStrList{L"\u65e5", L"\u00e9"}));
+    EXPECT_EQ(TyxURL(TyxString(L"s://h/\u65e5/\u00e9")).parsedPath(),
+              (tyx::TyxStrList{L"\u65e5", L"\u00e9"}));
     EXPECT_TRUE(TyxURL(TyxString(L"s://h/")).parsedPath().empty());
     EXPECT_TRUE(TyxURL(TyxString(L"s://h")).parsedPath().empty());
 }
