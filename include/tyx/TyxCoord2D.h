@@ -4,7 +4,9 @@
 #include <iosfwd>
 #include <utility>
 
+#include <tyx/TyxCast.h>
 #include <tyx/TyxString.h>
+#include <tyx/TyxVariantImpl.h>
 
 namespace tyx {
 
@@ -81,5 +83,43 @@ TYX_EXPORT std::istream &operator>>(std::istream &is, TyxCoord2D<T> &coord);
 
 extern template class TyxCoord2D<double>;
 extern template class TyxCoord2D<int>;
+
+namespace internal {
+
+/// Reads \p value from \p text as operator>> does; false when that fails.
+template <class T>
+TYX_EXPORT bool parseText(const TyxString &text, TyxCoord2D<T> &value);
+
+template <>
+struct TyxDefaultCasts<TyxCoord2D<double>> {
+    /// "(x,y)", each field in the default stream form.
+    static bool toString(const TyxCoord2D<double> &value, TyxString &text)
+    {
+        text = static_cast<TyxString>(value);
+        return true;
+    }
+    static bool fromString(const TyxString &text, TyxCoord2D<double> &value)
+    {
+        return parseText(text, value);
+    }
+    static void getDefault(TyxCoord2D<double> &value) { value = TyxCoord2D<double>(); }
+};
+
+/// True when either field is not zero.
+template <>
+struct TyxCast<TyxCoord2D<double>, bool> {
+    static bool cast(const TyxCoord2D<double> &from, bool &to)
+    {
+        to = !from.isNull();
+        return true;
+    }
+};
+
+template <>
+struct TyxVariantTraits<TyxCoord2D<double>>
+    : TyxBuiltinVariantTraits<TyxCoord2D<double>, TyxMetaType::DblCoord2D> {
+};
+
+} // namespace internal
 
 } // namespace tyx

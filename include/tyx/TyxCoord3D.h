@@ -3,8 +3,12 @@
 
 #include <iosfwd>
 
+#include <concepts>
+
+#include <tyx/TyxCast.h>
 #include <tyx/TyxCoord2D.h>
 #include <tyx/TyxString.h>
+#include <tyx/TyxVariantImpl.h>
 
 namespace tyx {
 
@@ -89,5 +93,47 @@ TYX_EXPORT std::istream &operator>>(std::istream &is, TyxCoord3D<T> &coord);
 
 extern template class TyxCoord3D<double>;
 extern template class TyxCoord3D<int>;
+
+namespace internal {
+
+/// Reads \p value from \p text as operator>> does; false when that fails.
+template <class T>
+TYX_EXPORT bool parseText(const TyxString &text, TyxCoord3D<T> &value);
+
+/// The three-dimensional coordinates of the conversion matrix.
+template <class T>
+concept TyxMatrixCoord3D = std::same_as<T, TyxCoord3D<int>> || std::same_as<T, TyxCoord3D<double>>;
+
+template <TyxMatrixCoord3D T>
+struct TyxDefaultCasts<T> {
+    /// "(x,y,z)", each field in the default stream form.
+    static bool toString(const T &value, TyxString &text)
+    {
+        text = static_cast<TyxString>(value);
+        return true;
+    }
+    static bool fromString(const TyxString &text, T &value) { return parseText(text, value); }
+    static void getDefault(T &value) { value = T(); }
+};
+
+/// True when any field is not zero.
+template <TyxMatrixCoord3D T>
+struct TyxCast<T, bool> {
+    static bool cast(const T &from, bool &to)
+    {
+        to = !from.isNull();
+        return true;
+    }
+};
+
+template <>
+struct TyxVariantTraits<TyxCoord3D<int>> : TyxBuiltinVariantTraits<TyxCoord3D<int>, TyxMetaType::I32Coord> {
+};
+template <>
+struct TyxVariantTraits<TyxCoord3D<double>>
+    : TyxBuiltinVariantTraits<TyxCoord3D<double>, TyxMetaType::DblCoord> {
+};
+
+} // namespace internal
 
 } // namespace tyx

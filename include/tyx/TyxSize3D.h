@@ -5,7 +5,9 @@
 #include <iosfwd>
 #include <type_traits>
 
+#include <tyx/TyxCast.h>
 #include <tyx/TyxString.h>
+#include <tyx/TyxVariantImpl.h>
 
 namespace tyx {
 
@@ -101,5 +103,43 @@ TYX_EXPORT std::istream &operator>>(std::istream &is, TyxSize3D<T> &size);
 
 extern template class TyxSize3D<unsigned int>;
 extern template class TyxSize3D<double>;
+
+namespace internal {
+
+/// Reads \p value from \p text as operator>> does; false when that fails.
+template <class T>
+TYX_EXPORT bool parseText(const TyxString &text, TyxSize3D<T> &value);
+
+template <>
+struct TyxDefaultCasts<TyxSize3D<unsigned int>> {
+    /// "(width,height,depth)".
+    static bool toString(const TyxSize3D<unsigned int> &value, TyxString &text)
+    {
+        text = static_cast<TyxString>(value);
+        return true;
+    }
+    static bool fromString(const TyxString &text, TyxSize3D<unsigned int> &value)
+    {
+        return parseText(text, value);
+    }
+    static void getDefault(TyxSize3D<unsigned int> &value) { value = TyxSize3D<unsigned int>(); }
+};
+
+/// True when any field is not zero.
+template <>
+struct TyxCast<TyxSize3D<unsigned int>, bool> {
+    static bool cast(const TyxSize3D<unsigned int> &from, bool &to)
+    {
+        to = from.width() != 0 || from.height() != 0 || from.depth() != 0;
+        return true;
+    }
+};
+
+template <>
+struct TyxVariantTraits<TyxSize3D<unsigned int>>
+    : TyxBuiltinVariantTraits<TyxSize3D<unsigned int>, TyxMetaType::U32Size> {
+};
+
+} // namespace internal
 
 } // namespace tyx

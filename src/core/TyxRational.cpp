@@ -1,6 +1,10 @@
 // Fraction of two integers: text forms of the four instantiations.
 #include <tyx/TyxRational.h>
 
+#include <sstream>
+
+#include <tyx/TyxVariant.h>
+
 #include "core/TyxTupleStream.h"
 
 namespace tyx {
@@ -49,12 +53,21 @@ std::istream &operator>>(std::istream &is, TyxRational<T> &value)
     return readRational(is, value);
 }
 
+template <class T>
+bool internal::parseText(const TyxString &text, TyxRational<T> &value)
+{
+    std::wistringstream is(text);
+    is >> value;
+    return !is.fail();
+}
+
 #define TYX_INSTANTIATE_RATIONAL(T)                                                                          \
     template class TyxRational<T>;                                                                           \
     template std::wostream &operator<<(std::wostream &, const TyxRational<T> &);                             \
     template std::ostream &operator<<(std::ostream &, const TyxRational<T> &);                               \
     template std::wistream &operator>>(std::wistream &, TyxRational<T> &);                                   \
-    template std::istream &operator>>(std::istream &, TyxRational<T> &)
+    template std::istream &operator>>(std::istream &, TyxRational<T> &);                                     \
+    template bool internal::parseText(const TyxString &, TyxRational<T> &)
 
 TYX_INSTANTIATE_RATIONAL(int);
 TYX_INSTANTIATE_RATIONAL(unsigned int);
@@ -62,5 +75,19 @@ TYX_INSTANTIATE_RATIONAL(int64_t);
 TYX_INSTANTIATE_RATIONAL(uint64_t);
 
 #undef TYX_INSTANTIATE_RATIONAL
+
+namespace {
+
+// Codes 12 and 13 join the variant, with their casts to the core types and
+// between each other.
+[[maybe_unused]] const bool joined = [] {
+    using internal::TyxVariantRegistrar;
+    TyxVariantRegistrar::join<TyxRational<int64_t>>();
+    TyxVariantRegistrar::join<TyxRational<uint64_t>>();
+    TyxVariantRegistrar::joinCasts<TyxRational<int64_t>, TyxRational<uint64_t>>();
+    return true;
+}();
+
+} // namespace
 
 } // namespace tyx

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tyx/TyxVariant.h>
+
 namespace {
 
 using tyx::TyxCoord2D;
@@ -67,6 +69,24 @@ TEST(TyxCoord2DTest, StreamFormsRoundTrip)
     huge >> tooLarge;
     EXPECT_TRUE(huge.fail());
     EXPECT_TRUE(tooLarge.isNull());
+}
+
+TEST(TyxCoord2DTest, JoinsTheVariantAsCode21)
+{
+    const tyx::TyxVariant coord(TyxCoord2D<double>(0.5, 0));
+    EXPECT_EQ(coord.type().toEnum(), 21);
+    std::ostringstream form;
+    form << coord;
+    EXPECT_EQ(form.str(), "TyxDblCoord2D,(0.5,0)");
+    EXPECT_TRUE(coord.value<bool>());
+    EXPECT_FALSE(tyx::TyxVariant(TyxCoord2D<double>()).value<bool>());
+    EXPECT_EQ(tyx::TyxVariant(" (3,4) ").value<TyxCoord2D<double>>(), TyxCoord2D<double>(3, 4));
+
+    tyx::TyxVariant read;
+    std::wistringstream in(L"TyxDblCoord2D,(-1.5,2)");
+    in >> read;
+    EXPECT_EQ(read.type().toEnum(), 21);
+    EXPECT_EQ(read.value<TyxCoord2D<double>>(), TyxCoord2D<double>(-1.5, 2));
 }
 
 } // namespace

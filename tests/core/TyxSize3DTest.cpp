@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tyx/TyxVariant.h>
+
 namespace {
 
 using tyx::TyxSize3D;
@@ -45,6 +47,21 @@ TEST(TyxSize3DTest, StreamForms)
     negative >> read;
     EXPECT_TRUE(negative.fail());
     EXPECT_EQ(read, TyxSize3D<unsigned int>());
+}
+
+TEST(TyxSize3DTest, JoinsTheVariantAsCode22)
+{
+    const tyx::TyxVariant size(TyxSize3D<unsigned int>(0, 5, 5));
+    EXPECT_EQ(size.type().toEnum(), 22);
+    std::wostringstream form;
+    form << size;
+    EXPECT_EQ(form.str(), L"TyxU32Size,(0,5,5)");
+    // As a bool a size asks whether any field is set, not whether it is empty.
+    EXPECT_TRUE(size.value<bool>());
+    EXPECT_FALSE(tyx::TyxVariant(TyxSize3D<unsigned int>()).value<bool>());
+    EXPECT_EQ(tyx::TyxVariant("(640,480,3)").value<TyxSize3D<unsigned int>>(),
+              TyxSize3D<unsigned int>(640, 480, 3));
+    EXPECT_EQ(size.value<tyx::TyxString>(), L"(0,5,5)");
 }
 
 } // namespace
