@@ -1,9 +1,8 @@
 // Three-dimensional coordinate "(x,y,z)".
 #pragma once
 
-#include <iosfwd>
-
 #include <concepts>
+#include <iosfwd>
 
 #include <tyx/TyxCast.h>
 #include <tyx/TyxCoord2D.h>

@@ -5,6 +5,7 @@
 #include <dirent.h>
 #include <fnmatch.h>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "file/TyxNativePath.h"
