@@ -99,6 +99,7 @@ private:
 
     /// The code of \p name or, failing that, of \p typeID when either is
     /// known; otherwise the next free code from 1024, entered under \p name.
+    /// An empty name gives Invalid.
     static TyxMetaType registerType(uint64_t typeID, const TyxString &name);
     static Code checked(int code);
 

@@ -9,7 +9,9 @@
 //     TyxBuiltinVariantTraits<T, TyxMetaType::Code, Impl>; a type coded at
 //     run time (1024 up) from TyxRegisteredVariantTraits<T, Impl> and adds
 //     `static TyxString className()`. Impl is TyxVariantImpl<T> or a class
-//     derived from it. From then on TyxVariant(T) and value<T>() work.
+//     derived from it (TyxBufferPtrVariant, for instance). Declare it right
+//     after the class, before anything uses TyxVariantImpl<T>. From then on
+//     TyxVariant(T) and value<T>() work.
 //  2. In the same header, specialise tyx::internal::TyxDefaultCasts<T>
 //     (toString, fromString, getDefault) and TyxCast<T, U>, TyxCast<U, T>
 //     for the pairs the matrix allows with the types that exist already
@@ -20,6 +22,7 @@
 //     join() registers the prototype (a default-made T), the default and
 //     every cast between T and each core type that TyxCast has, both ways.
 //     Casts with other later types join with joinCasts<T, U1, U2...>().
+//     The test program of the core area holds a complete example (Probe).
 //  Until a built-in code has joined, prototype() of it is the invalid variant
 //  and value() to it writes nothing and answers false.
 #pragma once

@@ -1,7 +1,6 @@
 // The implementation of the variant that holds text.
 #include <tyx/TyxStringVariant.h>
 
-#include <cwctype>
 #include <string>
 
 namespace tyx {

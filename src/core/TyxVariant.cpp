@@ -156,6 +156,11 @@ bool convertValue(int fromCode, const void *from, const TyxMetaType &target, voi
         *static_cast<char *>(dest) = static_cast<char>(character);
         return ok;
     }
+    if (target == r.aliases[static_cast<size_t>(TyxValueAlias::Variant)]) {
+        // A new variant holding a copy of the value.
+        *static_cast<TyxVariant *>(dest) = TyxVariant(TyxMetaType(fromCode), from);
+        return static_cast<TyxVariant *>(dest)->isValid();
+    }
     if (target == r.aliases[static_cast<size_t>(TyxValueAlias::CharPointer)]) {
         // Not a copy: the pointer lives as long as the implementation object.
         if (fromCode != TyxMetaType::String)

@@ -196,6 +196,8 @@ bool TyxMetaType::isValid(const TyxString &name)
 
 TyxMetaType TyxMetaType::registerType(uint64_t typeID, const TyxString &name)
 {
+    if (name.empty())
+        return TyxMetaType();
     TyxMetaType known = fromString(name);
     if (!known.isValid())
         known = fromTypeID(typeID);

@@ -123,6 +123,11 @@ TEST(TyxVariantTest, ValueConvertsOrGivesTheDefault)
     EXPECT_EQ(TyxVariant(3.0).value<std::string>(), "3.0");
     EXPECT_EQ(TyxVariant(1LL).value<long long>(), 1LL);
     EXPECT_EQ(TyxVariant(7).value<TyxVariant>().value<int>(), 7);
+    TyxVariant copy;
+    const TyxVariant original(L"abc");
+    EXPECT_TRUE(original.value(TyxMetaType::fromString(L"TyxVariant"), &copy));
+    EXPECT_EQ(copy.value<TyxString>(), L"abc");
+    EXPECT_NE(copy.impl().constData(), original.impl().constData());
 }
 
 TEST(TyxVariantTest, CharPointerPointsIntoTheValue)
@@ -398,6 +403,16 @@ TEST(TyxVariantTest, LaterTypeJoinsWithoutEditingTheLibrary)
     EXPECT_FALSE(v == TyxVariant(3));
     EXPECT_EQ(readWide(L"TyxTestProbe,7").value<Probe>().level, 7);
     EXPECT_EQ(TyxVariant::prototype(type).type(), type);
+
+    // A second registration of a code replaces the first.
+    using Registrar = tyx::internal::TyxVariantRegistrar;
+    const auto nine = std::make_shared<tyx::TyxVariantImpl<Probe>>(Probe{9});
+    EXPECT_TRUE(Registrar::registerPrototype(type, nine));
+    EXPECT_EQ(TyxVariant::prototype(type).value<Probe>().level, 9);
+    EXPECT_EQ(TyxVariant(type, nullptr).value<Probe>().level, 9);
+    EXPECT_FALSE(Registrar::registerPrototype(type, nullptr));
+    EXPECT_FALSE(Registrar::registerPrototype(TyxMetaType(), nine));
+    EXPECT_EQ(TyxVariant::prototype(type).value<Probe>().level, 9);
 }
 
 } // namespace

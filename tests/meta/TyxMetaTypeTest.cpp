@@ -85,6 +85,7 @@ TEST(TyxMetaTypeTest, RegisteredCodesStartAt1024)
     // A name or identity already known gives its existing code.
     EXPECT_EQ(Registrar::registerName(L"double"), TyxMetaType::Double);
     EXPECT_EQ(Registrar::registerName(L"wchar_t"), TyxMetaType::Char);
+    EXPECT_EQ(Registrar::registerName(L""), TyxMetaType::Invalid);
     // The aliases of value() hold run-time codes too.
     EXPECT_GE(TyxMetaType::fromString(L"StdString").toEnum(), TyxMetaType::FirstRegistered);
 }

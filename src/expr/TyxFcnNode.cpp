@@ -1,0 +1,107 @@
+// Expression tree node that calls a named function on its arguments.
+#include "expr/TyxFcnNode.h"
+
+#include <utility>
+
+#include "core/TyxPost.h"
+
+namespace tyx::internal {
+
+TyxFcnNode::TyxFcnNode(const TyxString &name, TyxEqnNodeList args) : m_name(name), m_args(std::move(args)) {}
+
+TyxFcnNode::TyxFcnNode(const TyxString &name, const TyxEqnNodePtr &arg) : m_name(name), m_args{arg} {}
+
+TyxFcnNode::TyxFcnNode(const TyxString &name, const TyxEqnNodePtr &arg1, const TyxEqnNodePtr &arg2)
+    : m_name(name), m_args{arg1, arg2}
+{
+}
+
+TyxFcnNode::TyxFcnNode(const TyxFcnNode &other) : TyxEqnNode(other), m_name(other.m_name)
+{
+    try {
+        copyArgs(other);
+    } catch (...) {
+        clear();
+        throw;
+    }
+}
+
+TyxFcnNode::~TyxFcnNode() { clear(); }
+
+TyxString TyxFcnNode::className() const { return L"TyxFcnNode"; }
+
+TyxEqnNodePtr TyxFcnNode::clone() const { return TyxEqnNodePtr(new TyxFcnNode(*this)); }
+
+const TyxVariant &TyxFcnNode::evaluate()
+{
+    TYX_THROW_ERROR(L"'" + m_name + L"()' is not a valid parametric function.");
+}
+
+TyxFcnNode *TyxFcnNode::toFcnNode() { return this; }
+
+const TyxFcnNode *TyxFcnNode::toFcnNode() const { return this; }
+
+TyxEqnNodeConstPtr TyxFcnNode::node(const TyxString &name) const
+{
+    std::vector<const TyxFcnNode *> pending{this};
+    while (!pending.empty()) {
+        const TyxFcnNode *fcn = pending.back();
+        pending.pop_back();
+        if (fcn->m_name == name)
+            return TyxEqnNodeConstPtr(fcn);
+        // Pushed last to first, so the first argument is searched next.
+        for (auto arg = fcn->m_args.rbegin(); arg != fcn->m_args.rend(); ++arg) {
+            if (const TyxFcnNode *child = *arg ? (*arg)->toFcnNode() : nullptr)
+                pending.push_back(child);
+        }
+    }
+    return {};
+}
+
+void TyxFcnNode::clear()
+{
+    // A function argument that nobody else holds hands its own arguments to
+    // the pending list before it goes, so each destructor meets an empty
+    // list and the teardown never recurses.
+    TyxEqnNodeList pending;
+    pending.swap(m_args);
+    while (!pending.empty()) {
+        const TyxEqnNodePtr node = pending.back();
+        pending.pop_back();
+        if (!node || node->hasMultipleRefs())
+            continue;
+        if (TyxFcnNode *fcn = node->toFcnNode()) {
+            pending.insert(pending.end(), fcn->m_args.begin(), fcn->m_args.end());
+            fcn->m_args.clear();
+        }
+    }
+}
+
+void TyxFcnNode::copyArgs(const TyxFcnNode &other)
+{
+    if (&other == this)
+        return;
+    clear();
+    // Pairs of a source node and its copy whose arguments remain to be
+    // copied; function arguments are copied bare and queued here.
+    std::vector<std::pair<const TyxFcnNode *, TyxFcnNode *>> pending{{&other, this}};
+    while (!pending.empty()) {
+        const auto [source, target] = pending.back();
+        pending.pop_back();
+        target->m_args.reserve(source->m_args.size());
+        for (const TyxEqnNodePtr &arg : source->m_args) {
+            const TyxFcnNode *fcn = arg ? arg->toFcnNode() : nullptr;
+            if (!fcn) {
+                target->m_args.push_back(arg ? arg->clone() : TyxEqnNodePtr());
+                continue;
+            }
+            auto *copy = new TyxFcnNode();
+            const TyxEqnNodePtr owner(copy);
+            copy->m_name = fcn->m_name;
+            target->m_args.push_back(owner);
+            pending.emplace_back(fcn, copy);
+        }
+    }
+}
+
+} // namespace tyx::internal

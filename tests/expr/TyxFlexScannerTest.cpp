@@ -1,0 +1,214 @@
+// Tests of the expression scanner: token boundaries, token text, values and the column.
+#include "expr/TyxFlexScanner.h"
+
+#include <cmath>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using tyx::internal::TyxBisonParser;
+using tyx::internal::TyxFlexScanner;
+using Token = TyxBisonParser::token;
+using namespace std::string_literals;
+
+const char *tokenName(int code)
+{
+    switch (code) {
+    case Token::TKN_OR: return "TKN_OR";
+    case Token::TKN_AND: return "TKN_AND";
+    case Token::TKN_NE: return "TKN_NE";
+    case Token::TKN_EQ: return "TKN_EQ";
+    case Token::TKN_GE: return "TKN_GE";
+    case Token::TKN_LE: return "TKN_LE";
+    case Token::TKN_RIGHT: return "TKN_RIGHT";
+    case Token::TKN_LEFT: return "TKN_LEFT";
+    case Token::TKN_ALT_DIV: return "TKN_ALT_DIV";
+    case Token::TKN_ALT_MULT: return "TKN_ALT_MULT";
+    case Token::TKN_ALT_TRANS: return "TKN_ALT_TRANS";
+    case Token::TKN_ALT_EXP: return "TKN_ALT_EXP";
+    case Token::TKN_ID: return "TKN_ID";
+    case Token::TKN_FVAL: return "TKN_FVAL";
+    case Token::TKN_IVAL: return "TKN_IVAL";
+    case Token::TKN_UVAL: return "TKN_UVAL";
+    case Token::TKN_HVAL: return "TKN_HVAL";
+    case Token::TKN_EVAL: return "TKN_EVAL";
+    case Token::TKN_SVAL: return "TKN_SVAL";
+    case Token::TKN_SYNTAX_ERROR: return "TKN_SYNTAX_ERROR";
+    default: return nullptr;
+    }
+}
+
+bool carriesText(int code) { return code >= Token::TKN_ID && code <= Token::TKN_SVAL; }
+
+// The tokens of \p text, blank-separated: a character token as itself, a
+// named one by its name, with its text in parentheses where it has one.
+// With \p columns every token is followed by "@" and the column after it.
+std::string scan(const std::string &text, bool columns = false)
+{
+    std::istringstream in(text);
+    TyxFlexScanner scanner(in);
+    std::string out;
+    for (;;) {
+        TyxBisonParser::value_type value;
+        const int code = scanner.lex(&value);
+        if (code == 0)
+            break;
+        if (!out.empty())
+            out += ' ';
+        if (const char *name = tokenName(code))
+            out += name;
+        else
+            out += static_cast<char>(code);
+        if (carriesText(code)) {
+            out += '(' + value.as<std::string>() + ')';
+            value.destroy<std::string>();
+        }
+        if (columns)
+            out += '@' + std::to_string(scanner.column());
+    }
+    return out;
+}
+
+struct ScanCase {
+    std::string text;
+    std::string tokens;
+};
+
+TEST(TyxFlexScannerTest, OperatorsAndPunctuation)
+{
+    EXPECT_EQ(scan(">> << && || <= >= == != .* ./ .^ .'"),
+              "TKN_RIGHT TKN_LEFT TKN_AND TKN_OR TKN_LE TKN_GE TKN_EQ TKN_NE TKN_ALT_MULT TKN_ALT_DIV "
+              "TKN_ALT_EXP TKN_ALT_TRANS");
+    EXPECT_EQ(scan(". { } ( ) [ ] < > - + * / % ? : ; , ' & ~ ^ | ! ="),
+              ". { } ( ) [ ] < > - + * / % ? : ; , ' & ~ ^ | ! =");
+    // Longest match: three characters split into a pair and a single.
+    EXPECT_EQ(scan(">>>"), "TKN_RIGHT >");
+    EXPECT_EQ(scan("!=="), "TKN_NE =");
+    EXPECT_EQ(scan("a.'"), "TKN_ID(a) TKN_ALT_TRANS");
+}
+
+TEST(TyxFlexScannerTest, NumbersNamesAndStrings)
+{
+    const ScanCase cases[] = {
+        {"12 007", "TKN_IVAL(12) TKN_IVAL(007)"},
+        {"1.5 1. .5", "TKN_FVAL(1.5) TKN_FVAL(1.) TKN_FVAL(.5)"},
+        {"1e5 1.5E-3 .5e+2 1.e2", "TKN_EVAL(1e5) TKN_EVAL(1.5E-3) TKN_EVAL(.5e+2) TKN_EVAL(1.e2)"},
+        {"0x1F 0XaB 0x1e5", "TKN_HVAL(0x1F) TKN_HVAL(0XaB) TKN_HVAL(0x1e5)"},
+        {"_a1 e5 x_2 A", "TKN_ID(_a1) TKN_ID(e5) TKN_ID(x_2) TKN_ID(A)"},
+        {"\"a b\nc\"", "TKN_SVAL(\"a b\nc\")"},
+        {"\"\"\"x\"", "TKN_SVAL(\"\") TKN_SVAL(\"x\")"},
+        {"\"a\"b\"", "TKN_SVAL(\"a\") TKN_ID(b) TKN_SYNTAX_ERROR"},
+        {"\"abc", "TKN_SYNTAX_ERROR TKN_ID(abc)"},
+        {"'x'", "' TKN_ID(x) '"},
+        {"# $ @ `", "TKN_SYNTAX_ERROR TKN_SYNTAX_ERROR TKN_SYNTAX_ERROR TKN_SYNTAX_ERROR"},
+        {" \t\v\f\r\n", ""},
+        {"1..2", "TKN_FVAL(1.) TKN_FVAL(.2)"},
+        {"1.*2", "TKN_FVAL(1.) * TKN_IVAL(2)"},
+        {"1./2", "TKN_FVAL(1.) / TKN_IVAL(2)"},
+        {"1.^2", "TKN_FVAL(1.) ^ TKN_IVAL(2)"},
+        {"1.'", "TKN_FVAL(1.) '"},
+        {"a.*b", "TKN_ID(a) TKN_ALT_MULT TKN_ID(b)"},
+        {"1 .* 2", "TKN_IVAL(1) TKN_ALT_MULT TKN_IVAL(2)"},
+    };
+    for (const ScanCase &c : cases)
+        EXPECT_EQ(scan(c.text), c.tokens) << c.text;
+}
+
+TEST(TyxFlexScannerTest, UnitTokensAreGreedyAndBackUp)
+{
+    const ScanCase cases[] = {
+        {"2m", "TKN_UVAL(2m)"},
+        {"2 m", "TKN_UVAL(2 m)"},
+        {"2  kg*m/s^2", "TKN_UVAL(2  kg*m/s^2)"},
+        {"2m*x", "TKN_UVAL(2m*x)"},
+        {"2m/3", "TKN_UVAL(2m) / TKN_IVAL(3)"},
+        {"2m^2", "TKN_UVAL(2m^2)"},
+        {"2m^2^0.5", "TKN_UVAL(2m^2^0.5)"},
+        {"2m^1e3 2m^0x1F 2m^.5", "TKN_UVAL(2m^1e3) TKN_UVAL(2m^0x1F) TKN_UVAL(2m^.5)"},
+        {"2m^-1", "TKN_UVAL(2m) ^ - TKN_IVAL(1)"},
+        {"2m3", "TKN_UVAL(2m) TKN_IVAL(3)"},
+        {"1e", "TKN_UVAL(1e)"},
+        {"1e5", "TKN_EVAL(1e5)"},
+        {"1e+", "TKN_UVAL(1e) +"},
+        {"1e5m", "TKN_UVAL(1e5m)"},
+        {"0x", "TKN_UVAL(0x)"},
+        {"0x1F", "TKN_HVAL(0x1F)"},
+        {"0x1Fm", "TKN_UVAL(0x1Fm)"},
+        {"0xg", "TKN_UVAL(0xg)"},
+        {"1.5 s", "TKN_UVAL(1.5 s)"},
+        {"2 (m)", "TKN_UVAL(2 (m))"},
+        {"2 (a+b)", "TKN_IVAL(2) ( TKN_ID(a) + TKN_ID(b) )"},
+        {"2(m/s)*kg", "TKN_UVAL(2(m/s)*kg)"},
+        {"2(m)*(s)", "TKN_UVAL(2(m)*(s))"},
+        {"2(kg*(m/s))", "TKN_UVAL(2(kg*(m/s)))"},
+        {"2(m)^2", "TKN_UVAL(2(m)) ^ TKN_IVAL(2)"},
+        {"2(m/s)x", "TKN_UVAL(2(m/s)) TKN_ID(x)"},
+        {"2(m)*", "TKN_UVAL(2(m)) *"},
+        {"2 \"m\"", "TKN_IVAL(2) TKN_SVAL(\"m\")"},
+        {"2\tm", "TKN_IVAL(2) TKN_ID(m)"},
+    };
+    for (const ScanCase &c : cases)
+        EXPECT_EQ(scan(c.text), c.tokens) << c.text;
+}
+
+TEST(TyxFlexScannerTest, BytesOutsideTheLanguage)
+{
+    // Control characters, NUL and the bytes of UTF-8 are single error tokens,
+    // while a string passes them through.
+    EXPECT_EQ(scan("a\x01"), "TKN_ID(a) TKN_SYNTAX_ERROR");
+    EXPECT_EQ(scan("a\0b"s), "TKN_ID(a) TKN_SYNTAX_ERROR TKN_ID(b)");
+    EXPECT_EQ(scan("\xc3\xa9"), "TKN_SYNTAX_ERROR TKN_SYNTAX_ERROR");
+    EXPECT_EQ(scan("\xff"), "TKN_SYNTAX_ERROR");
+    EXPECT_EQ(scan("\"\xc3\xa9\""), "TKN_SVAL(\"\xc3\xa9\")");
+    EXPECT_EQ(scan("\"\0\""s), "TKN_SVAL(\"\0\")"s);
+}
+
+TEST(TyxFlexScannerTest, ColumnCountsBytesTabsAndLines)
+{
+    EXPECT_EQ(scan("a + bc", true), "TKN_ID(a)@1 +@3 TKN_ID(bc)@6");
+    EXPECT_EQ(scan("a\tb", true), "TKN_ID(a)@1 TKN_ID(b)@9");
+    EXPECT_EQ(scan("\t\t#", true), "TKN_SYNTAX_ERROR@17");
+    EXPECT_EQ(scan("1234567\tx", true), "TKN_IVAL(1234567)@7 TKN_ID(x)@9");
+    EXPECT_EQ(scan("12345678\tx", true), "TKN_IVAL(12345678)@8 TKN_ID(x)@17");
+    EXPECT_EQ(scan("a\nbc", true), "TKN_ID(a)@1 TKN_ID(bc)@2");
+    EXPECT_EQ(scan("\"a\nbc\" x", true), "TKN_SVAL(\"a\nbc\")@3 TKN_ID(x)@5");
+    EXPECT_EQ(scan("\xc3\xa9", true), "TKN_SYNTAX_ERROR@1 TKN_SYNTAX_ERROR@2");
+}
+
+TEST(TyxFlexScannerTest, LongTokensAndUnterminatedStrings)
+{
+    // Longer than the 16384-byte buffer: the buffer grows or backs up correctly.
+    const std::string digits(40000, '7');
+    EXPECT_EQ(scan(digits + "+1"), "TKN_IVAL(" + digits + ") + TKN_IVAL(1)");
+    const std::string body(40000, 'x');
+    EXPECT_EQ(scan("\"" + body), "TKN_SYNTAX_ERROR TKN_ID(" + body + ")");
+    EXPECT_EQ(scan("\"" + body + "\""), "TKN_SVAL(\"" + body + "\")");
+}
+
+TEST(TyxFlexScannerTest, IntegerValuesSaturateAt32Bits)
+{
+    EXPECT_EQ(TyxFlexScanner::decimalValue("0"), 0.0);
+    EXPECT_EQ(TyxFlexScanner::decimalValue("010"), 10.0);
+    EXPECT_EQ(TyxFlexScanner::decimalValue("2147483647"), 2147483647.0);
+    EXPECT_EQ(TyxFlexScanner::decimalValue("2147483648"), 2147483647.0);
+    EXPECT_EQ(TyxFlexScanner::decimalValue("99999999999"), 2147483647.0);
+    EXPECT_EQ(TyxFlexScanner::decimalValue(std::string(400, '9')), 2147483647.0);
+    EXPECT_EQ(TyxFlexScanner::hexValue("0x1F"), 31.0);
+    EXPECT_EQ(TyxFlexScanner::hexValue("0X7fffffff"), 2147483647.0);
+    EXPECT_EQ(TyxFlexScanner::hexValue("0xFFFFFFFF"), 2147483647.0);
+    EXPECT_EQ(TyxFlexScanner::hexValue("0x" + std::string(40, 'F')), 2147483647.0);
+}
+
+TEST(TyxFlexScannerTest, FloatValuesAsStrtod)
+{
+    EXPECT_EQ(TyxFlexScanner::floatValue("1."), 1.0);
+    EXPECT_EQ(TyxFlexScanner::floatValue(".5"), 0.5);
+    EXPECT_EQ(TyxFlexScanner::floatValue("1.5E-3"), 1.5e-3);
+    EXPECT_EQ(TyxFlexScanner::floatValue("1e400"), HUGE_VAL);
+    EXPECT_EQ(TyxFlexScanner::floatValue("1e-400"), 0.0);
+}
+
+} // namespace
