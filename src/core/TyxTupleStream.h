@@ -45,6 +45,8 @@ bool truncateTo(double value, T &target)
         target = static_cast<T>(value);
         return true;
     } else {
+        // The range test is exact only where the limits are exact doubles.
+        static_assert(sizeof(T) <= 4, "integer fields of at most 32 bits");
         const double truncated = std::trunc(value);
         if (!(truncated >= static_cast<double>(std::numeric_limits<T>::min()) &&
               truncated <= static_cast<double>(std::numeric_limits<T>::max())))
