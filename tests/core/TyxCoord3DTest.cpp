@@ -1,0 +1,83 @@
+#include <tyx/TyxCoord3D.h>
+
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include <tyx/TyxVariant.h>
+
+namespace {
+
+using tyx::TyxCoord3D;
+
+TEST(TyxCoord3DTest, ArithmeticAndNullness)
+{
+    EXPECT_TRUE(TyxCoord3D<int>(0, 0, 0).isNull());
+    EXPECT_FALSE(TyxCoord3D<int>(0, 0, 1).isNull());
+    TyxCoord3D<double> c(1.0, 2.0, 3.0);
+    EXPECT_EQ(c + TyxCoord3D<double>(1.0, 1.0, 1.0), TyxCoord3D<double>(2.0, 3.0, 4.0));
+    EXPECT_EQ(c - 1.0, TyxCoord3D<double>(0.0, 1.0, 2.0));
+    EXPECT_EQ(c * 2.0, TyxCoord3D<double>(2.0, 4.0, 6.0));
+    c /= 2.0;
+    c += 1.0;
+    EXPECT_EQ(c, TyxCoord3D<double>(1.5, 2.0, 2.5));
+    EXPECT_NE(c, TyxCoord3D<double>(1.5, 2.0, 2.0));
+}
+
+TEST(TyxCoord3DTest, ConvertsToThePlainStructureAndToTwoDimensions)
+{
+    const TyxCoord3D<int> c(4, 5, 6);
+    const TyxCoord3D<int>::Coord3D plain = c;
+    EXPECT_EQ(plain.x, 4);
+    EXPECT_EQ(plain.y, 5);
+    EXPECT_EQ(plain.z, 6);
+    EXPECT_EQ(TyxCoord3D<int>(TyxCoord3D<int>::Coord3D{1, 2, 3}), TyxCoord3D<int>(1, 2, 3));
+    const tyx::TyxCoord2D<int> flat = c;
+    EXPECT_EQ(flat, tyx::TyxCoord2D<int>(4, 5));
+}
+
+TEST(TyxCoord3DTest, StreamFormsRoundTrip)
+{
+    EXPECT_EQ(static_cast<tyx::TyxString>(TyxCoord3D<int>(1, -2, 3)), L"(1,-2,3)");
+    std::ostringstream narrow;
+    narrow << TyxCoord3D<double>(0.5, 1.0, -2.25);
+    EXPECT_EQ(narrow.str(), "(0.5,1,-2.25)");
+
+    TyxCoord3D<double> read;
+    std::wistringstream wide(L"(0.5,1,-2.25)");
+    wide >> read;
+    EXPECT_EQ(read, TyxCoord3D<double>(0.5, 1.0, -2.25));
+
+    TyxCoord3D<int> broken(1, 1, 1);
+    std::istringstream shortText("(1,2)");
+    shortText >> broken;
+    EXPECT_TRUE(broken.isNull());
+}
+
+TEST(TyxCoord3DTest, JoinsTheVariantAsCodes19And20)
+{
+    const tyx::TyxVariant origin(TyxCoord3D<int>(0, 0, 0));
+    EXPECT_EQ(origin.type().toEnum(), 19);
+    EXPECT_FALSE(origin.value<bool>());
+    EXPECT_TRUE(tyx::TyxVariant(TyxCoord3D<int>(0, 0, -1)).value<bool>());
+    EXPECT_TRUE(tyx::TyxVariant(TyxCoord3D<double>(0, 0.5, 0)).value<bool>());
+
+    const tyx::TyxVariant point(TyxCoord3D<double>(0.5, 1, -2));
+    EXPECT_EQ(point.type().toEnum(), 20);
+    std::wostringstream form;
+    form << point << L' ' << origin;
+    EXPECT_EQ(form.str(), L"TyxDblCoord,(0.5,1,-2) TyxI32Coord,(0,0,0)");
+    EXPECT_EQ(point.value<tyx::TyxString>(), L"(0.5,1,-2)");
+    EXPECT_EQ(point, tyx::TyxVariant("(0.5,1,-2)"));
+
+    // Text reads doubles and the integer coordinate truncates them.
+    EXPECT_EQ(tyx::TyxVariant("(1.9,-2.9,3)").value<TyxCoord3D<int>>(), TyxCoord3D<int>(1, -2, 3));
+    EXPECT_EQ(tyx::TyxVariant("(1,2)").value<TyxCoord3D<double>>(), TyxCoord3D<double>());
+    // No cast to numbers: the target gets its default.
+    double number = 7.0;
+    EXPECT_FALSE(point.value(tyx::TyxVariant(0.0).type(), &number));
+    EXPECT_EQ(number, 0.0);
+    EXPECT_EQ(point.value<TyxCoord3D<double>>(), TyxCoord3D<double>(0.5, 1, -2));
+}
+
+} // namespace

@@ -1,0 +1,38 @@
+#include <tyx/TyxKeyedObject.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using tyx::TyxKey;
+using tyx::TyxKeyedObject;
+
+TEST(TyxKeyedObjectTest, EqualNamesCompareEqualWhateverTheKeys)
+{
+    const TyxKeyedObject a(TyxKey(1), L"name");
+    const TyxKeyedObject b(TyxKey(2), L"name");
+    EXPECT_EQ(a, b);
+    EXPECT_NE(a, TyxKeyedObject(TyxKey(1), L"Name"));
+    EXPECT_EQ(a.key(), 1u);
+    EXPECT_EQ(a.className(), L"TyxKeyedObject");
+    EXPECT_FALSE(a.isMetaObject());
+}
+
+TEST(TyxKeyedObjectTest, NamesAreTrimmedAndEmptyNamesTakeTheKey)
+{
+    EXPECT_EQ(TyxKeyedObject(TyxKey(5), L"  padded\t").name(), L"padded");
+    EXPECT_EQ(TyxKeyedObject(TyxKey(17), L"").name(), L"17");
+    EXPECT_EQ(TyxKeyedObject(TyxKey(18), L" \n ").name(), L"18");
+    const TyxKeyedObject counted(L"");
+    EXPECT_EQ(counted.name(), static_cast<tyx::TyxString>(counted.key()));
+}
+
+TEST(TyxKeyedObjectTest, CounterGivesSuccessiveValidKeys)
+{
+    const TyxKeyedObject first(L"first");
+    const TyxKeyedObject second(L"second");
+    EXPECT_TRUE(first.key().isValid());
+    EXPECT_EQ(second.key().value(), first.key().value() + 1);
+}
+
+} // namespace

@@ -1,0 +1,84 @@
+#include <tyx/TyxDir.h>
+
+#include <filesystem>
+
+#include <gtest/gtest.h>
+
+#include "TyxTestDir.h"
+
+namespace {
+
+using tyx::TyxDir;
+using tyx::TyxString;
+using tyx::test::TyxTestDir;
+
+std::vector<TyxString> walk(const TyxDir &dir, const TyxString &pattern)
+{
+    std::vector<TyxString> names;
+    for (TyxDir::iterator it = dir.begin(pattern); it != dir.end(); ++it)
+        names.push_back(*it);
+    return names;
+}
+
+TEST(TyxDirTest, ListsMatchingNamesInByteOrder)
+{
+    TyxTestDir dir;
+    for (const char *name : {"b.txt", "a.txt", "B.txt", "c.dat", ".hidden.txt", "\xc3\xa9.txt", "_z.txt"})
+        dir.write(name, "");
+    std::filesystem::create_directory(dir.path() / "sub.txt");
+    const TyxDir walker(tyx::fromUTF8(dir.path().string()));
+
+    EXPECT_EQ(walk(walker, L"*.txt"), (std::vector<TyxString>{L".hidden.txt", L"B.txt", L"_z.txt", L"a.txt",
+                                                              L"b.txt", L"sub.txt", L"\u00e9.txt"}));
+    EXPECT_EQ(walk(walker, L"?.dat"), (std::vector<TyxString>{L"c.dat"}));
+    EXPECT_EQ(walk(walker, L"[ab].*"), (std::vector<TyxString>{L"a.txt", L"b.txt"}));
+    EXPECT_EQ(walk(walker, L"*").size(), 8u);
+    // A second walk gives the same order.
+    EXPECT_EQ(walk(walker, L"*"), walk(walker, L"*"));
+}
+
+TEST(TyxDirTest, EmptyAndMissingDirectoriesGiveEmptyWalks)
+{
+    TyxTestDir dir;
+    TyxDir walker(tyx::fromUTF8(dir.path().string()));
+    EXPECT_EQ(walker.begin(L"*"), walker.end());
+    dir.write("file", "");
+    EXPECT_EQ(walker.begin(L"*.none"), walker.end());
+
+    walker.setPath(tyx::fromUTF8(dir.file("missing")));
+    EXPECT_EQ(walker.begin(), walker.end());
+    walker.setPath(tyx::fromUTF8(dir.file("file")));
+    EXPECT_EQ(walker.begin(), walker.end());
+    walker.setPath(TyxString(L"a\0b", 3));
+    EXPECT_EQ(walker.begin(), walker.end());
+    walker.setPath(TyxString(100000, L'd'));
+    EXPECT_EQ(walker.begin(), walker.end());
+    EXPECT_EQ(*walker.end(), L"");
+}
+
+TEST(TyxDirTest, IteratorsAreIndependentPositions)
+{
+    TyxTestDir dir;
+    dir.write("1", "");
+    dir.write("2", "");
+    const TyxDir walker(tyx::fromUTF8(dir.path().string()));
+    TyxDir::iterator it = walker.begin();
+    const TyxDir::iterator copy = it;
+    EXPECT_EQ(*it++, L"1");
+    EXPECT_EQ(*it, L"2");
+    EXPECT_EQ(*copy, L"1");
+    EXPECT_NE(it, copy);
+    EXPECT_NE(it, walker.begin());
+    EXPECT_EQ(++it, walker.end());
+    EXPECT_EQ(++it, walker.end());
+}
+
+TEST(TyxDirTest, EmptyPathWalksTheCurrentDirectory)
+{
+    TyxTestDir dir;
+    dir.write("only", "");
+    const tyx::test::TyxCurrentDir inside(dir.path());
+    EXPECT_EQ(walk(TyxDir(), L"*"), (std::vector<TyxString>{L"only"}));
+}
+
+} // namespace

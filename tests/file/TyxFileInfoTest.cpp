@@ -1,0 +1,187 @@
+#include <tyx/TyxFileInfo.h>
+
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "TyxTestDir.h"
+
+namespace {
+
+using tyx::TyxFileInfo;
+using tyx::TyxString;
+using tyx::test::TyxTestDir;
+
+TEST(TyxFileInfoTest, StoresTheLinuxNormalForm)
+{
+    const struct {
+        const wchar_t *given;
+        const wchar_t *stored;
+    } cases[] = {
+        {L"", L""},
+        {L"C:", L"C:"},
+        {L"/", L"/"},
+        {L"//", L"/"},
+        {L".", L"."},
+        {L"./", L"."},
+        {L"./a", L"a"},
+        {L"././a", L"a"},
+        {L".//a", L"a"},
+        {L"a/./b", L"a/b"},
+        {L"a/././b", L"a/b"},
+        {L"a/.//./b/", L"a/b"},
+        {L"a\\b\\c\\", L"a/b/c"},
+        {L"C:\\a//b/./c/", L"C:/a/b/c"},
+        {L"C:./a", L"C:./a"},
+        {L"/a/..//b/", L"/a/../b"},
+        {L"a/.", L"a/."},
+        {L"..\\x", L"../x"},
+        {L"\\\\server\\share", L"/server/share"},
+        {L"/d\u00e9j\u00e0//\u65e5\u672c/", L"/d\u00e9j\u00e0/\u65e5\u672c"},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(TyxFileInfo(TyxString(c.given)).filePath(), c.stored) << c.given;
+}
+
+TEST(TyxFileInfoTest, SetFileRenormalisesAndComparesStoredPaths)
+{
+    TyxFileInfo info;
+    EXPECT_TRUE(info.filePath().empty());
+    TyxString moved = L"x\\\\y/";
+    info.setFile(std::move(moved));
+    EXPECT_EQ(info.filePath(), L"x/y");
+    EXPECT_EQ(info, TyxFileInfo(TyxString(L"x/y")));
+    EXPECT_NE(info, TyxFileInfo(TyxString(L"x/z")));
+    EXPECT_LT(info, TyxFileInfo(TyxString(L"x/z")));
+}
+
+TEST(TyxFileInfoTest, SplitsPathBaseNameAndSuffix)
+{
+    const struct {
+        const wchar_t *given;
+        const wchar_t *path;
+        const wchar_t *baseName;
+        const wchar_t *suffix;
+    } cases[] = {
+        {L"file.txt", L".", L"file", L"txt"},
+        {L"archive.tar.gz", L".", L"archive.tar", L"gz"},
+        {L"/a/b/c.h", L"/a/b", L"c", L"h"},
+        {L"/top", L"/", L"top", L""},
+        {L"/", L"/", L"", L""},
+        {L"dir.d/name", L"dir.d", L"name", L""},
+        {L"a/.hidden", L"a", L"", L"hidden"},
+        {L"a/trailing.", L"a", L"trailing", L""},
+        {L"", L".", L"", L""},
+    };
+    for (const auto &c : cases) {
+        const TyxFileInfo info{TyxString(c.given)};
+        EXPECT_EQ(info.path(), c.path) << c.given;
+        EXPECT_EQ(info.baseName(), c.baseName) << c.given;
+        EXPECT_EQ(info.suffix(), c.suffix) << c.given;
+    }
+}
+
+TEST(TyxFileInfoTest, AbsoluteOnlyWithLeadingSlash)
+{
+    EXPECT_TRUE(TyxFileInfo(TyxString(L"/a")).isAbsolute());
+    EXPECT_TRUE(TyxFileInfo(TyxString(L"\\a")).isAbsolute());
+    EXPECT_FALSE(TyxFileInfo(TyxString(L"C:a")).isAbsolute());
+    EXPECT_FALSE(TyxFileInfo(TyxString(L"a/b")).isAbsolute());
+    EXPECT_FALSE(TyxFileInfo().isAbsolute());
+}
+
+TEST(TyxFileInfoTest, AbsoluteFilePathJoinsTheCurrentDirectory)
+{
+    TyxTestDir dir;
+    const tyx::test::TyxCurrentDir inside(dir.path());
+    const TyxString current = tyx::fromUTF8(std::filesystem::current_path().string());
+    EXPECT_EQ(TyxFileInfo(TyxString(L"sub/f.txt")).absoluteFilePath(), current + L"/sub/f.txt");
+    EXPECT_EQ(TyxFileInfo(TyxString(L"sub/f.txt")).absolutePath(), current + L"/sub");
+    EXPECT_EQ(TyxFileInfo(TyxString(L"/etc/x")).absoluteFilePath(), L"/etc/x");
+    EXPECT_EQ(TyxFileInfo().absoluteFilePath(), L"");
+}
+
+TEST(TyxFileInfoTest, StatusOfFilesDirectoriesAndMissingPaths)
+{
+    TyxTestDir dir;
+    dir.write("f", "12345");
+    const TyxFileInfo file{tyx::fromUTF8(dir.file("f"))};
+    const TyxFileInfo folder{tyx::fromUTF8(dir.path().string())};
+    const TyxFileInfo missing{tyx::fromUTF8(dir.file("missing"))};
+
+    EXPECT_TRUE(file.isFile());
+    EXPECT_FALSE(file.isDir());
+    EXPECT_TRUE(folder.isDir());
+    EXPECT_FALSE(folder.isFile());
+    EXPECT_FALSE(missing.isFile());
+    EXPECT_FALSE(missing.isDir());
+
+    struct stat buffer {};
+    ASSERT_EQ(file.stat(buffer), 0);
+    EXPECT_EQ(buffer.st_size, 5);
+    EXPECT_EQ(missing.stat(buffer), -1);
+    EXPECT_EQ(file.access(R_OK | W_OK), 0);
+    EXPECT_EQ(missing.access(F_OK), -1);
+}
+
+TEST(TyxFileInfoTest, CanonicalizeResolvesSymbolicLinks)
+{
+    TyxTestDir dir;
+    const std::filesystem::path real = std::filesystem::canonical(dir.path());
+    std::filesystem::create_directory(real / "target");
+    std::filesystem::create_directory_symlink(real / "target", real / "link");
+    const TyxString expected = tyx::fromUTF8((real / "target").string());
+
+    EXPECT_EQ(tyx::canonicalizePath(tyx::fromUTF8((real / "link").string())), expected);
+    EXPECT_EQ(tyx::canonicalizePath(tyx::fromUTF8((real / "link/./").string())), expected);
+    // The link is resolved even when the name behind it does not exist.
+    EXPECT_EQ(tyx::canonicalizePath(tyx::fromUTF8((real / "link/new/file.txt").string())),
+              expected + L"/new/file.txt");
+}
+
+TEST(TyxFileInfoTest, CanonicalizeOfMissingPathsResolvesDotsByText)
+{
+    TyxTestDir dir;
+    const TyxString real = tyx::fromUTF8(std::filesystem::canonical(dir.path()).string());
+    EXPECT_EQ(tyx::canonicalizePath(real + L"/no/such/../file"), real + L"/no/file");
+    EXPECT_EQ(tyx::canonicalizePath(real + L"/a/./b/../../c"), real + L"/c");
+    EXPECT_EQ(tyx::canonicalizePath(L"/../../no_such_tyx_dir/x"), L"/no_such_tyx_dir/x");
+    EXPECT_EQ(tyx::canonicalizePath(L""), L"");
+
+    const tyx::test::TyxCurrentDir inside(dir.path());
+    EXPECT_EQ(tyx::canonicalizePath(L"missing/../other"), real + L"/other");
+    EXPECT_EQ(tyx::canonicalizePath(L"."), real);
+}
+
+TEST(TyxFileInfoTest, OddPathsAreHandled)
+{
+    // Non-ASCII names go to the system as UTF-8.
+    TyxTestDir dir;
+    const TyxString folder = tyx::fromUTF8(std::filesystem::canonical(dir.path()).string());
+    const TyxString name = folder + L"/\u00fcber \u65e5\u672c.txt";
+    dir.write("\xc3\xbc"
+              "ber \xe6\x97\xa5\xe6\x9c\xac.txt",
+              "x");
+    EXPECT_TRUE(TyxFileInfo(name).isFile());
+    EXPECT_EQ(tyx::canonicalizePath(name), name);
+
+    // A null character inside a path names nothing, instead of a shorter path.
+    const TyxString withNull = folder + TyxString(L"/\0x", 3);
+    EXPECT_FALSE(TyxFileInfo(withNull).isDir());
+    EXPECT_EQ(TyxFileInfo(withNull).access(F_OK), -1);
+
+    // A text that is not Unicode, and a very long path.
+    const TyxString surrogate(1, static_cast<wchar_t>(0xD800));
+    EXPECT_FALSE(TyxFileInfo(surrogate).isFile());
+    TyxString longPath;
+    for (int i = 0; i < 20000; ++i)
+        longPath += L"/segment";
+    const TyxFileInfo longInfo(longPath);
+    EXPECT_FALSE(longInfo.isDir());
+    EXPECT_EQ(longInfo.canonicalize(), longPath);
+    EXPECT_EQ(TyxFileInfo(TyxString(100000, L'/')).filePath(), L"/");
+}
+
+} // namespace
