@@ -38,6 +38,8 @@ TYX_EXPORT int64_t timeStampFromStr(const TyxString &text);
 
 /// Path of the running executable; empty when it cannot be read.
 TYX_EXPORT TyxString exeFilePath();
+/// Folder of the running executable (absolutePath() of exeFilePath()).
+TYX_EXPORT TyxString exePath();
 /// Path of the module (executable or shared object) holding \p address;
 /// empty when it cannot be found.
 TYX_EXPORT TyxString dsoPath(const void *address);

@@ -10,6 +10,7 @@
 #include <string>
 #include <unistd.h>
 
+#include <tyx/TyxFileInfo.h>
 #include <tyx/TyxForLoopBase.h>
 
 namespace tyx {
@@ -131,6 +132,14 @@ TyxString exeFilePath()
         if (length > 0)
             path = fromUTF8(std::string_view(buffer, static_cast<size_t>(length)));
     }
+    return path;
+}
+
+TyxString exePath()
+{
+    static TyxString path;
+    if (path.empty())
+        path = TyxFileInfo(exeFilePath()).absolutePath();
     return path;
 }
 

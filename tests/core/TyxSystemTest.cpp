@@ -82,6 +82,7 @@ TEST(TyxSystemTest, RunningProgramPaths)
 {
     const TyxString exe = exeFilePath();
     EXPECT_NE(exe.find(L"tyx_core_tests"), TyxString::npos);
+    EXPECT_EQ(exePath() + L"/tyx_core_tests", exe);
     EXPECT_NE(dsoPath(reinterpret_cast<const void *>(&exeFilePath)).find(L"libtyx.so"), TyxString::npos);
     EXPECT_EQ(dsoPath(nullptr), L"");
 }
