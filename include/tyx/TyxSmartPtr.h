@@ -66,31 +66,26 @@ private:
     T *m_ptr = nullptr;
 };
 
+/// Declares the pointer class \p PtrName over TyxSmartPtr<\p Pointee>; it adds
+/// nothing but its name.
+#define TYX_DECLARE_PTR_CLASS(PtrName, Pointee)                                                              \
+    class PtrName : public ::tyx::TyxSmartPtr<Pointee> {                                                     \
+    public:                                                                                                  \
+        using ::tyx::TyxSmartPtr<Pointee>::TyxSmartPtr;                                                      \
+        PtrName() = default;                                                                                 \
+        PtrName(const ::tyx::TyxSmartPtr<Pointee> &p) : ::tyx::TyxSmartPtr<Pointee>(p) {}                    \
+    }
+
 /// Declares the pointer classes \p Name##Ptr and \p Name##ConstPtr of a
-/// reference-counted class; they add nothing but their names.
+/// reference-counted class.
 #define TYX_DECLARE_SMART_PTR(Name)                                                                          \
     class Name;                                                                                              \
-    class Name##Ptr : public ::tyx::TyxSmartPtr<Name> {                                                      \
-    public:                                                                                                  \
-        using ::tyx::TyxSmartPtr<Name>::TyxSmartPtr;                                                         \
-        Name##Ptr() = default;                                                                               \
-        Name##Ptr(const ::tyx::TyxSmartPtr<Name> &p) : ::tyx::TyxSmartPtr<Name>(p) {}                        \
-    };                                                                                                       \
-    class Name##ConstPtr : public ::tyx::TyxSmartPtr<const Name> {                                           \
-    public:                                                                                                  \
-        using ::tyx::TyxSmartPtr<const Name>::TyxSmartPtr;                                                   \
-        Name##ConstPtr() = default;                                                                          \
-        Name##ConstPtr(const ::tyx::TyxSmartPtr<const Name> &p) : ::tyx::TyxSmartPtr<const Name>(p) {}       \
-    }
+    TYX_DECLARE_PTR_CLASS(Name##Ptr, Name);                                                                  \
+    TYX_DECLARE_PTR_CLASS(Name##ConstPtr, const Name)
 
 /// The same with only the \p Name##Ptr class.
 #define TYX_DECLARE_SMART_PTR_ONLY(Name)                                                                     \
     class Name;                                                                                              \
-    class Name##Ptr : public ::tyx::TyxSmartPtr<Name> {                                                      \
-    public:                                                                                                  \
-        using ::tyx::TyxSmartPtr<Name>::TyxSmartPtr;                                                         \
-        Name##Ptr() = default;                                                                               \
-        Name##Ptr(const ::tyx::TyxSmartPtr<Name> &p) : ::tyx::TyxSmartPtr<Name>(p) {}                        \
-    }
+    TYX_DECLARE_PTR_CLASS(Name##Ptr, Name)
 
 } // namespace tyx
