@@ -4,6 +4,7 @@
 #include <complex>
 #include <iosfwd>
 
+#include <tyx/TyxRational.h>
 #include <tyx/TyxString.h>
 #include <tyx/TyxUnits.h>
 #include <tyx/TyxVariantImpl.h>
@@ -310,6 +311,26 @@ struct TyxCast<TyxScalar, To> {
     {
         to = numberCast<To>(from.complex());
         return true;
+    }
+};
+
+/// A rational becomes a scalar of its value as a double, without units.
+template <TyxMatrixRational From>
+struct TyxCast<From, TyxScalar> {
+    static bool cast(const From &from, TyxScalar &to)
+    {
+        double value = 0;
+        TyxCast<From, double>::cast(from, value);
+        return TyxCast<double, TyxScalar>::cast(value, to);
+    }
+};
+
+/// A scalar's real value, as a double, becomes a rational by the rule of reals.
+template <TyxMatrixRational To>
+struct TyxCast<TyxScalar, To> {
+    static bool cast(const TyxScalar &from, To &to)
+    {
+        return TyxCast<double, To>::cast(from.complex().real(), to);
     }
 };
 

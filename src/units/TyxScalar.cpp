@@ -95,7 +95,12 @@ Complex principalRoot(double re, double im)
     return {std::scalbn(root.real(), exponent / 2), std::scalbn(root.imag(), exponent / 2)};
 }
 
-const bool joinedVariant = internal::TyxVariantRegistrar::join<TyxScalar>();
+const bool joinedVariant = [] {
+    using internal::TyxVariantRegistrar;
+    TyxVariantRegistrar::join<TyxScalar>();
+    TyxVariantRegistrar::joinCasts<TyxScalar, TyxRational<int64_t>, TyxRational<uint64_t>>();
+    return true;
+}();
 
 const std::array<uint64_t, 171> &factorials()
 {

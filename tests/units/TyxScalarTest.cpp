@@ -15,10 +15,7 @@ using namespace tyx;
 
 namespace {
 
-TyxUnits units(const wchar_t *text)
-{
-    return TyxUnits(TyxString(text));
-}
+TyxUnits units(const wchar_t *text) { return TyxUnits(TyxString(text)); }
 
 TyxString thrownText(const std::function<void()> &operation)
 {
@@ -466,6 +463,11 @@ TEST(TyxScalarTest, VariantHoldsAndConvertsScalars)
     EXPECT_EQ(TyxVariant(true).value<TyxScalar>(), TyxScalar(1.0));
     EXPECT_EQ(TyxVariant(std::complex<double>(1.0, 2.0)).value<TyxScalar>(), TyxScalar(1.0, 2.0, TyxUnits()));
     EXPECT_EQ(TyxVariant(L"2 km").value<TyxScalar>(), TyxScalar(2000.0, units(L"m")));
+
+    EXPECT_EQ(TyxVariant(TyxRational<int64_t>(3, 4)).value<TyxScalar>(), TyxScalar(0.75));
+    const auto half = TyxVariant(TyxScalar(-0.5, units(L"m"))).value<TyxRational<int64_t>>();
+    EXPECT_EQ(half.numerator(), -1);
+    EXPECT_EQ(half.denominator(), 2);
 
     TyxScalar target(9.0);
     EXPECT_FALSE(TyxVariant(L"2 furlongs").value(TyxMetaType::Scalar, &target));
