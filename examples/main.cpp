@@ -34,8 +34,8 @@ int main()
               << tyx::toUTF8(place).size() << " UTF-8 bytes\n";
 
     try {
-        tyx::postMessage(tyx::TyxTextMsg(L"No band named 'thermal'", __FILE__, __LINE__,
-                                         tyx::TyxTextMsg::Error));
+        tyx::postMessage(
+            tyx::TyxTextMsg(L"No band named 'thermal'", __FILE__, __LINE__, tyx::TyxTextMsg::Error));
     } catch (const tyx::TyxTextMsg &error) {
         std::cout << "default handler threw: " << error << '\n';
     }

@@ -19,7 +19,7 @@ void BM_ToUtf8(benchmark::State &state)
     const tyx::TyxString text = sampleText(static_cast<size_t>(state.range(0)));
     for (auto _ : state)
         benchmark::DoNotOptimize(tyx::toUTF8(text));
-    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * text.size()));
+    state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * text.size()));
 }
 BENCHMARK(BM_ToUtf8)->Arg(64)->Arg(4096);
 

@@ -76,9 +76,8 @@ public:
     template <class D = TyxDefaultDelete>
     explicit TyxAutoPtr(T *p, D = D())
         : m_ptr(p),
-          m_proxy(new internal::TyxAutoPtrProxy(
-              const_cast<std::remove_const_t<T> *>(p),
-              internal::DeleterImpl<std::remove_const_t<T>, D>::instance()))
+          m_proxy(new internal::TyxAutoPtrProxy(const_cast<std::remove_const_t<T> *>(p),
+                                                internal::DeleterImpl<std::remove_const_t<T>, D>::instance()))
     {
     }
     TyxAutoPtr(const TyxAutoPtr &other) = default;

@@ -7,7 +7,8 @@
 
 namespace tyx {
 
-template <class T> class TyxSmartPtr;
+template <class T>
+class TyxSmartPtr;
 
 /// Root of every reference-counted class. A new object has a count of 0 and
 /// no owner until a TyxSmartPtr takes it; a copy starts again at 0.
@@ -31,7 +32,8 @@ protected:
     bool removeRef() const { return m_refCount.fetch_sub(1) < 2; }
 
 private:
-    template <class T> friend class TyxSmartPtr;
+    template <class T>
+    friend class TyxSmartPtr;
 
     mutable std::atomic<int> m_refCount;
 };

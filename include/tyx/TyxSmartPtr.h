@@ -18,7 +18,10 @@ public:
     TyxSmartPtr(const TyxSmartPtr &other) : internal::TyxSafeBool(), m_ptr(other.m_ptr) { acquire(); }
     /// Shares the object of a pointer to a derived or non-const type.
     template <class U>
-    TyxSmartPtr(const TyxSmartPtr<U> &other) : m_ptr(other.get()) { acquire(); }
+    TyxSmartPtr(const TyxSmartPtr<U> &other) : m_ptr(other.get())
+    {
+        acquire();
+    }
     ~TyxSmartPtr() override { release(); }
 
     /// Replaces the pointer. Holding the same object already touches no
@@ -26,7 +29,10 @@ public:
     TyxSmartPtr &operator=(const TyxSmartPtr &other) { return assign(other.m_ptr); }
     TyxSmartPtr &operator=(T *p) { return assign(p); }
     template <class U>
-    TyxSmartPtr &operator=(const TyxSmartPtr<U> &other) { return assign(other.get()); }
+    TyxSmartPtr &operator=(const TyxSmartPtr<U> &other)
+    {
+        return assign(other.get());
+    }
 
     T *operator->() const { return m_ptr; }
     T &operator*() const { return *m_ptr; }
@@ -62,30 +68,29 @@ private:
 
 /// Declares the pointer classes \p Name##Ptr and \p Name##ConstPtr of a
 /// reference-counted class; they add nothing but their names.
-#define TYX_DECLARE_SMART_PTR(Name)                                                \
-    class Name;                                                                    \
-    class Name##Ptr : public ::tyx::TyxSmartPtr<Name> {                            \
-    public:                                                                        \
-        using ::tyx::TyxSmartPtr<Name>::TyxSmartPtr;                               \
-        Name##Ptr() = default;                                                     \
-        Name##Ptr(const ::tyx::TyxSmartPtr<Name> &p) : ::tyx::TyxSmartPtr<Name>(p) {} \
-    };                                                                             \
-    class Name##ConstPtr : public ::tyx::TyxSmartPtr<const Name> {                 \
-    public:                                                                        \
-        using ::tyx::TyxSmartPtr<const Name>::TyxSmartPtr;                         \
-        Name##ConstPtr() = default;                                                \
-        Name##ConstPtr(const ::tyx::TyxSmartPtr<const Name> &p)                    \
-            : ::tyx::TyxSmartPtr<const Name>(p) {}                                 \
+#define TYX_DECLARE_SMART_PTR(Name)                                                                          \
+    class Name;                                                                                              \
+    class Name##Ptr : public ::tyx::TyxSmartPtr<Name> {                                                      \
+    public:                                                                                                  \
+        using ::tyx::TyxSmartPtr<Name>::TyxSmartPtr;                                                         \
+        Name##Ptr() = default;                                                                               \
+        Name##Ptr(const ::tyx::TyxSmartPtr<Name> &p) : ::tyx::TyxSmartPtr<Name>(p) {}                        \
+    };                                                                                                       \
+    class Name##ConstPtr : public ::tyx::TyxSmartPtr<const Name> {                                           \
+    public:                                                                                                  \
+        using ::tyx::TyxSmartPtr<const Name>::TyxSmartPtr;                                                   \
+        Name##ConstPtr() = default;                                                                          \
+        Name##ConstPtr(const ::tyx::TyxSmartPtr<const Name> &p) : ::tyx::TyxSmartPtr<const Name>(p) {}       \
     }
 
 /// The same with only the \p Name##Ptr class.
-#define TYX_DECLARE_SMART_PTR_ONLY(Name)                                           \
-    class Name;                                                                    \
-    class Name##Ptr : public ::tyx::TyxSmartPtr<Name> {                            \
-    public:                                                                        \
-        using ::tyx::TyxSmartPtr<Name>::TyxSmartPtr;                               \
-        Name##Ptr() = default;                                                     \
-        Name##Ptr(const ::tyx::TyxSmartPtr<Name> &p) : ::tyx::TyxSmartPtr<Name>(p) {} \
+#define TYX_DECLARE_SMART_PTR_ONLY(Name)                                                                     \
+    class Name;                                                                                              \
+    class Name##Ptr : public ::tyx::TyxSmartPtr<Name> {                                                      \
+    public:                                                                                                  \
+        using ::tyx::TyxSmartPtr<Name>::TyxSmartPtr;                                                         \
+        Name##Ptr() = default;                                                                               \
+        Name##Ptr(const ::tyx::TyxSmartPtr<Name> &p) : ::tyx::TyxSmartPtr<Name>(p) {}                        \
     }
 
 } // namespace tyx

@@ -109,8 +109,7 @@ TYX_EXPORT TyxString trim(const TyxString &text);
 TYX_EXPORT bool isEqual(const TyxString &a, const TyxString &b);
 /// True when \p part occurs in \p text; without \p caseSensitive both are
 /// compared ASCII-lower-cased. An empty \p part is always found.
-TYX_EXPORT bool containsSubstring(const TyxString &text, const TyxString &part,
-                                  bool caseSensitive);
+TYX_EXPORT bool containsSubstring(const TyxString &text, const TyxString &part, bool caseSensitive);
 /// Splits \p text at any of \p delimiters. Enclosing parentheses are removed
 /// first, repeatedly; with \p keepEmpty every delimiter ends an element.
 TYX_EXPORT std::vector<TyxString> splitStr(const TyxString &text, const TyxString &delimiters,
@@ -128,8 +127,7 @@ TYX_EXPORT std::ostream &operator<<(std::ostream &os, const TyxString &text);
 
 /// Finds a fraction close to \p value whose denominator is below \p limit, by
 /// continued fractions. With a limit below 2 the value is truncated.
-TYX_EXPORT void approximate(double value, int64_t limit, int64_t *numerator,
-                            int64_t *denominator);
+TYX_EXPORT void approximate(double value, int64_t limit, int64_t *numerator, int64_t *denominator);
 
 // ---- Number parsing: thin forwarders to the C library, no error report -----
 

@@ -5,9 +5,6 @@ namespace tyx::internal {
 
 DeleterIF::~DeleterIF() = default;
 
-TyxAutoPtrProxy::~TyxAutoPtrProxy()
-{
-    m_deleter->destroy(m_owned);
-}
+TyxAutoPtrProxy::~TyxAutoPtrProxy() { m_deleter->destroy(m_owned); }
 
 } // namespace tyx::internal

@@ -42,10 +42,7 @@ void TyxCoreLibMgr::setTextHandler(const TyxTextHandlerPtr &handler)
     m_textHandler = keep;
 }
 
-TyxTextHandlerPtr TyxCoreLibMgr::textHandler()
-{
-    return m_textHandler ? m_textHandler : m_defaultHandler;
-}
+TyxTextHandlerPtr TyxCoreLibMgr::textHandler() { return m_textHandler ? m_textHandler : m_defaultHandler; }
 
 TyxTextHandlerConstPtr TyxCoreLibMgr::textHandler() const
 {

@@ -9,10 +9,9 @@ namespace tyx {
 
 bool TyxLexigraphicalNoCase::operator()(const TyxString &a, const TyxString &b) const
 {
-    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
-                                        [](wchar_t x, wchar_t y) {
-                                            return internal::lowerUnit(x) < internal::lowerUnit(y);
-                                        });
+    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), [](wchar_t x, wchar_t y) {
+        return internal::lowerUnit(x) < internal::lowerUnit(y);
+    });
 }
 
 } // namespace tyx

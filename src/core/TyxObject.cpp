@@ -7,10 +7,7 @@ namespace tyx {
 
 TyxObject::~TyxObject() = default;
 
-TyxMetaObjectConstPtr TyxObject::metaObject() const
-{
-    return {};
-}
+TyxMetaObjectConstPtr TyxObject::metaObject() const { return {}; }
 
 TyxMetaObjectPtr TyxObject::metaObject()
 {
@@ -18,14 +15,8 @@ TyxMetaObjectPtr TyxObject::metaObject()
     return TyxMetaObjectPtr(const_cast<TyxMetaObject *>(description.get()));
 }
 
-TyxString TyxObject::className() const
-{
-    return L"TyxObject";
-}
+TyxString TyxObject::className() const { return L"TyxObject"; }
 
-bool TyxObject::isMetaObject() const
-{
-    return static_cast<bool>(metaObject());
-}
+bool TyxObject::isMetaObject() const { return static_cast<bool>(metaObject()); }
 
 } // namespace tyx

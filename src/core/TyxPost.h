@@ -4,20 +4,19 @@
 #include <tyx/TyxTextMsg.h>
 
 /// Posts an Error with \p text from the current source position.
-#define TYX_POST_ERROR(text)                                                                    \
+#define TYX_POST_ERROR(text)                                                                                 \
     ::tyx::postMessage(::tyx::TyxTextMsg((text), __FILE__, __LINE__, ::tyx::TyxTextMsg::Error))
 
 /// Posts a Warning with \p text from the current source position.
-#define TYX_POST_WARNING(text)                                                                  \
+#define TYX_POST_WARNING(text)                                                                               \
     ::tyx::postMessage(::tyx::TyxTextMsg((text), __FILE__, __LINE__, ::tyx::TyxTextMsg::Warning))
 
 /// Fills an Error into \p msgPtr when it is not null; \p text is built only then.
-#define TYX_FILL_ERROR(msgPtr, text)                                                            \
-    do {                                                                                        \
-        if (msgPtr)                                                                             \
-            (msgPtr)->setText((text), __FILE__, __LINE__, ::tyx::TyxTextMsg::Error);            \
+#define TYX_FILL_ERROR(msgPtr, text)                                                                         \
+    do {                                                                                                     \
+        if (msgPtr)                                                                                          \
+            (msgPtr)->setText((text), __FILE__, __LINE__, ::tyx::TyxTextMsg::Error);                         \
     } while (false)
 
 /// Throws an Error with \p text from the current source position.
-#define TYX_THROW_ERROR(text)                                                                   \
-    throw ::tyx::TyxTextMsg((text), __FILE__, __LINE__, ::tyx::TyxTextMsg::Error)
+#define TYX_THROW_ERROR(text) throw ::tyx::TyxTextMsg((text), __FILE__, __LINE__, ::tyx::TyxTextMsg::Error)

@@ -45,10 +45,7 @@ bool TyxStrList::contains(const TyxString &text, bool ignoreCase) const
     return find(text, ignoreCase) != INVALID_INDEX();
 }
 
-void TyxStrList::remove(const TyxString &text)
-{
-    std::erase(m_items, text);
-}
+void TyxStrList::remove(const TyxString &text) { std::erase(m_items, text); }
 
 void TyxStrList::sort(bool descending, bool ignoreCase)
 {

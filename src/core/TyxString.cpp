@@ -2,12 +2,12 @@
 #include <tyx/TyxString.h>
 
 #include <cctype>
+#include <climits>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
-#include <climits>
 #include <cwctype>
 #include <iostream>
 #include <optional>
@@ -22,28 +22,34 @@ namespace {
 bool isScalarValue(uint32_t cp) { return cp < 0xD800 || (cp > 0xDFFF && cp <= 0x10FFFF); }
 
 /// Strict UTF-8 encoding; nothing when a unit is not a Unicode scalar value.
+/// The output is sized once and written through a pointer.
 std::optional<std::string> encodeUtf8(std::wstring_view text)
 {
-    std::string out;
-    out.reserve(text.size());
+    size_t bytes = 0;
     for (wchar_t unit : text) {
         const auto cp = static_cast<uint32_t>(unit);
         if (!isScalarValue(cp))
             return std::nullopt;
+        bytes += 1 + (cp >= 0x80) + (cp >= 0x800) + (cp >= 0x10000);
+    }
+    std::string out(bytes, '\0');
+    char *p = out.data();
+    for (wchar_t unit : text) {
+        const auto cp = static_cast<uint32_t>(unit);
         if (cp < 0x80) {
-            out += static_cast<char>(cp);
+            *p++ = static_cast<char>(cp);
         } else if (cp < 0x800) {
-            out += static_cast<char>(0xC0 | (cp >> 6));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
+            *p++ = static_cast<char>(0xC0 | (cp >> 6));
+            *p++ = static_cast<char>(0x80 | (cp & 0x3F));
         } else if (cp < 0x10000) {
-            out += static_cast<char>(0xE0 | (cp >> 12));
-            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
+            *p++ = static_cast<char>(0xE0 | (cp >> 12));
+            *p++ = static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+            *p++ = static_cast<char>(0x80 | (cp & 0x3F));
         } else {
-            out += static_cast<char>(0xF0 | (cp >> 18));
-            out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
+            *p++ = static_cast<char>(0xF0 | (cp >> 18));
+            *p++ = static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
+            *p++ = static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+            *p++ = static_cast<char>(0x80 | (cp & 0x3F));
         }
     }
     return out;
@@ -53,13 +59,14 @@ std::optional<std::string> encodeUtf8(std::wstring_view text)
 /// and truncated sequences are malformed.
 std::optional<std::wstring> decodeUtf8(std::string_view text)
 {
-    std::wstring out;
-    out.reserve(text.size());
+    // At most one unit per byte: write through a pointer, shrink at the end.
+    std::wstring out(text.size(), L'\0');
+    wchar_t *p = out.data();
     size_t i = 0;
     while (i < text.size()) {
         const auto lead = static_cast<unsigned char>(text[i]);
         if (lead < 0x80) {
-            out += static_cast<wchar_t>(lead);
+            *p++ = static_cast<wchar_t>(lead);
             ++i;
             continue;
         }
@@ -85,9 +92,10 @@ std::optional<std::wstring> decodeUtf8(std::string_view text)
         }
         if (cp < minimum || !isScalarValue(cp))
             return std::nullopt;
-        out += static_cast<wchar_t>(cp);
+        *p++ = static_cast<wchar_t>(cp);
         i += length;
     }
+    out.resize(static_cast<size_t>(p - out.data()));
     return out;
 }
 
@@ -160,10 +168,7 @@ void TyxString::assignUtf8(const char *utf8)
     assignUtf8(utf8 ? std::string_view(utf8) : std::string_view());
 }
 
-void TyxString::assignUtf8(std::string_view utf8)
-{
-    std::wstring::operator=(fromUTF8(utf8));
-}
+void TyxString::assignUtf8(std::string_view utf8) { std::wstring::operator=(fromUTF8(utf8)); }
 
 TyxString &TyxString::toLower()
 {
@@ -202,10 +207,7 @@ TyxString fromUTF8(std::string_view text)
     return TyxString(widenBytes(text));
 }
 
-std::string toMultibyte(const std::wstring &text)
-{
-    return encodeMultibyte(text).value_or(std::string());
-}
+std::string toMultibyte(const std::wstring &text) { return encodeMultibyte(text).value_or(std::string()); }
 
 TyxString toWide(const std::string &text)
 {
@@ -316,10 +318,7 @@ std::vector<TyxString> splitStr(const TyxString &text, const TyxString &delimite
     return parts;
 }
 
-std::istream &getline(std::istream &is, TyxString &text)
-{
-    return getline(is, text, is.widen('\n'));
-}
+std::istream &getline(std::istream &is, TyxString &text) { return getline(is, text, is.widen('\n')); }
 
 std::istream &getline(std::istream &is, TyxString &text, char delimiter)
 {
@@ -339,10 +338,7 @@ std::wistream &getline(std::wistream &is, TyxString &text, wchar_t delimiter)
     return std::getline(is, static_cast<std::wstring &>(text), delimiter);
 }
 
-std::ostream &operator<<(std::ostream &os, const TyxString &text)
-{
-    return os << toUTF8(text);
-}
+std::ostream &operator<<(std::ostream &os, const TyxString &text) { return os << toUTF8(text); }
 
 void approximate(double value, int64_t limit, int64_t *numerator, int64_t *denominator)
 {
@@ -447,10 +443,7 @@ unsigned long strtoul(const std::wstring &s, int base)
 char *strcat(char *dest, const char *src) { return std::strcat(dest, src); }
 wchar_t *strcat(wchar_t *dest, const wchar_t *src) { return std::wcscat(dest, src); }
 
-int strcmp(const char *a, const char *b)
-{
-    return sign(std::strcmp(a, b));
-}
+int strcmp(const char *a, const char *b) { return sign(std::strcmp(a, b)); }
 
 int strcmp(const wchar_t *a, const wchar_t *b)
 {
@@ -474,10 +467,7 @@ int sprintf(char *dest, const char *format, ...)
     return result;
 }
 
-int vsprintf(char *dest, const char *format, va_list args)
-{
-    return std::vsprintf(dest, format, args);
-}
+int vsprintf(char *dest, const char *format, va_list args) { return std::vsprintf(dest, format, args); }
 
 int sprintf(wchar_t *dest, const wchar_t *format, ...)
 {

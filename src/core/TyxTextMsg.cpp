@@ -77,8 +77,8 @@ TyxTextMsg::TyxTextMsg(const TyxTextMsg &other)
 
 TyxTextMsg::TyxTextMsg(TyxTextMsg &&other) noexcept
     : std::exception(other), TyxObject(other), m_verbose(other.m_verbose), m_type(other.m_type),
-      m_userType(other.m_userType), m_srcLine(other.m_srcLine),
-      m_srcFname(std::move(other.m_srcFname)), m_text(std::move(other.m_text))
+      m_userType(other.m_userType), m_srcLine(other.m_srcLine), m_srcFname(std::move(other.m_srcFname)),
+      m_text(std::move(other.m_text))
 {
 }
 
@@ -116,10 +116,7 @@ void TyxTextMsg::setCode(int code)
     m_type = static_cast<unsigned>(code) <= Debug ? static_cast<Code>(code) : User;
 }
 
-void TyxTextMsg::setText(const TyxString &text, int code)
-{
-    setText(text, unknown(), 0, code);
-}
+void TyxTextMsg::setText(const TyxString &text, int code) { setText(text, unknown(), 0, code); }
 
 void TyxTextMsg::setText(const TyxString &text, const TyxString &srcFname, int srcLine, int code)
 {
@@ -130,15 +127,9 @@ void TyxTextMsg::setText(const TyxString &text, const TyxString &srcFname, int s
     setCode(code);
 }
 
-void TyxTextMsg::appendText(const TyxString &text)
-{
-    m_text += text;
-}
+void TyxTextMsg::appendText(const TyxString &text) { m_text += text; }
 
-void TyxTextMsg::clear()
-{
-    *this = TyxTextMsg();
-}
+void TyxTextMsg::clear() { *this = TyxTextMsg(); }
 
 const char *TyxTextMsg::what() const noexcept
 {
@@ -150,15 +141,9 @@ const char *TyxTextMsg::what() const noexcept
     return m_whatBuffer.c_str();
 }
 
-TyxTextMsg *TyxTextMsg::clone() const
-{
-    return new TyxTextMsg(*this);
-}
+TyxTextMsg *TyxTextMsg::clone() const { return new TyxTextMsg(*this); }
 
-bool TyxTextMsg::isEqual(const TyxTextMsg *other) const
-{
-    return *this == *other;
-}
+bool TyxTextMsg::isEqual(const TyxTextMsg *other) const { return *this == *other; }
 
 bool TyxTextMsg::operator==(const TyxTextMsg &other) const
 {
@@ -184,15 +169,9 @@ TyxString TyxTextMsg::trimFname(TyxString &&name)
     return cut == TyxString::npos ? std::move(name) : TyxString(name.substr(cut + 1));
 }
 
-std::wostream &operator<<(std::wostream &os, const TyxTextMsg &message)
-{
-    return os << textForm(message);
-}
+std::wostream &operator<<(std::wostream &os, const TyxTextMsg &message) { return os << textForm(message); }
 
-std::ostream &operator<<(std::ostream &os, const TyxTextMsg &message)
-{
-    return os << textForm(message);
-}
+std::ostream &operator<<(std::ostream &os, const TyxTextMsg &message) { return os << textForm(message); }
 
 void postMessage(const TyxTextMsg &message)
 {
@@ -205,9 +184,6 @@ void postMessage(const TyxTextMsg &message)
     handler->handleMessage(message);
 }
 
-TyxTextMsg lastError()
-{
-    return lastErrorStore().message;
-}
+TyxTextMsg lastError() { return lastErrorStore().message; }
 
 } // namespace tyx

@@ -10,8 +10,7 @@ namespace tyx::internal {
 /// One unit through C tolower; units outside the byte range stay as they are.
 inline wchar_t lowerUnit(wchar_t unit)
 {
-    return (unit >= 0 && unit < 256) ? static_cast<wchar_t>(std::tolower(static_cast<int>(unit)))
-                                     : unit;
+    return (unit >= 0 && unit < 256) ? static_cast<wchar_t>(std::tolower(static_cast<int>(unit))) : unit;
 }
 
 /// A set of delimiter units. When all are below 256 a 256-entry table answers

@@ -7,10 +7,7 @@
 
 namespace tyx {
 
-TyxVersion::TyxVersion(const TyxString &text)
-{
-    read(text);
-}
+TyxVersion::TyxVersion(const TyxString &text) { read(text); }
 
 bool TyxVersion::operator<(const TyxVersion &other) const
 {

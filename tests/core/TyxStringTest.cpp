@@ -1,1 +1,238 @@
+// Wide strings: UTF-8 codec, text functions, splitter, C-style functions.
 #include <gtest/gtest.h>
+
+#include <tyx/TyxString.h>
+
+#include <clocale>
+#include <limits>
+#include <sstream>
+
+namespace {
+
+using namespace tyx;
+using Parts = std::vector<TyxString>;
+
+TEST(TyxStringTest, Utf8RoundTripsAccentedAndNonBmpText)
+{
+    const std::string utf8 = "Gr\xC3\xBC\xC3\x9F"
+                             "e \xE5\x9C\xB0\xE5\x9B\xB3 \xF0\x9D\x95\x8F";
+    const TyxString wide(utf8);
+    EXPECT_EQ(wide, L"Grüße 地図 \U0001D54F");
+    EXPECT_EQ(wide.size(), 10u); // one unit per code point
+    EXPECT_EQ(static_cast<std::string>(wide), utf8);
+    EXPECT_EQ(toUTF8(wide), utf8);
+}
+
+TEST(TyxStringTest, MalformedUtf8WidensEachByteWithItsSign)
+{
+    const struct {
+        const char *name;
+        std::string bytes;
+    } cases[] = {
+        {"lone continuation", "a\x80"},         {"truncated sequence", "\xE5\x9C"},
+        {"overlong slash", "\xC0\xAF"},         {"encoded surrogate", "\xED\xA0\x80"},
+        {"above U+10FFFF", "\xF4\x90\x80\x80"}, {"invalid lead", "\xFF"},
+    };
+    for (const auto &c : cases) {
+        const TyxString wide(c.bytes);
+        ASSERT_EQ(wide.size(), c.bytes.size()) << c.name;
+        for (size_t i = 0; i < c.bytes.size(); ++i)
+            EXPECT_EQ(wide[i], static_cast<wchar_t>(static_cast<signed char>(c.bytes[i]))) << c.name;
+    }
+    EXPECT_EQ(static_cast<uint32_t>(TyxString("\xFF")[0]), 0xFFFFFFFFu);
+}
+
+TEST(TyxStringTest, NonScalarValuesFallBackToLowBytes)
+{
+    std::wstring surrogate = L"ab";
+    surrogate += static_cast<wchar_t>(0xD800);
+    EXPECT_EQ(toUTF8(surrogate), std::string("ab\x00", 3));
+    std::wstring beyond = L"\u00E9";
+    beyond += static_cast<wchar_t>(0x110041);
+    EXPECT_EQ(toUTF8(beyond), std::string("\xE9\x41"));
+}
+
+TEST(TyxStringTest, NullAndEmptyNarrowTextClear)
+{
+    TyxString text(L"x");
+    text = static_cast<const char *>(nullptr);
+    EXPECT_TRUE(text.empty());
+    EXPECT_TRUE(TyxString("").empty());
+    EXPECT_TRUE(toUTF8(L"").empty());
+}
+
+TEST(TyxStringTest, TerminatedConversionsReportSizesAndClearOnFailure)
+{
+    EXPECT_EQ(wcstoutf(nullptr, L"\u00E9a", 0), 4u);
+    char narrow[8];
+    EXPECT_EQ(wcstoutf(narrow, L"\u00E9a", sizeof narrow), 4u);
+    EXPECT_STREQ(narrow, "\xC3\xA9"
+                         "a");
+    EXPECT_EQ(wcstoutf(narrow, L"too long for it", sizeof narrow), 0u);
+    EXPECT_STREQ(narrow, "");
+
+    wchar_t wide[4];
+    EXPECT_EQ(utftowcs(wide, "\xF0\x9D\x95\x8F", 4), 2u);
+    EXPECT_EQ(wide[0], L'\U0001D54F');
+    EXPECT_EQ(utftowcs(wide, "\xC3", 4), 0u);
+    EXPECT_EQ(wide[0], L'\0');
+    EXPECT_EQ(utftowcs(nullptr, "abc", 0), 4u);
+}
+
+TEST(TyxStringTest, MultibyteFollowsTheCurrentLocale)
+{
+    // The "C" locale is ASCII only: anything beyond fails and gives empty text.
+    std::setlocale(LC_CTYPE, "C");
+    EXPECT_EQ(toMultibyte(L"plain"), "plain");
+    EXPECT_EQ(toWide("plain"), L"plain");
+    EXPECT_EQ(toMultibyte(L"\u00E9"), "");
+    char narrow[4];
+    EXPECT_EQ(tyx::wcstombs(narrow, L"ab", sizeof narrow), 3u);
+    wchar_t wide[4];
+    EXPECT_EQ(tyx::mbstowcs(wide, "ab", 4), 3u);
+    EXPECT_EQ(std::wstring(wide), L"ab");
+}
+
+TEST(TyxStringTest, TrimKeepsAllBlankText)
+{
+    EXPECT_EQ(trim(L"   "), L"   ");
+    EXPECT_EQ(trim(L"  a "), L"a");
+    EXPECT_EQ(trim(L""), L"");
+    EXPECT_EQ(trim(L"\t\r\n a b \n"), L"a b");
+    EXPECT_EQ(trim(L"\u3000a\u3000"), L"\u3000a\u3000"); // only the four blanks count
+}
+
+TEST(TyxStringTest, SplitterCases)
+{
+    const struct {
+        const wchar_t *text;
+        const wchar_t *delimiters;
+        bool keepEmpty;
+        Parts expected;
+    } cases[] = {
+        {L"(a b)", L" ", false, {L"a", L"b"}},
+        {L"()", L",", false, {}},
+        {L"", L",", true, {}},
+        {L",a,,b,", L",", false, {L"a", L"b"}},
+        {L",a,,b,", L",", true, {L"", L"a", L"", L"b", L""}},
+        {L"a,,b,", L",", true, {L"a", L"", L"b", L""}},
+        {L"abc", L"", false, {L"abc"}},
+        {L"((a,b))", L",", false, {L"a", L"b"}},
+        {L"(a),(b)", L",", false, {L"a)", L"(b"}},
+        {L",,,", L",", false, {}},
+        {L"a;b c", L"; ", false, {L"a", L"b", L"c"}},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(splitStr(c.text, c.delimiters, c.keepEmpty), c.expected) << std::wstring(c.text);
+}
+
+TEST(TyxStringTest, SplitterAgreesOnBothRoads)
+{
+    // A delimiter at or above 256 moves the splitter off its table.
+    const TyxString text = L"a\u2192b,,c\u2192";
+    EXPECT_EQ(splitStr(text, L",\u2192", false), (Parts{L"a", L"b", L"c"}));
+    EXPECT_EQ(splitStr(text, L",\u2192", true), (Parts{L"a", L"b", L"", L"c", L""}));
+    EXPECT_EQ(splitStr(L"x\U0001F600y", L"\U0001F600", false), (Parts{L"x", L"y"}));
+    // Units above 255 never match a table of small delimiters.
+    EXPECT_EQ(splitStr(L"a\u012Cb", L",", false), (Parts{L"a\u012Cb"}));
+}
+
+TEST(TyxStringTest, CaseRulesDifferOnPurpose)
+{
+    EXPECT_EQ(toLower(TyxString(L"ABC\u00C9")), L"abc\u00C9");
+    EXPECT_TRUE(isEqual(L"abc", L"ABC"));
+    EXPECT_FALSE(isEqual(L"abc", L"abcd"));
+    EXPECT_TRUE(isEqual(L"", L""));
+    EXPECT_TRUE(containsSubstring(L"ABC", L"b", false));
+    EXPECT_FALSE(containsSubstring(L"ABC", L"b", true));
+    EXPECT_TRUE(containsSubstring(L"", L"", true));
+    EXPECT_TRUE(containsSubstring(L"x", L"", false));
+
+    TyxString member(L"MiXeD");
+    EXPECT_EQ(member.toLower(), L"mixed");
+    EXPECT_EQ(member.toUpper(), L"MIXED");
+}
+
+TEST(TyxStringTest, ApproximateByContinuedFractions)
+{
+    const struct {
+        double value;
+        int64_t limit;
+        int64_t numerator;
+        int64_t denominator;
+    } cases[] = {
+        {0.75, 100, 3, 4}, {-0.5, 100, -1, 2}, {2.9, 1, 2, 1}, {3.14159265358979, 1000, 355, 113},
+        {0.333, 10, 1, 3}, {5.0, 100, 5, 1},
+    };
+    for (const auto &c : cases) {
+        int64_t n = 0;
+        int64_t d = 0;
+        approximate(c.value, c.limit, &n, &d);
+        EXPECT_EQ(n, c.numerator) << c.value;
+        EXPECT_EQ(d, c.denominator) << c.value;
+    }
+}
+
+TEST(TyxStringTest, CStyleFunctions)
+{
+    EXPECT_EQ(tyx::strcmp("a", "z"), -1);
+    EXPECT_EQ(tyx::strcmp("z", "a"), 1);
+    EXPECT_EQ(tyx::strcmp("same", "same"), 0);
+    EXPECT_EQ(tyx::strcmp(L"a", L"\u00FF"), -1);
+    const wchar_t high[] = {static_cast<wchar_t>(0x80000000), 0};
+    EXPECT_EQ(tyx::strcmp(high, L"a"), 1); // unsigned comparison
+    EXPECT_EQ(tyx::stricmp(L"ABC", L"abc"), 0);
+    EXPECT_EQ(tyx::stricmp("ABC", "abd") < 0, true);
+
+    wchar_t joined[8] = L"ab";
+    EXPECT_EQ(tyx::strcat(joined, L"cd"), joined);
+    EXPECT_STREQ(joined, L"abcd");
+
+    char narrow[32];
+    EXPECT_EQ(tyx::sprintf(narrow, "%d-%s", 42, "x"), 4);
+    EXPECT_STREQ(narrow, "42-x");
+}
+
+TEST(TyxStringTest, WideSprintfStopsAtItsWorkArea)
+{
+    std::vector<wchar_t> target(2000, L'?');
+    const std::wstring longText(1000, L'w');
+    EXPECT_EQ(tyx::sprintf(target.data(), L"%ls", longText.c_str()), -1);
+    EXPECT_EQ(std::wcslen(target.data()), 511u);
+    EXPECT_EQ(target[512], L'?'); // nothing written past the work area
+    EXPECT_EQ(tyx::sprintf(target.data(), L"%d|%ls", 7, L"\u00E9"), 3);
+    EXPECT_STREQ(target.data(), L"7|\u00E9");
+}
+
+TEST(TyxStringTest, NumberForwardersBehaveLikeTheCLibrary)
+{
+    EXPECT_DOUBLE_EQ(tyx::atof(L"2.5e1"), 25.0);
+    EXPECT_EQ(tyx::atoi(L" 42abc"), 42);
+    EXPECT_EQ(tyx::atoi("junk"), 0);
+    EXPECT_EQ(tyx::strtol(std::wstring(L"ff"), 16), 255);
+    EXPECT_EQ(tyx::strtoul(std::string("777"), 8), 511u);
+    wchar_t *end = nullptr;
+    const wchar_t *text = L"1.5rest";
+    EXPECT_DOUBLE_EQ(tyx::strtod(text, &end), 1.5);
+    EXPECT_STREQ(end, L"rest");
+}
+
+TEST(TyxStringTest, GetlineDecodesUtf8)
+{
+    std::istringstream narrow("\xC3\xA9t\xC3\xA9\nnext");
+    TyxString line;
+    tyx::getline(narrow, line);
+    EXPECT_EQ(line, L"été");
+    std::wistringstream wide(L"a;b");
+    tyx::getline(wide, line, L';');
+    EXPECT_EQ(line, L"a");
+}
+
+TEST(TyxStringTest, NarrowStreamWritesUtf8)
+{
+    std::ostringstream out;
+    out << TyxString(L"\u00E9");
+    EXPECT_EQ(out.str(), "\xC3\xA9");
+}
+
+} // namespace

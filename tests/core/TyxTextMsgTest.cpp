@@ -1,1 +1,175 @@
+// Messages, their text form, posting and the library manager.
 #include <gtest/gtest.h>
+
+#include <tyx/TyxCoreLibMgr.h>
+#include <tyx/TyxTextHandler.h>
+#include <tyx/TyxTextMsg.h>
+
+#include <memory>
+#include <sstream>
+#include <vector>
+
+namespace {
+
+using namespace tyx;
+
+class RecordingHandler : public TyxTextHandler {
+public:
+    void handleMessage(const TyxTextMsg &message) override { received.push_back(message); }
+    std::vector<TyxTextMsg> received;
+};
+
+/// Installs a handler for one test and restores the default afterwards.
+class HandlerScope {
+public:
+    explicit HandlerScope(const TyxTextHandlerPtr &handler)
+    {
+        TyxCoreLibMgr::instance().setTextHandler(handler);
+    }
+    ~HandlerScope() { TyxCoreLibMgr::instance().setTextHandler(nullptr); }
+};
+
+TEST(TyxTextMsgTest, DefaultMessage)
+{
+    const TyxTextMsg message;
+    EXPECT_TRUE(message.empty());
+    EXPECT_EQ(message.type(), TyxTextMsg::User);
+    EXPECT_EQ(message.userType(), 4);
+    EXPECT_EQ(message.srcFname(), L"<filename unknown>");
+    EXPECT_EQ(message.srcLine(), 0);
+    EXPECT_EQ(message.className(), L"TyxObject");
+}
+
+TEST(TyxTextMsgTest, UserTypeDecidesTheSeverity)
+{
+    const struct {
+        int code;
+        TyxTextMsg::Code type;
+    } cases[] = {{0, TyxTextMsg::Error}, {1, TyxTextMsg::Warning}, {2, TyxTextMsg::Info},
+                 {3, TyxTextMsg::Debug}, {4, TyxTextMsg::User},    {7, TyxTextMsg::User},
+                 {-1, TyxTextMsg::User}};
+    for (const auto &c : cases) {
+        const TyxTextMsg message(L"x", c.code);
+        EXPECT_EQ(message.type(), c.type) << c.code;
+        EXPECT_EQ(message.userType(), c.code);
+    }
+}
+
+TEST(TyxTextMsgTest, SourceFileIsCutToItsBareName)
+{
+    EXPECT_EQ(TyxTextMsg(L"t", L"C:\\a\\b\\File", 1, 0).srcFname(), L"File");
+    EXPECT_EQ(TyxTextMsg(L"t", L"/a/b/File", 1, 0).srcFname(), L"File");
+    EXPECT_EQ(TyxTextMsg(L"t", L"/a\\b/c\\File", 1, 0).srcFname(), L"File");
+    EXPECT_EQ(TyxTextMsg(L"t", L"File", 1, 0).srcFname(), L"File");
+    EXPECT_EQ(TyxTextMsg(L"t", L"", 1, 0).srcFname(), L"");
+}
+
+TEST(TyxTextMsgTest, TextForm)
+{
+    std::wostringstream wide;
+    wide << TyxTextMsg(L"Bad value", L"src/Parser", 48, TyxTextMsg::Error);
+    EXPECT_EQ(wide.str(), L"error: Bad value - (Parser : 48)");
+
+    const struct {
+        int code;
+        const char *expected;
+    } labels[] = {{1, "warning: \xC3\xA9 - (F : 2)"},
+                  {2, "info: \xC3\xA9 - (F : 2)"},
+                  {3, "debug: \xC3\xA9 - (F : 2)"},
+                  {4, "user: \xC3\xA9 - (F : 2)"},
+                  {-5, "user: \xC3\xA9 - (F : 2)"}};
+    for (const auto &label : labels) {
+        std::ostringstream narrow;
+        narrow << TyxTextMsg(L"\u00E9", L"F", 2, label.code);
+        EXPECT_EQ(narrow.str(), label.expected);
+    }
+
+    std::wostringstream empty;
+    empty << TyxTextMsg(L"", L"F", 2, TyxTextMsg::Error);
+    EXPECT_TRUE(empty.str().empty());
+}
+
+TEST(TyxTextMsgTest, EqualityCoversEveryFieldButTheWhatBuffer)
+{
+    TyxTextMsg a(L"text", L"F", 3, TyxTextMsg::Warning);
+    TyxTextMsg b(a);
+    EXPECT_EQ(a, b);
+    b.setVerbose(true);
+    EXPECT_NE(a, b);
+    EXPECT_FALSE(a.isEqual(&b));
+
+    EXPECT_STREQ(a.what(), "text");
+    const TyxTextMsg copied(a);
+    EXPECT_EQ(copied, a);
+    std::unique_ptr<TyxTextMsg> cloned(a.clone());
+    EXPECT_TRUE(cloned->isEqual(&a));
+}
+
+TEST(TyxTextMsgTest, WhatGivesTheTextAloneInUtf8)
+{
+    const TyxTextMsg message(L"\u5730\u56F3", L"F", 9, TyxTextMsg::Error);
+    EXPECT_STREQ(message.what(), "\xE5\x9C\xB0\xE5\x9B\xB3");
+}
+
+TEST(TyxTextMsgTest, SetTextAppendAndClear)
+{
+    TyxTextMsg message(L"a", L"F", 1, TyxTextMsg::Info);
+    message.setVerbose(true);
+    message.setText(L"b", TyxTextMsg::Error);
+    EXPECT_FALSE(message.isVerbose());
+    EXPECT_EQ(message.srcFname(), L"<filename unknown>");
+    EXPECT_EQ(message.srcLine(), 0);
+    message.appendText(L"c");
+    EXPECT_EQ(message.text(), L"bc");
+    EXPECT_EQ(message.type(), TyxTextMsg::Error);
+    message.clear();
+    EXPECT_EQ(message, TyxTextMsg());
+}
+
+TEST(TyxTextMsgTest, DefaultHandlerThrowsPostedErrors)
+{
+    const TyxTextMsg error(L"it failed", L"Here.cpp", 12, TyxTextMsg::Error);
+    try {
+        postMessage(error);
+        FAIL() << "the default handler did not throw";
+    } catch (const TyxTextMsg &thrown) {
+        EXPECT_EQ(thrown, error);
+    }
+    EXPECT_EQ(lastError(), error);
+    EXPECT_NO_THROW(postMessage(TyxTextMsg(L"just saying", TyxTextMsg::Warning)));
+    EXPECT_EQ(lastError(), error);
+}
+
+TEST(TyxTextMsgTest, InstalledHandlerReceivesAndErrorsAreStillRecorded)
+{
+    TyxSmartPtr<RecordingHandler> handler(new RecordingHandler);
+    {
+        HandlerScope scope(TyxTextHandlerPtr(handler.get()));
+        const TyxTextMsg error(L"recorded", L"There.cpp", 5, TyxTextMsg::Error);
+        EXPECT_NO_THROW(postMessage(error));
+        postMessage(TyxTextMsg(L"note", TyxTextMsg::Info));
+        ASSERT_EQ(handler->received.size(), 2u);
+        EXPECT_EQ(handler->received[0], error);
+        EXPECT_EQ(lastError(), error);
+    }
+    EXPECT_THROW(postMessage(TyxTextMsg(L"back to default", TyxTextMsg::Error)), TyxTextMsg);
+}
+
+TEST(TyxCoreLibMgrTest, InitializeInstallsOnlyOnce)
+{
+    TyxCoreLibMgr &manager = TyxCoreLibMgr::instance();
+    EXPECT_EQ(manager.version(), TyxVersion(4, 1, 0));
+    EXPECT_FALSE(manager.isInitialized());
+    TyxSmartPtr<RecordingHandler> first(new RecordingHandler);
+    TyxSmartPtr<RecordingHandler> second(new RecordingHandler);
+    EXPECT_EQ(manager.initialize(TyxTextHandlerPtr(first.get())), 0);
+    EXPECT_EQ(manager.initialize(TyxTextHandlerPtr(second.get())), 0);
+    EXPECT_TRUE(manager.isInitialized());
+    EXPECT_EQ(manager.textHandler().get(), first.get());
+    manager.deInitialize();
+    EXPECT_FALSE(manager.isInitialized());
+    EXPECT_NE(manager.textHandler().get(), first.get());
+    EXPECT_THROW(postMessage(TyxTextMsg(L"x", TyxTextMsg::Error)), TyxTextMsg);
+}
+
+} // namespace

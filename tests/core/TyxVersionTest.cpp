@@ -1,1 +1,46 @@
+// Version numbers: reading, comparing and the text form.
 #include <gtest/gtest.h>
+
+#include <tyx/TyxVersion.h>
+
+#include <sstream>
+
+namespace {
+
+using namespace tyx;
+
+TEST(TyxVersionTest, ReadsAsManyFieldsAsTheTextHolds)
+{
+    EXPECT_EQ(TyxVersion(L"4.1"), TyxVersion(4, 1, 0));
+    EXPECT_EQ(TyxVersion(L"2"), TyxVersion(2, 0, 0));
+    EXPECT_EQ(TyxVersion(L""), TyxVersion(1, 0, 0));
+    EXPECT_EQ(TyxVersion(L"3.2.1"), TyxVersion(3, 2, 1));
+    EXPECT_EQ(TyxVersion(), TyxVersion(1, 0, 0));
+}
+
+TEST(TyxVersionTest, OrdersByMajorMinorBuild)
+{
+    EXPECT_GT(TyxVersion(4, 1, 0), TyxVersion(4, 0, 9));
+    EXPECT_LT(TyxVersion(3, 9, 9), TyxVersion(4, 0, 0));
+    EXPECT_LE(TyxVersion(4, 1, 0), TyxVersion(4, 1, 0));
+    EXPECT_GE(TyxVersion(4, 1, 1), TyxVersion(4, 1, 0));
+    EXPECT_TRUE(TyxVersion(4, 1, 0) == TyxString(L"4.1"));
+    EXPECT_TRUE(TyxVersion(4, 1, 0) != TyxString(L"4.1.1"));
+}
+
+TEST(TyxVersionTest, TextForms)
+{
+    const TyxVersion version(4, 1, 0);
+    EXPECT_EQ(static_cast<TyxString>(version), L"4.1.0");
+    EXPECT_EQ(version.toString(L"_"), L"4_1_0");
+    EXPECT_EQ(version.toString(L".", false), L"4.1");
+    std::ostringstream narrow;
+    narrow << version;
+    EXPECT_EQ(narrow.str(), "4.1.0");
+    std::wistringstream in(L"7.8.9\nrest");
+    TyxVersion read;
+    in >> read;
+    EXPECT_EQ(read, TyxVersion(7, 8, 9));
+}
+
+} // namespace

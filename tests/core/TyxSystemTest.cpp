@@ -1,0 +1,201 @@
+// System services: switches, byte swapping, time stamps, the loop base,
+// the semaphore and geodesy.
+#include <gtest/gtest.h>
+
+#include <tyx/TyxCoreLibMgr.h>
+#include <tyx/TyxForLoopBase.h>
+#include <tyx/TyxSemaphore.h>
+#include <tyx/TyxSystem.h>
+#include <tyx/TyxTextHandler.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <ctime>
+#include <stdexcept>
+#include <thread>
+
+namespace {
+
+using namespace tyx;
+
+class RecordingHandler : public TyxTextHandler {
+public:
+    void handleMessage(const TyxTextMsg &message) override { last = message; }
+    TyxTextMsg last;
+};
+
+TEST(TyxSystemTest, ParallelSwitchReturnsItsPreviousValue)
+{
+    EXPECT_TRUE(enableParallelLoops(false));
+    EXPECT_FALSE(useParallelLoops());
+    EXPECT_FALSE(enableParallelLoops(true));
+    EXPECT_TRUE(useParallelLoops());
+    EXPECT_FALSE(isTimingLoops());
+}
+
+TEST(TyxSystemTest, SwapBytesReversesEachElement)
+{
+    uint8_t single[] = {1, 2, 3};
+    swapBytes(single, 3, 1, false);
+    EXPECT_EQ(single[0], 1);
+    EXPECT_EQ(single[2], 3);
+
+    uint16_t halves[] = {0x0102, 0xA0B0};
+    swapBytes(halves, 2, 2, false);
+    EXPECT_EQ(halves[0], 0x0201);
+    EXPECT_EQ(halves[1], 0xB0A0);
+
+    std::vector<uint32_t> words(70000, 0x11223344u);
+    swapBytes(words.data(), words.size(), 4, true);
+    EXPECT_EQ(words.front(), 0x44332211u);
+    EXPECT_EQ(words.back(), 0x44332211u);
+
+    unsigned char odd[] = {1, 2, 3, 4, 5, 6};
+    swapBytes(odd, 2, 3, false);
+    EXPECT_EQ(std::vector<unsigned char>(odd, odd + 6), (std::vector<unsigned char>{3, 2, 1, 6, 5, 4}));
+}
+
+TEST(TyxSystemTest, NumericHelpers)
+{
+    EXPECT_EQ(epsilonDouble(), 2.220446049250313e-16);
+    EXPECT_TRUE(isNaN(std::nan("")));
+    EXPECT_FALSE(isNaN(1.0));
+}
+
+TEST(TyxSystemTest, TimeStampsInLocalTime)
+{
+    setenv("TZ", "UTC", 1);
+    tzset();
+    EXPECT_EQ(timeStampFromStr(L"2020010203040"), 0); // 13 characters
+    // 2020-01-02 03:04:05 UTC is 1577934245 s after the epoch (date -u -d @1577934245).
+    EXPECT_EQ(timeStampFromStr(L"20200102030405"), INT64_C(1577934245000));
+    EXPECT_EQ(timeStampFromStr(L"20200102030405.250"), INT64_C(1577934245250));
+    EXPECT_EQ(timeStampFromStr(L"20200102030405x25"), INT64_C(1577934245000)); // 17 characters
+    setenv("TZ", "CET-1", 1);
+    tzset();
+    EXPECT_EQ(timeStampFromStr(L"20200102030405"), INT64_C(1577934245000) - 3600 * 1000);
+    unsetenv("TZ");
+    tzset();
+}
+
+TEST(TyxSystemTest, RunningProgramPaths)
+{
+    const TyxString exe = exeFilePath();
+    EXPECT_NE(exe.find(L"tyx_core_tests"), TyxString::npos);
+    EXPECT_NE(dsoPath(reinterpret_cast<const void *>(&exeFilePath)).find(L"libtyx.so"), TyxString::npos);
+    EXPECT_EQ(dsoPath(nullptr), L"");
+}
+
+TEST(TyxSystemTest, GeodesyAgainstIndependentValues)
+{
+    EXPECT_EQ(greatCircleDistance(0, 0, 0, 0), 0);
+    EXPECT_EQ(greatCircleHeading(0, 0, 0, 10), 0);
+    EXPECT_DOUBLE_EQ(greatCircleHeading(0, 0, 10, 0), 90);
+    EXPECT_DOUBLE_EQ(greatCircleHeading(0, 0, -10, 0), 270);
+    // One degree of arc on the sphere: 6367444.6571 * pi / 180 = 111132.8742 m.
+    EXPECT_NEAR(greatCircleDistance(0, 0, 0, 1), 111132.8742, 1e-3);
+    // A quarter of the circumference from the equator to the pole.
+    EXPECT_NEAR(greatCircleDistance(10, 0, 10, 90), 6367444.6571 * 3.14159265358979 / 2, 1e-3);
+
+    EXPECT_DOUBLE_EQ(directHeading(5, 5, 5, 6), 0);
+    EXPECT_DOUBLE_EQ(directHeading(5, 5, 6, 5), 90);
+    EXPECT_DOUBLE_EQ(directHeading(5, 5, 5, 4), 180);
+    EXPECT_DOUBLE_EQ(directHeading(5, 5, 4, 5), 270);
+
+    // At the equator the series give 111132.92 - 559.82 + 1.175 - 0.0023 and
+    // 111412.84 - 93.5 + 0.118 metres per degree.
+    double latMeters = 0;
+    double lonMeters = 0;
+    metersPerDegree(0, latMeters, lonMeters);
+    EXPECT_NEAR(latMeters, 110574.2727, 1e-4);
+    EXPECT_NEAR(lonMeters, 111319.458, 1e-4);
+    EXPECT_NEAR(directDistance(0, 0, 1, 0), 111319.458, 1e-3);
+
+    // The mid point of two points on the equator lies half-way between them.
+    EXPECT_NEAR(latitudeMidPoint(0, 0, 20, 0), 0, 1e-12);
+    EXPECT_NEAR(longitudeMidPoint(0, 0, 20, 0), 10, 1e-12);
+    // On a meridian the mid latitude is the mean.
+    EXPECT_NEAR(latitudeMidPoint(7, 10, 7, 30), 20, 1e-12);
+}
+
+TEST(TyxForLoopBaseTest, RunsTheRangeAndReportsCompletion)
+{
+    std::vector<int64_t> seen;
+    TyxLoopRange range;
+    range.begin = 2;
+    range.end = 11;
+    range.step = 3;
+    EXPECT_FALSE(TyxForLoopBase::run(range, true, false, [&](int64_t i) { seen.push_back(i); }));
+    EXPECT_EQ(seen, (std::vector<int64_t>{2, 5, 8}));
+
+    seen.clear();
+    range.begin = 5;
+    range.end = 0;
+    range.step = -2;
+    TyxForLoopBase::run(range, false, false, [&](int64_t i) { seen.push_back(i); });
+    EXPECT_EQ(seen, (std::vector<int64_t>{5, 3, 1}));
+
+    range.step = 0;
+    EXPECT_FALSE(TyxForLoopBase::run(range, false, false, [&](int64_t) { FAIL(); }));
+}
+
+TEST(TyxForLoopBaseTest, PostsWhatTheBodyThrows)
+{
+    TyxSmartPtr<RecordingHandler> handler(new RecordingHandler);
+    TyxCoreLibMgr::instance().setTextHandler(TyxTextHandlerPtr(handler.get()));
+    TyxLoopRange range;
+    range.end = 10;
+    int calls = 0;
+    EXPECT_TRUE(TyxForLoopBase::run(range, false, false, [&](int64_t i) {
+        ++calls;
+        if (i == 3)
+            throw TyxTextMsg(L"stop here", L"Body.cpp", 99, TyxTextMsg::Warning);
+    }));
+    EXPECT_EQ(calls, 4);
+    EXPECT_EQ(handler->last.text(), L"stop here");
+    EXPECT_EQ(handler->last.type(), TyxTextMsg::Error);
+    EXPECT_EQ(handler->last.srcFname(), L"TyxForLoopBase.cpp");
+
+    EXPECT_TRUE(TyxForLoopBase::run(range, false, false, [](int64_t) { throw 5; }));
+    EXPECT_EQ(handler->last.text(), L"Caught an unknown exception.");
+    TyxCoreLibMgr::instance().setTextHandler(nullptr);
+
+    EXPECT_THROW(TyxForLoopBase::run(range, false, false, [](int64_t) { throw std::runtime_error("x"); }),
+                 TyxTextMsg);
+}
+
+TEST(TyxSemaphoreTest, HandsCountsAcrossThreads)
+{
+    TyxSemaphore semaphore(0);
+    ASSERT_TRUE(semaphore.isValid());
+    EXPECT_FALSE(semaphore.tryAcquire());
+    int produced = 0;
+    std::thread producer([&] {
+        produced = 42;
+        semaphore.release(2);
+    });
+    EXPECT_TRUE(semaphore.acquire());
+    EXPECT_EQ(produced, 42);
+    producer.join();
+    EXPECT_TRUE(semaphore.tryAcquire());
+    EXPECT_FALSE(semaphore.tryAcquire());
+}
+
+TEST(TyxSemaphoreTest, WithoutAHandleNothingHappens)
+{
+    TyxSemaphore semaphore(0x80000000u); // above the maximum count
+    EXPECT_FALSE(semaphore.isValid());
+    EXPECT_EQ(semaphore.systemErrorCode(), -1);
+    semaphore.release(1);
+    EXPECT_FALSE(semaphore.acquire());
+    EXPECT_FALSE(semaphore.tryAcquire());
+}
+
+TEST(TyxSystemTest, MemoryQueries)
+{
+    EXPECT_GT(physicalRam(), 0u);
+    EXPECT_GT(availableRam(), 0u);
+    EXPECT_LE(availableRam(), physicalRam());
+}
+
+} // namespace
