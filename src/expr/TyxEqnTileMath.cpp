@@ -7,6 +7,9 @@
 #include <numbers>
 #include <vector>
 
+#include <tyx/TyxForLoopBase.h>
+#include <tyx/TyxSystem.h>
+
 #include "expr/TyxEqnTileLoops.h"
 
 namespace tyx {
@@ -220,6 +223,14 @@ double reduce(const TyxEqnTile &a, double start, Op op)
 
 // ---- Conversion back to image types -----------------------------------------
 
+// roundclip asks for parallel loops from this many samples (as many as
+// columns times rows times bands of a 27648-sample image tile).
+constexpr uint64_t kParallelThreshold = 27648;
+// Samples per sub-range of a parallel roundclip, and the most sub-ranges the
+// loop base's 32-bit range can count.
+constexpr uint64_t kChunkSize = 65536;
+constexpr uint64_t kMaxChunks = 0x7FFFFFFF;
+
 // Clips to lo and hi (lo tested first) and, for integer targets, adds 0.5
 // away from zero so that the truncating conversion rounds half away from
 // zero. Float and Double targets are only clipped: adding 0.5 there would
@@ -415,12 +426,29 @@ TyxEqnTile TyxEqnTile::roundclip(const TyxDataType &type, double lo, double hi) 
         return TyxEqnTile();
     const uint64_t n = m_size;
     const uint64_t step = m_step;
+    // The index range goes to the loop base in chunks, each a sub-range for
+    // one worker; without parallel loops it is one chunk.
+    const bool parallel = useParallelLoops() && (isTimingLoops() || n >= kParallelThreshold);
+    const uint64_t chunk = parallel ? std::max(kChunkSize, n / kMaxChunks + 1) : n + 1;
+    TyxLoopRange range;
+    range.begin = 0;
+    range.end = static_cast<unsigned int>(n / chunk + 1);
+    range.step = 1;
     return visitRealCode(m_dataType.code(), TyxEqnTile(), [&](auto ta) {
         using A = typename decltype(ta)::type;
         const A *in = samples<A>(*this);
         return visitRealCode(type.code(), TyxEqnTile(), [&](auto tt) {
             using T = typename decltype(tt)::type;
-            return produce<T>(type, n, [&](T *out) { roundClipRange(out, in, step, 0, n, lo, hi); });
+            bool failed = false;
+            TyxEqnTile result = produce<T>(type, n, [&](T *out) {
+                failed = TyxForLoopBase::run(range, parallel, isTimingLoops(), [&](int64_t c) {
+                    const uint64_t begin = static_cast<uint64_t>(c) * chunk;
+                    roundClipRange(out, in, step, begin, std::min(n, begin + chunk), lo, hi);
+                });
+            });
+            // The loop base has posted the failure of a worker; partly
+            // converted samples are not handed out.
+            return failed ? TyxEqnTile() : result;
         });
     });
 }
