@@ -1,0 +1,240 @@
+#include <tyx/TyxCast.h>
+#include <tyx/TyxVariant.h>
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+using tyx::TyxString;
+using tyx::internal::TyxCast;
+using tyx::internal::TyxCastExists;
+using tyx::internal::TyxDefaultCasts;
+
+template <class From, class To>
+To castTo(const From &from, bool *ok = nullptr)
+{
+    To to{};
+    const bool result = TyxCast<From, To>::cast(from, to);
+    if (ok)
+        *ok = result;
+    return to;
+}
+
+TEST(TyxCastTest, TextOfDoubles)
+{
+    struct Case {
+        double value;
+        const wchar_t *text;
+    };
+    const Case cases[] = {
+        {3.0, L"3.0"},
+        {0.5, L"0.5"},
+        {-2.0, L"-2.0"},
+        {-2.5, L"-2.5"},
+        {0.1, L"0.100000000000000006"},
+        {123.25, L"123.25"},
+        {1e15, L"1000000000000000.0"},
+        {1e20, L"100000000000000000000"},
+        {-0.0, L"-0.0"},
+        {std::numeric_limits<double>::quiet_NaN(), L"nan"},
+        {std::numeric_limits<double>::infinity(), L"inf"},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ((castTo<double, TyxString>(c.value)), c.text) << c.value;
+    EXPECT_EQ((castTo<float, TyxString>(3.0f)), L"3.0");
+    EXPECT_EQ((castTo<float, TyxString>(0.5f)), L"0.5");
+}
+
+TEST(TyxCastTest, TextToIntegers)
+{
+    struct Case {
+        const wchar_t *text;
+        int value;
+        bool ok;
+    };
+    const Case cases[] = {
+        {L"42", 42, true},        {L"  42  ", 42, true}, {L"", 0, false},     {L"   ", 0, false},
+        {L"5.7", 5, true},        {L"-5.7", -5, true},   {L"abc", 0, false},  {L"-0", 0, true},
+        {L"0012", 12, true},      {L"0", 0, true},       {L"-12", -12, true}, {L"12abc", 12, false},
+        {L"\t7", 7, true},        {L"1e3", 1000, true},  {L"-", 0, false},    {L"nan", INT32_MIN, true},
+        {L"4294967297", 1, true},
+    };
+    for (const Case &c : cases) {
+        bool ok = false;
+        EXPECT_EQ((castTo<TyxString, int>(c.text, &ok)), c.value) << tyx::toUTF8(c.text);
+        EXPECT_EQ(ok, c.ok) << tyx::toUTF8(c.text);
+    }
+}
+
+TEST(TyxCastTest, TextToUnsignedAndNarrowIntegers)
+{
+    bool ok = false;
+    EXPECT_EQ((castTo<TyxString, uint64_t>(L"18446744073709551615", &ok)), UINT64_MAX);
+    EXPECT_TRUE(ok);
+    EXPECT_EQ((castTo<TyxString, unsigned char>(L"300", &ok)), 44);
+    EXPECT_TRUE(ok);
+    EXPECT_EQ((castTo<TyxString, unsigned char>(L"300.7", &ok)), 44);
+    EXPECT_TRUE(ok);
+    EXPECT_EQ((castTo<TyxString, unsigned int>(L"-1", &ok)), UINT32_MAX);
+    EXPECT_TRUE(ok);
+    EXPECT_EQ((castTo<TyxString, short>(L"-0012", &ok)), -12);
+    EXPECT_TRUE(ok);
+    EXPECT_EQ((castTo<TyxString, wchar_t>(L"xyz", &ok)), L'x');
+    EXPECT_TRUE(ok);
+    EXPECT_EQ((castTo<TyxString, char>(L"", &ok)), 0);
+    EXPECT_FALSE(ok);
+}
+
+TEST(TyxCastTest, TextToReals)
+{
+    bool ok = false;
+    EXPECT_EQ((castTo<TyxString, double>(L" 2.5 ", &ok)), 2.5);
+    EXPECT_TRUE(ok);
+    EXPECT_EQ((castTo<TyxString, double>(L"", &ok)), 0.0);
+    EXPECT_FALSE(ok);
+    EXPECT_EQ((castTo<TyxString, double>(L"1.5kg", &ok)), 1.5);
+    EXPECT_FALSE(ok);
+    for (const wchar_t *text : {L"NaN", L"nan", L" nan"}) {
+        const double value = castTo<TyxString, double>(text, &ok);
+        EXPECT_TRUE(ok);
+        EXPECT_EQ(std::bit_cast<uint64_t>(value), UINT64_C(0x7FF8000000000000));
+    }
+    const float value = castTo<TyxString, float>(L"NaN", &ok);
+    EXPECT_TRUE(ok);
+    EXPECT_EQ(std::bit_cast<uint32_t>(value), 0x7FC00000u);
+}
+
+TEST(TyxCastTest, BoolWords)
+{
+    for (const wchar_t *word : {L"1", L"t", L"y", L"true", L"yes", L"on", L"YES", L"True", L"ON"}) {
+        bool ok = false;
+        EXPECT_TRUE((castTo<TyxString, bool>(word, &ok))) << tyx::toUTF8(word);
+        EXPECT_TRUE(ok);
+    }
+    for (const wchar_t *word : {L"0", L"no", L"off", L"false", L"", L" yes", L"2"}) {
+        bool ok = false;
+        EXPECT_FALSE((castTo<TyxString, bool>(word, &ok))) << tyx::toUTF8(word);
+        EXPECT_TRUE(ok);
+    }
+    EXPECT_EQ((castTo<bool, TyxString>(true)), L"true");
+    EXPECT_EQ((castTo<bool, TyxString>(false)), L"false");
+}
+
+TEST(TyxCastTest, IntegersToText)
+{
+    EXPECT_EQ((castTo<int, TyxString>(0)), L"0");
+    EXPECT_EQ((castTo<int, TyxString>(-123)), L"-123");
+    EXPECT_EQ((castTo<int64_t, TyxString>(INT64_MIN)), L"-9223372036854775808");
+    EXPECT_EQ((castTo<uint64_t, TyxString>(UINT64_MAX)), L"18446744073709551615");
+    EXPECT_EQ((castTo<signed char, TyxString>(-5)), L"-5");
+    EXPECT_EQ((castTo<unsigned char, TyxString>(200)), L"200");
+    EXPECT_EQ((castTo<char, TyxString>('A')), L"A");
+    EXPECT_EQ((castTo<wchar_t, TyxString>(L'\u00e9')), L"\u00e9");
+}
+
+TEST(TyxCastTest, WrappingAndTruncation)
+{
+    EXPECT_EQ((castTo<int, unsigned char>(300)), 44);
+    EXPECT_EQ((castTo<double, unsigned char>(300.7)), 44);
+    EXPECT_EQ((castTo<double, int>(-2.9)), -2);
+    EXPECT_EQ((castTo<double, short>(70000.5)), 4464);
+    EXPECT_EQ((castTo<int, short>(-70000)), -4464);
+    EXPECT_EQ((castTo<double, int>(1e10)), INT32_MIN);
+    EXPECT_EQ((castTo<float, int64_t>(-3.5f)), -3);
+    EXPECT_EQ((castTo<int64_t, double>(INT64_C(1) << 53)), 9007199254740992.0);
+}
+
+TEST(TyxCastTest, DoubleToUInt64)
+{
+    const double twoTo63 = 9223372036854775808.0;
+    EXPECT_EQ((castTo<double, uint64_t>(12.9)), 12u);
+    EXPECT_EQ((castTo<double, uint64_t>(twoTo63)), UINT64_C(1) << 63);
+    EXPECT_EQ((castTo<double, uint64_t>(1.5 * twoTo63)), (UINT64_C(1) << 63) + (UINT64_C(1) << 62));
+    EXPECT_EQ((castTo<double, uint64_t>(-1.0)), UINT64_MAX);
+    // The rest is itself at least 2^63: nothing is added.
+    EXPECT_EQ((castTo<double, uint64_t>(4.0 * twoTo63)), UINT64_C(1) << 63);
+}
+
+TEST(TyxCastTest, NumbersToBoolAndComplex)
+{
+    EXPECT_TRUE((castTo<double, bool>(std::numeric_limits<double>::quiet_NaN())));
+    EXPECT_FALSE((castTo<double, bool>(0.0)));
+    EXPECT_TRUE((castTo<int, bool>(-1)));
+    EXPECT_EQ((castTo<bool, int>(true)), 1);
+    EXPECT_EQ((castTo<std::complex<double>, double>({0.0, 2.0})), 0.0);
+    EXPECT_TRUE((castTo<std::complex<double>, bool>({0.0, 2.0})));
+    EXPECT_FALSE((castTo<std::complex<float>, bool>({0.0f, 0.0f})));
+    EXPECT_EQ((castTo<std::complex<double>, int>({7.9, 1.0})), 7);
+    EXPECT_EQ((castTo<int, std::complex<double>>(3)), std::complex<double>(3.0, 0.0));
+    EXPECT_EQ((castTo<std::complex<float>, std::complex<double>>({1.5f, -2.0f})),
+              std::complex<double>(1.5, -2.0));
+}
+
+TEST(TyxCastTest, ComplexText)
+{
+    EXPECT_EQ((castTo<std::complex<double>, TyxString>({1.5, -2.0})), L"(1.5,-2)");
+    struct Case {
+        const wchar_t *text;
+        std::complex<double> value;
+    };
+    for (const Case &c : {Case{L"(1.5,-2)", {1.5, -2.0}}, Case{L"(3)", {3.0, 0.0}}, Case{L"4", {4.0, 0.0}}}) {
+        bool ok = false;
+        EXPECT_EQ((castTo<TyxString, std::complex<double>>(c.text, &ok)), c.value);
+        EXPECT_TRUE(ok);
+    }
+    bool ok = true;
+    castTo<TyxString, std::complex<double>>(L"(1,", &ok);
+    EXPECT_FALSE(ok);
+}
+
+TEST(TyxCastTest, Containers)
+{
+    using tyx::TyxVariant;
+    using tyx::TyxVariantList;
+    using tyx::TyxVariantMap;
+    using tyx::TyxVariantPair;
+
+    EXPECT_FALSE((castTo<tyx::TyxStrList, bool>(tyx::TyxStrList())));
+    EXPECT_TRUE((castTo<tyx::TyxStrList, bool>(tyx::TyxStrList{L"a"})));
+    EXPECT_EQ((castTo<tyx::TyxStrList, TyxString>(tyx::TyxStrList{L"a", L"b"})), L"(a,b)");
+    EXPECT_EQ((castTo<TyxString, tyx::TyxStrList>(L"(a,b)")), (tyx::TyxStrList{L"a", L"b"}));
+
+    EXPECT_FALSE((castTo<TyxVariantPair, bool>(TyxVariantPair())));
+    EXPECT_TRUE((castTo<TyxVariantPair, bool>(TyxVariantPair(L"k", TyxVariant()))));
+    EXPECT_TRUE((castTo<TyxVariantPair, bool>(TyxVariantPair(L"", TyxVariant(0)))));
+    EXPECT_EQ((castTo<TyxVariantPair, TyxString>(TyxVariantPair(L"k", TyxVariant(2)))), L"k,Int,2");
+
+    const TyxVariantList list{TyxVariant(1), TyxVariant(L"x")};
+    EXPECT_EQ((castTo<TyxVariantList, TyxString>(list)), L"TyxVariantList,[Int,1,TyxString,x]");
+    EXPECT_TRUE((castTo<TyxVariantList, bool>(list)));
+    const TyxVariantList fromText = castTo<TyxString, TyxVariantList>(L"a,b");
+    ASSERT_EQ(fromText.size(), 1u);
+    EXPECT_EQ(fromText[0].value<TyxString>(), L"a,b");
+
+    TyxVariantMap map;
+    map[L"b"] = TyxVariant(2.5);
+    map[L"A"] = TyxVariant(true);
+    EXPECT_EQ((castTo<TyxVariantMap, TyxString>(map)), L"TyxVariantMap,{A:Bool,true,b:Double,2.5}");
+    bool ok = false;
+    EXPECT_TRUE((castTo<TyxString, TyxVariantMap>(L"{a:Int,1}", &ok)).empty());
+    EXPECT_TRUE(ok);
+}
+
+TEST(TyxCastTest, PairsThatExist)
+{
+    static_assert(TyxCastExists<int, double>);
+    static_assert(TyxCastExists<std::complex<float>, unsigned short>);
+    static_assert(TyxCastExists<TyxString, TyxString>);
+    static_assert(TyxCastExists<tyx::TyxVariantList, tyx::TyxVariantList>);
+    static_assert(TyxCastExists<tyx::TyxVariantMap, bool>);
+    static_assert(!TyxCastExists<tyx::TyxStrList, int>);
+    static_assert(!TyxCastExists<int, tyx::TyxStrList>);
+    static_assert(!TyxCastExists<tyx::TyxVariantList, tyx::TyxVariantMap>);
+    SUCCEED();
+}
+
+} // namespace

@@ -1,0 +1,403 @@
+#include <tyx/TyxVariant.h>
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace {
+
+using tyx::TyxMetaType;
+using tyx::TyxString;
+using tyx::TyxVariant;
+using tyx::TyxVariantList;
+using tyx::TyxVariantMap;
+using tyx::TyxVariantPair;
+
+TyxString wideText(const TyxVariant &v)
+{
+    std::wostringstream os;
+    os << v;
+    return os.str();
+}
+
+TyxVariant readWide(const std::wstring &text, bool *failed = nullptr)
+{
+    std::wistringstream is(text);
+    TyxVariant v;
+    is >> v;
+    if (failed)
+        *failed = is.fail();
+    return v;
+}
+
+TEST(TyxVariantTest, ConstructorsGiveTheirCodes)
+{
+    struct Case {
+        TyxVariant variant;
+        TyxMetaType::Code code;
+        const char *className;
+    };
+    const Case cases[] = {
+        {TyxVariant(), TyxMetaType::Invalid, ""},
+        {TyxVariant(true), TyxMetaType::Bool, "bool"},
+        {TyxVariant(static_cast<signed char>(-1)), TyxMetaType::Int8, "signed char"},
+        {TyxVariant(static_cast<unsigned char>(1)), TyxMetaType::UInt8, "unsigned char"},
+        {TyxVariant('a'), TyxMetaType::Char, "wchar_t"},
+        {TyxVariant(L'a'), TyxMetaType::Char, "wchar_t"},
+        {TyxVariant(static_cast<short>(1)), TyxMetaType::Int16, "short"},
+        {TyxVariant(static_cast<unsigned short>(1)), TyxMetaType::UInt16, "unsigned short"},
+        {TyxVariant(1), TyxMetaType::Int, "int"},
+        {TyxVariant(1u), TyxMetaType::UInt, "unsigned int"},
+        {TyxVariant(1L), TyxMetaType::Int64, "TyxI64"},
+        {TyxVariant(1UL), TyxMetaType::UInt64, "TyxU64"},
+        {TyxVariant(1LL), TyxMetaType::Int64, "TyxI64"},
+        {TyxVariant(1ULL), TyxMetaType::UInt64, "TyxU64"},
+        {TyxVariant(1.0f), TyxMetaType::Float, "float"},
+        {TyxVariant(1.0), TyxMetaType::Double, "double"},
+        {TyxVariant(std::complex<double>(1, 2)), TyxMetaType::ComplexDouble, "TyxDblComplex"},
+        {TyxVariant("text"), TyxMetaType::String, "TyxString"},
+        {TyxVariant(L"text"), TyxMetaType::String, "TyxString"},
+        {TyxVariant(std::string("text")), TyxMetaType::String, "TyxString"},
+        {TyxVariant(std::wstring(L"text")), TyxMetaType::String, "TyxString"},
+        {TyxVariant(TyxString(L"text")), TyxMetaType::String, "TyxString"},
+        {TyxVariant(tyx::TyxStrList{L"a"}), TyxMetaType::StrList, "TyxStrList"},
+        {TyxVariant(TyxVariantPair(L"k", TyxVariant(1))), TyxMetaType::KeyValuePair,
+         "std::pair<TyxString,TyxVariant>"},
+        {TyxVariant(TyxVariantList()), TyxMetaType::VariantList, "std::vector<TyxVariant>"},
+        {TyxVariant(TyxVariantMap()), TyxMetaType::VariantMap,
+         "std::map<TyxString,TyxVariant,TyxLexigraphicalNoCase>"},
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(c.variant.type(), c.code) << c.className;
+        EXPECT_EQ(c.variant.impl().className(), tyx::fromUTF8(c.className));
+    }
+    EXPECT_EQ(TyxVariant(1.0).typeName(), L"Double");
+}
+
+TEST(TyxVariantTest, NarrowTextAndCharacters)
+{
+    EXPECT_EQ(TyxVariant("gr\xc3\xbc\xc3\x9f").value<TyxString>(), L"gr\u00fc\u00df");
+    // A char of -1 widens with its sign: all bits set.
+    EXPECT_EQ(TyxVariant(static_cast<char>(-1)).value<wchar_t>(), static_cast<wchar_t>(-1));
+    EXPECT_EQ(TyxVariant(L"h\u00e9").value<std::string>(), "h\xc3\xa9");
+    EXPECT_EQ(TyxVariant(65).value<char>(), 'A');
+    EXPECT_EQ(TyxVariant("xyz").value<char>(), 'x');
+}
+
+TEST(TyxVariantTest, InvalidVariant)
+{
+    const TyxVariant a;
+    const TyxVariant b;
+    EXPECT_FALSE(a.isValid());
+    EXPECT_TRUE(a == b);
+    EXPECT_FALSE(a == TyxVariant(0));
+    EXPECT_FALSE(TyxVariant(0) == a);
+    double d = 5.0;
+    EXPECT_FALSE(a.value(TyxMetaType::Double, &d));
+    EXPECT_EQ(d, 0.0);
+    EXPECT_TRUE(a.value(TyxMetaType::Invalid, &d));
+    EXPECT_EQ(wideText(a), L", ");
+    bool failed = true;
+    EXPECT_FALSE(readWide(L", ", &failed).isValid());
+    EXPECT_FALSE(failed);
+}
+
+TEST(TyxVariantTest, ValueConvertsOrGivesTheDefault)
+{
+    const TyxVariant v(L"12.5");
+    EXPECT_EQ(v.value<double>(), 12.5);
+    EXPECT_EQ(v.value<int>(), 12);
+    double d = 7.0;
+    EXPECT_FALSE(TyxVariant(L"abc").value(TyxMetaType::Double, &d));
+    EXPECT_EQ(d, 0.0);
+    // No cast from a list to an integer: the target's default and false.
+    int i = 9;
+    EXPECT_FALSE(TyxVariant(TyxVariantList{TyxVariant(1)}).value(TyxMetaType::Int, &i));
+    EXPECT_EQ(i, 0);
+    // A code whose type has not joined: nothing is written.
+    i = 9;
+    EXPECT_FALSE(TyxVariant(1).value(TyxMetaType::ImageROI, &i));
+    EXPECT_EQ(i, 9);
+    EXPECT_EQ(TyxVariant(300).value<unsigned char>(), 44);
+    EXPECT_EQ(TyxVariant(2.5).value<TyxString>(), L"2.5");
+    EXPECT_EQ(TyxVariant(3.0).value<std::string>(), "3.0");
+    EXPECT_EQ(TyxVariant(1LL).value<long long>(), 1LL);
+    EXPECT_EQ(TyxVariant(7).value<TyxVariant>().value<int>(), 7);
+}
+
+TEST(TyxVariantTest, CharPointerPointsIntoTheValue)
+{
+    const TyxVariant v(L"abc");
+    const wchar_t *p = v.value<const wchar_t *>();
+    ASSERT_NE(p, nullptr);
+    EXPECT_EQ(std::wstring(p), L"abc");
+    EXPECT_EQ(p, v.value<const wchar_t *>());
+    EXPECT_EQ(TyxVariant(1).value<const wchar_t *>(), nullptr);
+}
+
+TEST(TyxVariantTest, EqualityIsInTheLeftSidesType)
+{
+    EXPECT_TRUE(TyxVariant("1") == TyxVariant(1));
+    EXPECT_TRUE(TyxVariant(1) == TyxVariant("1"));
+    EXPECT_FALSE(TyxVariant("abc") == TyxVariant(0));
+    EXPECT_FALSE(TyxVariant(0) == TyxVariant("abc"));
+    // Left side text compares text: "1.50" against the text of 1.5.
+    EXPECT_FALSE(TyxVariant("1.50") == TyxVariant(1.5));
+    EXPECT_TRUE(TyxVariant(1.5) == TyxVariant("1.50"));
+    EXPECT_TRUE(TyxVariant(1.0) == TyxVariant(1.0 + 1e-9));
+    EXPECT_FALSE(TyxVariant(1.0) == TyxVariant(1.0 + 1e-6));
+    EXPECT_TRUE(TyxVariant(1.0f) == TyxVariant(1.0f + 1e-7f));
+    EXPECT_FALSE(TyxVariant(1.0f) == TyxVariant(1.001f));
+    EXPECT_TRUE(TyxVariant(2) == TyxVariant(2.9));
+    EXPECT_FALSE(TyxVariant(2.9) == TyxVariant(2));
+    EXPECT_TRUE(TyxVariant(true) == TyxVariant(5));
+    EXPECT_TRUE(TyxVariant(TyxVariantList{TyxVariant(1)}) == TyxVariant(TyxVariantList{TyxVariant("1")}));
+    EXPECT_TRUE(TyxVariant(L"X") != TyxVariant(L"x"));
+}
+
+TEST(TyxVariantTest, IsNumeric)
+{
+    EXPECT_TRUE(TyxVariant(true).isNumeric());
+    EXPECT_TRUE(TyxVariant(L'x').isNumeric());
+    EXPECT_TRUE(TyxVariant("2.5").isNumeric());
+    EXPECT_TRUE(TyxVariant(" 7 ").isNumeric());
+    EXPECT_FALSE(TyxVariant("abc").isNumeric());
+    EXPECT_FALSE(TyxVariant().isNumeric());
+    EXPECT_FALSE(TyxVariant(tyx::TyxStrList{L"1"}).isNumeric());
+}
+
+TEST(TyxVariantTest, CopiesShareAndTextAssignmentKeepsCopiesApart)
+{
+    TyxVariant a(L"one");
+    const void *before = a.impl().constData();
+    a = "two"; // sole owner: in place
+    EXPECT_EQ(a.impl().constData(), before);
+    EXPECT_EQ(a.value<TyxString>(), L"two");
+
+    TyxVariant b = a;
+    EXPECT_EQ(b.impl().constData(), a.impl().constData());
+    a = L"three"; // shared: a gets a new value, b keeps its own
+    EXPECT_NE(a.impl().constData(), b.impl().constData());
+    EXPECT_EQ(a.value<TyxString>(), L"three");
+    EXPECT_EQ(b.value<TyxString>(), L"two");
+
+    TyxVariant c(5);
+    c = std::string("text");
+    EXPECT_EQ(c.type(), TyxMetaType::String);
+    TyxVariant d(L'a');
+    TyxVariant e = d;
+    d = 'b';
+    EXPECT_EQ(d.value<wchar_t>(), L'b');
+    EXPECT_EQ(e.value<wchar_t>(), L'a');
+    d = 7;
+    EXPECT_EQ(d.type(), TyxMetaType::Int);
+    d.clear();
+    EXPECT_FALSE(d.isValid());
+}
+
+TEST(TyxVariantTest, StreamForms)
+{
+    struct Case {
+        TyxVariant variant;
+        const wchar_t *text;
+    };
+    TyxVariantMap map;
+    map[L"b"] = TyxVariant(2);
+    map[L"a"] = TyxVariant(L"x");
+    const Case cases[] = {
+        {TyxVariant(true), L"Bool,true"},
+        {TyxVariant(false), L"Bool,false"},
+        {TyxVariant(-3), L"Int,-3"},
+        {TyxVariant(static_cast<signed char>(-3)), L"Int8,-3"},
+        {TyxVariant(2.5), L"Double,2.5"},
+        {TyxVariant(0.1234567), L"Double,0.123457"},
+        {TyxVariant(std::complex<double>(1, -2)), L"ComplexDouble,(1,-2)"},
+        {TyxVariant(L"a b"), L"TyxString,a b"},
+        {TyxVariant(tyx::TyxStrList{L"a", L"b"}), L"TyxStrList,(a,b)"},
+        {TyxVariant(TyxVariantList{TyxVariant(1), TyxVariant(2)}), L"TyxVariantList,[Int,1,Int,2]"},
+        {TyxVariant(TyxVariantList()), L"TyxVariantList,[]"},
+        {TyxVariant(map), L"TyxVariantMap,{a:TyxString,x,b:Int,2}"},
+        {TyxVariant(TyxVariantPair(L"key", TyxVariant(1.5))), L"TyxKeyValuePair,key,Double,1.5"},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(wideText(c.variant), c.text);
+
+    std::ostringstream narrow;
+    narrow << TyxVariant(L"\u00e9") << ';' << TyxVariantPair(L"k", TyxVariant(1));
+    EXPECT_EQ(narrow.str(), "TyxString,\xc3\xa9;k,Int,1");
+}
+
+TEST(TyxVariantTest, ReadingBackTheStreamForms)
+{
+    TyxVariantMap map;
+    map[L"b"] = TyxVariant(2);
+    map[L"A"] = TyxVariant(true);
+    const TyxVariant values[] = {
+        TyxVariant(true),
+        TyxVariant(-3),
+        TyxVariant(2.5),
+        TyxVariant(std::complex<double>(1, -2)),
+        TyxVariant(L"a b"),
+        TyxVariant(L""),
+        TyxVariant(tyx::TyxStrList{L"a", L"b"}),
+        TyxVariant(TyxVariantList{TyxVariant(1), TyxVariant(L"x")}),
+        TyxVariant(TyxVariantList()),
+        TyxVariant(map),
+        TyxVariant(TyxVariantPair(L"key", TyxVariant(1.5))),
+        TyxVariant(),
+    };
+    for (const TyxVariant &v : values) {
+        bool failed = true;
+        const TyxVariant back = readWide(wideText(v), &failed);
+        EXPECT_FALSE(failed) << tyx::toUTF8(wideText(v));
+        EXPECT_EQ(back.type(), v.type()) << tyx::toUTF8(wideText(v));
+        EXPECT_TRUE(back == v) << tyx::toUTF8(wideText(v));
+        EXPECT_EQ(wideText(back), wideText(v));
+    }
+
+    std::istringstream narrow("Double,0.25\n");
+    TyxVariant v;
+    narrow >> v;
+    EXPECT_EQ(v.value<double>(), 0.25);
+
+    std::wistringstream pairStream(L"k,Int,4");
+    TyxVariantPair pair;
+    pairStream >> pair;
+    EXPECT_EQ(pair.first, L"k");
+    EXPECT_EQ(pair.second.value<int>(), 4);
+}
+
+TEST(TyxVariantTest, ReadingDetails)
+{
+    EXPECT_EQ(readWide(L"TyxString,  \"quoted, text\" tail").value<TyxString>(), L"quoted, text");
+    EXPECT_EQ(readWide(L" Int , 42 ").value<int>(), 42);
+    EXPECT_EQ(readWide(L"double,1.5").type(), TyxMetaType::Double);
+    // An unknown type reads its value as text.
+    const TyxVariant unknown = readWide(L"NoSuchType,some text");
+    EXPECT_EQ(unknown.type(), TyxMetaType::String);
+    EXPECT_EQ(unknown.value<TyxString>(), L"some text");
+    // A comma inside a string element does not survive a list.
+    const TyxVariant list = readWide(L"TyxVariantList,[TyxString,a,Int,1]");
+    const auto elements = list.value<TyxVariantList>();
+    ASSERT_EQ(elements.size(), 2u);
+    EXPECT_EQ(elements[1].value<int>(), 1);
+    // Only the first line is read.
+    std::wistringstream lines(L"Int,1\nInt,2\n");
+    TyxVariant first;
+    TyxVariant second;
+    lines >> first >> second;
+    EXPECT_EQ(first.value<int>(), 1);
+    EXPECT_EQ(second.value<int>(), 2);
+}
+
+TEST(TyxVariantTest, MalformedInputFailsTheStream)
+{
+    struct Case {
+        const wchar_t *text;
+        TyxMetaType::Code code;
+    };
+    const Case cases[] = {
+        {L"Int,abc", TyxMetaType::Int},
+        {L"Bool,maybe", TyxMetaType::Bool},
+        {L"Double,", TyxMetaType::Double},
+        {L"TyxVariantMap,{a}", TyxMetaType::VariantMap},
+        {L"TyxVariantList,[Int,x,Int,2]", TyxMetaType::VariantList},
+    };
+    for (const Case &c : cases) {
+        bool failed = false;
+        const TyxVariant v = readWide(c.text, &failed);
+        EXPECT_TRUE(failed) << tyx::toUTF8(c.text);
+        EXPECT_EQ(v.type(), c.code) << tyx::toUTF8(c.text);
+    }
+    bool failed = false;
+    const TyxVariant noComma = readWide(L"Int", &failed);
+    EXPECT_TRUE(failed);
+    EXPECT_FALSE(noComma.isValid());
+    const TyxVariant empty = readWide(L"", &failed);
+    EXPECT_TRUE(failed);
+    EXPECT_FALSE(empty.isValid());
+}
+
+TEST(TyxVariantTest, Registry)
+{
+    EXPECT_EQ(TyxVariant::typeFromName(L"bool"), TyxMetaType::Bool);
+    EXPECT_EQ(TyxVariant::typeFromName(L"Bool"), TyxMetaType::Invalid);
+    EXPECT_EQ(TyxVariant::typeFromName(L"double"), TyxMetaType::Double);
+    EXPECT_EQ(TyxVariant::typeFromName(L"TyxString"), TyxMetaType::String);
+    EXPECT_EQ(TyxVariant::typeFromName(L"TyxImageROI"), TyxMetaType::Invalid);
+
+    EXPECT_EQ(TyxVariant::prototype(TyxMetaType::Double).type(), TyxMetaType::Double);
+    EXPECT_EQ(TyxVariant::prototype(TyxMetaType::Double).value<double>(), 0.0);
+    EXPECT_EQ(TyxVariant::prototype(TyxMetaType::Bool).impl().className(), L"bool");
+    // Codes whose types have not joined answer the invalid variant.
+    EXPECT_FALSE(TyxVariant::prototype(TyxMetaType::ImageROI).isValid());
+    EXPECT_FALSE(TyxVariant::prototype(TyxMetaType::Invalid).isValid());
+
+    const double value = 4.25;
+    const TyxVariant made(TyxMetaType::Double, &value);
+    EXPECT_EQ(made.value<double>(), 4.25);
+    EXPECT_EQ(TyxVariant(TyxMetaType::Int, nullptr).value<int>(), 0);
+    EXPECT_FALSE(TyxVariant(TyxMetaType::Units, &value).isValid());
+}
+
+// A type from outside the library, given a code at run time.
+struct Probe {
+    int level = 0;
+    bool operator==(const Probe &other) const { return level == other.level; }
+};
+
+} // namespace
+
+template <>
+struct tyx::internal::TyxVariantTraits<Probe> : TyxRegisteredVariantTraits<Probe> {
+    static TyxString className() { return L"TyxTestProbe"; }
+};
+
+template <>
+struct tyx::internal::TyxDefaultCasts<Probe> {
+    static bool toString(const Probe &value, TyxString &text)
+    {
+        text = L"probe " + integerToString(value.level);
+        return true;
+    }
+    static bool fromString(const TyxString &text, Probe &value)
+    {
+        value.level = static_cast<int>(parseInteger(text, true).bits);
+        return true;
+    }
+    static void getDefault(Probe &value) { value = Probe(); }
+};
+
+template <>
+struct tyx::internal::TyxCast<Probe, bool> {
+    static bool cast(const Probe &from, bool &to)
+    {
+        to = from.level != 0;
+        return true;
+    }
+};
+
+namespace {
+
+TEST(TyxVariantTest, LaterTypeJoinsWithoutEditingTheLibrary)
+{
+    ASSERT_TRUE(tyx::internal::TyxVariantRegistrar::join<Probe>());
+    const TyxMetaType type = tyx::internal::TyxVariantTraits<Probe>::type();
+    EXPECT_GE(type.toEnum(), TyxMetaType::FirstRegistered);
+    EXPECT_EQ(type.toString(), L"TyxTestProbe");
+    EXPECT_EQ(TyxVariant::typeFromName(L"TyxTestProbe"), type);
+
+    const TyxVariant v(Probe{3});
+    EXPECT_EQ(v.type(), type);
+    EXPECT_EQ(v.value<Probe>().level, 3);
+    EXPECT_EQ(v.value<TyxString>(), L"probe 3");
+    EXPECT_TRUE(v.value<bool>());
+    EXPECT_EQ(v.value<int>(), 0); // no cast to int
+    EXPECT_EQ(wideText(v), L"TyxTestProbe,probe 3");
+    EXPECT_TRUE(v == TyxVariant(Probe{3}));
+    EXPECT_FALSE(v == TyxVariant(3));
+    EXPECT_EQ(readWide(L"TyxTestProbe,7").value<Probe>().level, 7);
+    EXPECT_EQ(TyxVariant::prototype(type).type(), type);
+}
+
+} // namespace

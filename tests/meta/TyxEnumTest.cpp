@@ -1,0 +1,84 @@
+#include <tyx/TyxEnum.h>
+#include <tyx/TyxVariant.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using tyx::TyxEnum;
+using tyx::TyxString;
+using tyx::TyxVariant;
+
+TyxEnum colours()
+{
+    static const TyxEnum::Item items[] = {
+        {2, L"Green"},
+        {1, L"Red", TyxVariant(0.5)},
+        {3, L"Blue"},
+    };
+    return TyxEnum(items, 3);
+}
+
+TEST(TyxEnumTest, InsertDropsTakenValuesAndNames)
+{
+    TyxEnum e = colours();
+    e.insert({1, L"Crimson"});
+    e.insert({9, L"RED"});
+    e.insert({4, L"Cyan"});
+    EXPECT_EQ(e.size(), 4u);
+    EXPECT_EQ(e.toString(1), L"Red");
+    EXPECT_FALSE(e.isValid(9));
+    EXPECT_EQ(e.allKeys(), (std::vector<TyxString>{L"Green", L"Red", L"Blue", L"Cyan"}));
+}
+
+TEST(TyxEnumTest, LookUps)
+{
+    const TyxEnum e = colours();
+    EXPECT_EQ(e.fromString(L"red"), 1);
+    EXPECT_EQ(e.fromString(L"BLUE"), 3);
+    EXPECT_EQ(e.fromString(L"Purple"), TyxEnum::INVALID_ENUM());
+    EXPECT_EQ(TyxEnum::INVALID_ENUM(), 0x7FFFFFFF);
+    EXPECT_EQ(e.toString(7), L"");
+    EXPECT_TRUE(e.isValid(L"green"));
+    EXPECT_FALSE(e.isValid(L"Gree"));
+    EXPECT_TRUE(e.isValid(2));
+    EXPECT_FALSE(TyxEnum().isValid(0));
+    EXPECT_TRUE(TyxEnum().empty());
+}
+
+TEST(TyxEnumTest, ItemData)
+{
+    TyxEnum e = colours();
+    EXPECT_EQ(e.data(1).value<double>(), 0.5);
+    EXPECT_FALSE(e.data(2).isValid());
+    EXPECT_FALSE(e.data(42).isValid());
+    e.setData(2, TyxVariant(L"leaf"));
+    e.setData(42, TyxVariant(1));
+    EXPECT_EQ(e.data(2).value<TyxString>(), L"leaf");
+    EXPECT_FALSE(e.isValid(42));
+
+    // A copy owns its own data.
+    TyxEnum copy = e;
+    copy.setData(2, TyxVariant(L"grass"));
+    EXPECT_EQ(e.data(2).value<TyxString>(), L"leaf");
+    EXPECT_EQ(copy.data(2).value<TyxString>(), L"grass");
+}
+
+TEST(TyxEnumTest, ComparisonLooksAtValuesOnly)
+{
+    const TyxEnum a = colours();
+    TyxEnum renamed;
+    renamed.insert({1, L"One"});
+    renamed.insert({2, L"Two"});
+    renamed.insert({3, L"Three"});
+    EXPECT_TRUE(a == renamed);
+    renamed.insert({4, L"Four"});
+    EXPECT_TRUE(a != renamed);
+    TyxEnum other;
+    other.insert({1, L"One"});
+    other.insert({2, L"Two"});
+    other.insert({5, L"Five"});
+    EXPECT_TRUE(a != other);
+}
+
+} // namespace

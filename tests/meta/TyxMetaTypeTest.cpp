@@ -1,0 +1,123 @@
+#include <tyx/TyxMetaType.h>
+#include <tyx/TyxVariant.h>
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <thread>
+
+namespace {
+
+using tyx::TyxMetaType;
+using tyx::TyxString;
+
+TEST(TyxMetaTypeTest, CodesAndNames)
+{
+    const wchar_t *names[] = {L"Bool",           L"Int8",
+                              L"UInt8",          L"Int16",
+                              L"UInt16",         L"Int",
+                              L"UInt",           L"Int64",
+                              L"UInt64",         L"Float",
+                              L"Double",         L"ComplexDouble",
+                              L"TyxI64Rational", L"TyxU64Rational",
+                              L"TyxChar",        L"TyxString",
+                              L"TyxStrList",     L"TyxEqnTile",
+                              L"TyxBufferPtr",   L"TyxI32Coord",
+                              L"TyxDblCoord",    L"TyxDblCoord2D",
+                              L"TyxU32Size",     L"TyxImageSize",
+                              L"TyxUnits",       L"TyxScalar",
+                              L"TyxImageROI",    L"TyxDataType",
+                              L"TyxDataLayout",  L"TyxColorModel",
+                              L"TyxByteOrder",   L"TyxKeyValuePair",
+                              L"TyxVariantList", L"TyxVariantMap"};
+    for (int code = 0; code < 34; ++code) {
+        const TyxMetaType type(code);
+        EXPECT_EQ(type.toEnum(), code);
+        EXPECT_EQ(type.toString(), names[code]);
+        EXPECT_EQ(TyxMetaType::fromString(names[code]).toEnum(), code);
+        EXPECT_EQ(type.isNumeric(), code < 15 || code == 25) << code;
+        EXPECT_NE(type.typeID(), 0u);
+        EXPECT_EQ(TyxMetaType::fromTypeID(type.typeID()), type);
+    }
+    EXPECT_EQ(TyxMetaType().toEnum(), TyxMetaType::Invalid);
+    EXPECT_FALSE(TyxMetaType().isNumeric());
+    EXPECT_EQ(TyxMetaType().toString(), L"");
+    EXPECT_EQ(TyxMetaType().typeID(), 0u);
+    const tyx::TyxStrList keys = TyxMetaType::allKeys();
+    const std::vector<TyxString> firstKeys(keys.begin(), keys.begin() + 34);
+    EXPECT_EQ(firstKeys, std::vector<TyxString>(std::begin(names), std::end(names)));
+}
+
+TEST(TyxMetaTypeTest, ConstructionChecksTheCode)
+{
+    EXPECT_FALSE(TyxMetaType(-1).isValid());
+    EXPECT_FALSE(TyxMetaType(35).isValid());
+    EXPECT_FALSE(TyxMetaType(1023).isValid());
+    EXPECT_FALSE(TyxMetaType(999999).isValid());
+    EXPECT_EQ(TyxMetaType(TyxString(L"double")), TyxMetaType::Double);
+    EXPECT_EQ(TyxMetaType(TyxString(L"no such type")), TyxMetaType::Invalid);
+    EXPECT_TRUE(TyxMetaType::isValid(L"tyxstring"));
+    EXPECT_FALSE(TyxMetaType::isValid(L""));
+    const TyxString &name = TyxMetaType(TyxMetaType::Float);
+    EXPECT_EQ(name, L"Float");
+}
+
+TEST(TyxMetaTypeTest, IdentitiesOfTheIntegers)
+{
+    EXPECT_EQ(TyxMetaType::fromTypeID(tyx::internal::typeIdOf(L"int")), TyxMetaType::Int);
+    EXPECT_EQ(TyxMetaType::fromTypeID(tyx::internal::typeIdOf(L"unsigned int")), TyxMetaType::UInt);
+    EXPECT_EQ(TyxMetaType::fromTypeID(tyx::internal::typeIdOf(L"TyxI64")), TyxMetaType::Int64);
+    EXPECT_EQ(TyxMetaType::fromTypeID(12345), TyxMetaType::Invalid);
+}
+
+TEST(TyxMetaTypeTest, RegisteredCodesStartAt1024)
+{
+    using Registrar = tyx::internal::TyxVariantRegistrar;
+    const TyxMetaType first = Registrar::registerName(L"TyxMetaTypeTestFirst");
+    const TyxMetaType second = Registrar::registerName(L"TyxMetaTypeTestSecond");
+    EXPECT_GE(first.toEnum(), TyxMetaType::FirstRegistered);
+    EXPECT_EQ(second.toEnum(), first.toEnum() + 1);
+    EXPECT_EQ(Registrar::registerName(L"TyxMetaTypeTestFirst"), first);
+    EXPECT_EQ(TyxMetaType(static_cast<int>(first.toEnum())), first);
+    EXPECT_EQ(first.toString(), L"TyxMetaTypeTestFirst");
+    EXPECT_FALSE(first.isNumeric());
+    EXPECT_EQ(TyxMetaType::fromTypeID(first.typeID()), first);
+    // A name or identity already known gives its existing code.
+    EXPECT_EQ(Registrar::registerName(L"double"), TyxMetaType::Double);
+    EXPECT_EQ(Registrar::registerName(L"wchar_t"), TyxMetaType::Char);
+    // The aliases of value() hold run-time codes too.
+    EXPECT_GE(TyxMetaType::fromString(L"StdString").toEnum(), TyxMetaType::FirstRegistered);
+}
+
+TEST(TyxMetaTypeTest, Streams)
+{
+    std::wostringstream wide;
+    wide << TyxMetaType(TyxMetaType::ComplexDouble);
+    EXPECT_EQ(wide.str(), L"ComplexDouble");
+    std::ostringstream narrow;
+    narrow << TyxMetaType(TyxMetaType::UInt16);
+    EXPECT_EQ(narrow.str(), "UInt16");
+    std::wistringstream in(L"  tyxstring double nonsense");
+    TyxMetaType a, b, c(TyxMetaType::Int);
+    in >> a >> b >> c;
+    EXPECT_EQ(a, TyxMetaType::String);
+    EXPECT_EQ(b, TyxMetaType::Double);
+    EXPECT_EQ(c, TyxMetaType::Invalid);
+    std::istringstream narrowIn("Bool");
+    narrowIn >> a;
+    EXPECT_EQ(a, TyxMetaType::Bool);
+}
+
+TEST(TyxMetaTypeTest, FirstUseFromTwoThreads)
+{
+    // Both threads may be first to build the table; both must see it whole.
+    TyxMetaType seen[2];
+    std::thread one([&] { seen[0] = TyxMetaType::fromString(L"TyxVariantMap"); });
+    std::thread two([&] { seen[1] = TyxMetaType::fromTypeID(tyx::internal::typeIdOf(L"double")); });
+    one.join();
+    two.join();
+    EXPECT_EQ(seen[0], TyxMetaType::VariantMap);
+    EXPECT_EQ(seen[1], TyxMetaType::Double);
+}
+
+} // namespace
