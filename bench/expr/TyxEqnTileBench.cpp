@@ -53,6 +53,22 @@ void finish(benchmark::State &state)
     state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * kSamples));
 }
 
+const TyxEqnTile &u16a();
+const TyxEqnTile &u16b();
+const TyxEqnTile &floats();
+const TyxEqnTile &doublesA();
+const TyxEqnTile &doublesB();
+
+// Makes the input tiles before any timing starts.
+void prepare()
+{
+    u16a();
+    u16b();
+    floats();
+    doublesA();
+    doublesB();
+}
+
 // ---- U16 + U16 ------------------------------------------------------------------
 
 const TyxEqnTile &u16a()
@@ -68,6 +84,7 @@ const TyxEqnTile &u16b()
 
 void BM_AddU16Tile(benchmark::State &state)
 {
+    prepare();
     for (auto _ : state)
         benchmark::DoNotOptimize(u16a() + u16b());
     finish(state);
@@ -99,6 +116,7 @@ const TyxEqnTile &floats()
 
 void BM_MulFloatTile(benchmark::State &state)
 {
+    prepare();
     for (auto _ : state)
         benchmark::DoNotOptimize(floats() * 1.5);
     finish(state);
@@ -145,6 +163,7 @@ const TyxEqnTile &doublesB()
 
 void BM_SinDoubleTile(benchmark::State &state)
 {
+    prepare();
     for (auto _ : state)
         benchmark::DoNotOptimize(doublesA().sin());
     finish(state);
@@ -169,6 +188,7 @@ BENCHMARK(BM_SinDoubleHand)->Unit(benchmark::kMillisecond);
 
 void BM_RoundclipTile(benchmark::State &state)
 {
+    prepare();
     for (auto _ : state)
         benchmark::DoNotOptimize(doublesA().roundclip(TyxDataType(N::U8), 0.0, 255.0));
     finish(state);
@@ -197,6 +217,7 @@ BENCHMARK(BM_RoundclipHand)->Unit(benchmark::kMillisecond);
 
 void BM_EqualDoubleTile(benchmark::State &state)
 {
+    prepare();
     for (auto _ : state)
         benchmark::DoNotOptimize(doublesA() == doublesB());
     finish(state);
@@ -231,6 +252,7 @@ BENCHMARK(BM_EqualDoubleHand)->Unit(benchmark::kMillisecond);
 
 void BM_MedianU16Tile(benchmark::State &state)
 {
+    prepare();
     for (auto _ : state)
         benchmark::DoNotOptimize(u16a().median());
     finish(state);
