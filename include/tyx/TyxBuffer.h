@@ -94,7 +94,8 @@ public:
 namespace internal {
 
 template <>
-struct TyxVariantTraits<TyxBufferPtr> : TyxBuiltinVariantTraits<TyxBufferPtr, TyxMetaType::BufferPtr, TyxBufferPtrVariant> {
+struct TyxVariantTraits<TyxBufferPtr>
+    : TyxBuiltinVariantTraits<TyxBufferPtr, TyxMetaType::BufferPtr, TyxBufferPtrVariant> {
 };
 
 /// A buffer pointer has a text form but cannot be made from text.

@@ -32,7 +32,8 @@ public:
 namespace internal {
 
 template <>
-struct TyxVariantTraits<TyxDataTypeInfo> : TyxRegisteredVariantTraits<TyxDataTypeInfo, TyxDataTypeInfoVariant> {
+struct TyxVariantTraits<TyxDataTypeInfo>
+    : TyxRegisteredVariantTraits<TyxDataTypeInfo, TyxDataTypeInfoVariant> {
     static TyxString className() { return L"TyxDataTypeInfo"; }
 };
 

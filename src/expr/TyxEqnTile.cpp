@@ -26,19 +26,31 @@ using Cplx = TileComplex;
 
 struct AddOp {
     template <class X, class Y>
-    auto operator()(const X &x, const Y &y) const { return x + y; }
+    auto operator()(const X &x, const Y &y) const
+    {
+        return x + y;
+    }
 };
 struct SubOp {
     template <class X, class Y>
-    auto operator()(const X &x, const Y &y) const { return x - y; }
+    auto operator()(const X &x, const Y &y) const
+    {
+        return x - y;
+    }
 };
 struct MulOp {
     template <class X, class Y>
-    auto operator()(const X &x, const Y &y) const { return x * y; }
+    auto operator()(const X &x, const Y &y) const
+    {
+        return x * y;
+    }
 };
 struct DivOp {
     template <class X, class Y>
-    auto operator()(const X &x, const Y &y) const { return x / y; }
+    auto operator()(const X &x, const Y &y) const
+    {
+        return x / y;
+    }
 };
 
 template <class Op>
@@ -89,12 +101,18 @@ TyxEqnTile tileWithScalar(const TyxEqnTile &a, const S &s, Op op)
 struct EqOp {
     static constexpr bool servesComplex = true;
     template <class X, class Y>
-    bool operator()(const X &x, const Y &y) const { return ulpEqual(x, y); }
+    bool operator()(const X &x, const Y &y) const
+    {
+        return ulpEqual(x, y);
+    }
 };
 struct NeOp {
     static constexpr bool servesComplex = true;
     template <class X, class Y>
-    bool operator()(const X &x, const Y &y) const { return !ulpEqual(x, y); }
+    bool operator()(const X &x, const Y &y) const
+    {
+        return !ulpEqual(x, y);
+    }
 };
 struct LtOp {
     static constexpr bool servesComplex = false;
@@ -199,10 +217,7 @@ std::basic_ostream<Char> &writeTile(std::basic_ostream<Char> &os, const TyxEqnTi
 
 TyxEqnTile::TyxEqnTile() = default;
 
-TyxEqnTile::TyxEqnTile(const TyxDataType &type, uint64_t size)
-{
-    initialize(type, size);
-}
+TyxEqnTile::TyxEqnTile(const TyxDataType &type, uint64_t size) { initialize(type, size); }
 
 TyxEqnTile::TyxEqnTile(const TyxBufferPtr &buffer, const TyxDataType &type, uint64_t size, uint64_t step)
     : m_step(step), m_size(size), m_dataType(type), m_buffer(buffer)
@@ -233,10 +248,9 @@ void TyxEqnTile::initialize(const TyxDataType &type, uint64_t size)
     m_step = 1;
     m_size = size;
     m_dataType = type;
-    if (size == 0 || !type.isValid()) {
-        m_buffer = nullptr;
+    m_buffer = nullptr;
+    if (size == 0 || !type.isValid())
         return;
-    }
     uint64_t bytes = 0;
     if (__builtin_mul_overflow(size, uint64_t(type.size()), &bytes))
         bytes = std::numeric_limits<uint64_t>::max(); // fails to allocate, and says so
@@ -244,10 +258,7 @@ void TyxEqnTile::initialize(const TyxDataType &type, uint64_t size)
     m_buffer->setDataType(type);
 }
 
-TyxString TyxEqnTile::className() const
-{
-    return L"TyxEqnTile";
-}
+TyxString TyxEqnTile::className() const { return L"TyxEqnTile"; }
 
 bool TyxEqnTile::booleanTest() const
 {
@@ -287,25 +298,13 @@ TyxEqnTile TyxEqnTile::operator/(const TyxEqnTile &other) const
     return tileWithTile(*this, other, DivOp());
 }
 
-TyxEqnTile TyxEqnTile::operator+(double value) const
-{
-    return tileWithScalar<false>(*this, value, AddOp());
-}
+TyxEqnTile TyxEqnTile::operator+(double value) const { return tileWithScalar<false>(*this, value, AddOp()); }
 
-TyxEqnTile TyxEqnTile::operator-(double value) const
-{
-    return tileWithScalar<false>(*this, value, SubOp());
-}
+TyxEqnTile TyxEqnTile::operator-(double value) const { return tileWithScalar<false>(*this, value, SubOp()); }
 
-TyxEqnTile TyxEqnTile::operator*(double value) const
-{
-    return tileWithScalar<false>(*this, value, MulOp());
-}
+TyxEqnTile TyxEqnTile::operator*(double value) const { return tileWithScalar<false>(*this, value, MulOp()); }
 
-TyxEqnTile TyxEqnTile::operator/(double value) const
-{
-    return tileWithScalar<false>(*this, value, DivOp());
-}
+TyxEqnTile TyxEqnTile::operator/(double value) const { return tileWithScalar<false>(*this, value, DivOp()); }
 
 TyxEqnTile TyxEqnTile::operator+(const Complex &value) const
 {
@@ -327,10 +326,7 @@ TyxEqnTile TyxEqnTile::operator/(const Complex &value) const
     return tileWithScalar<false>(*this, value, DivOp());
 }
 
-TyxEqnTile TyxEqnTile::operator-() const
-{
-    return unary(*this, NegOp());
-}
+TyxEqnTile TyxEqnTile::operator-() const { return unary(*this, NegOp()); }
 
 TyxEqnTile operator-(double value, const TyxEqnTile &tile)
 {
@@ -362,77 +358,41 @@ TyxEqnTile TyxEqnTile::operator!=(const TyxEqnTile &other) const
     return compareTiles(*this, other, NeOp());
 }
 
-TyxEqnTile TyxEqnTile::operator<(const TyxEqnTile &other) const
-{
-    return compareTiles(*this, other, LtOp());
-}
+TyxEqnTile TyxEqnTile::operator<(const TyxEqnTile &other) const { return compareTiles(*this, other, LtOp()); }
 
 TyxEqnTile TyxEqnTile::operator<=(const TyxEqnTile &other) const
 {
     return compareTiles(*this, other, LeOp());
 }
 
-TyxEqnTile TyxEqnTile::operator>(const TyxEqnTile &other) const
-{
-    return compareTiles(*this, other, GtOp());
-}
+TyxEqnTile TyxEqnTile::operator>(const TyxEqnTile &other) const { return compareTiles(*this, other, GtOp()); }
 
 TyxEqnTile TyxEqnTile::operator>=(const TyxEqnTile &other) const
 {
     return compareTiles(*this, other, GeOp());
 }
 
-TyxEqnTile TyxEqnTile::operator==(double value) const
-{
-    return compareScalar(*this, value, EqOp());
-}
+TyxEqnTile TyxEqnTile::operator==(double value) const { return compareScalar(*this, value, EqOp()); }
 
-TyxEqnTile TyxEqnTile::operator!=(double value) const
-{
-    return compareScalar(*this, value, NeOp());
-}
+TyxEqnTile TyxEqnTile::operator!=(double value) const { return compareScalar(*this, value, NeOp()); }
 
-TyxEqnTile TyxEqnTile::operator<(double value) const
-{
-    return compareScalar(*this, value, LtOp());
-}
+TyxEqnTile TyxEqnTile::operator<(double value) const { return compareScalar(*this, value, LtOp()); }
 
-TyxEqnTile TyxEqnTile::operator<=(double value) const
-{
-    return compareScalar(*this, value, LeOp());
-}
+TyxEqnTile TyxEqnTile::operator<=(double value) const { return compareScalar(*this, value, LeOp()); }
 
-TyxEqnTile TyxEqnTile::operator>(double value) const
-{
-    return compareScalar(*this, value, GtOp());
-}
+TyxEqnTile TyxEqnTile::operator>(double value) const { return compareScalar(*this, value, GtOp()); }
 
-TyxEqnTile TyxEqnTile::operator>=(double value) const
-{
-    return compareScalar(*this, value, GeOp());
-}
+TyxEqnTile TyxEqnTile::operator>=(double value) const { return compareScalar(*this, value, GeOp()); }
 
-TyxEqnTile TyxEqnTile::operator==(const Complex &value) const
-{
-    return compareScalar(*this, value, EqOp());
-}
+TyxEqnTile TyxEqnTile::operator==(const Complex &value) const { return compareScalar(*this, value, EqOp()); }
 
-TyxEqnTile TyxEqnTile::operator!=(const Complex &value) const
-{
-    return compareScalar(*this, value, NeOp());
-}
+TyxEqnTile TyxEqnTile::operator!=(const Complex &value) const { return compareScalar(*this, value, NeOp()); }
 
 // ---- Streams ---------------------------------------------------------------------------------
 
-std::wostream &operator<<(std::wostream &os, const TyxEqnTile &tile)
-{
-    return writeTile(os, tile);
-}
+std::wostream &operator<<(std::wostream &os, const TyxEqnTile &tile) { return writeTile(os, tile); }
 
-std::ostream &operator<<(std::ostream &os, const TyxEqnTile &tile)
-{
-    return writeTile(os, tile);
-}
+std::ostream &operator<<(std::ostream &os, const TyxEqnTile &tile) { return writeTile(os, tile); }
 
 std::wistream &operator>>(std::wistream &is, TyxEqnTile &)
 {
@@ -447,4 +407,3 @@ std::istream &operator>>(std::istream &is, TyxEqnTile &)
 }
 
 } // namespace tyx
-

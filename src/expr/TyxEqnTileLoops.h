@@ -16,9 +16,11 @@ namespace tyx::internal {
 using TileComplex = std::complex<double>;
 
 template <class T>
-struct TileIsComplex : std::false_type {};
+struct TileIsComplex : std::false_type {
+};
 template <class T>
-struct TileIsComplex<std::complex<T>> : std::true_type {};
+struct TileIsComplex<std::complex<T>> : std::true_type {
+};
 
 /// A sample widened to double, or to a complex double for complex samples:
 /// integers widen exactly, Float by widening.
@@ -171,10 +173,7 @@ inline const T *samples(const TyxEqnTile &t)
     return buffer ? static_cast<const T *>(buffer->data()) : nullptr;
 }
 
-inline TyxNumericType::Code codeOf(const TyxEqnTile &t)
-{
-    return t.dataType().code();
-}
+inline TyxNumericType::Code codeOf(const TyxEqnTile &t) { return t.dataType().code(); }
 
 // A new tile of n elements of R and \p type, filled by fill(R *). A failed
 // allocation has been posted by the buffer; it gives the empty tile.

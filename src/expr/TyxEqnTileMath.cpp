@@ -20,11 +20,13 @@ namespace {
 
 using Cplx = TileComplex;
 
-// Functions with a real and a complex form.
-#define TYX_TILE_FUNCTION(Name, fn)                                                                       \
-    struct Name {                                                                                        \
-        double operator()(double x) const { return std::fn(x); }                                         \
-        Cplx operator()(const Cplx &z) const { return std::fn(z); }                                      \
+// Functions with a real and a complex form. A real sample goes to C's
+// function, so a negative one gives NaN in sqrt and log rather than a
+// complex result: a caller who wants the complex root converts first.
+#define TYX_TILE_FUNCTION(Name, fn)                                                                          \
+    struct Name {                                                                                            \
+        double operator()(double x) const { return std::fn(x); }                                             \
+        Cplx operator()(const Cplx &z) const { return std::fn(z); }                                          \
     }
 
 TYX_TILE_FUNCTION(SinOp, sin);
@@ -48,6 +50,8 @@ struct AbsOp {
     // The magnitude, so that abs of any tile is a real tile.
     double operator()(const Cplx &z) const { return std::abs(z); }
 };
+// norm, arg, real and imag follow std::complex: the squared magnitude, the
+// phase angle and the two parts; a real sample is x + 0i.
 struct NormOp {
     double operator()(double x) const { return x * x; }
     double operator()(const Cplx &z) const { return std::norm(z); }
@@ -142,6 +146,7 @@ struct FactorialOp {
     }
 };
 
+// pow and logb serve complex tiles through the complex pow and log.
 struct PowOp {
     double exponent;
     double operator()(double x) const { return std::pow(x, exponent); }
@@ -234,18 +239,23 @@ constexpr uint64_t kMaxChunks = 0x7FFFFFFF;
 // Clips to lo and hi (lo tested first) and, for integer targets, adds 0.5
 // away from zero so that the truncating conversion rounds half away from
 // zero. Float and Double targets are only clipped: adding 0.5 there would
-// shift every value.
+// shift every value. The half is chosen by selects and added to the clipped
+// value (0 where a bound was taken), so that no arithmetic sits in a branch
+// and the loop vectorises.
 template <class T>
 inline T roundClipValue(double v, double lo, double hi)
 {
+    const bool low = lo >= v;
+    const bool high = v >= hi;
+    const double clipped = low ? lo : (high ? hi : v);
     if constexpr (std::is_integral_v<T>) {
-        const double r = lo >= v ? lo : (v >= hi ? hi : (v >= 0.0 ? v + 0.5 : v - 0.5));
-        // Through a signed integer wide enough for T, which keeps the low
-        // bits of a value outside T's range without undefined behaviour.
+        const double half = (low || high) ? 0.0 : (v >= 0.0 ? 0.5 : -0.5);
+        // Through a signed integer wide enough for T, as the conversion
+        // matrix converts: a value outside T's range keeps its low bits.
         using Wide = std::conditional_t<std::is_same_v<T, uint32_t>, int64_t, int32_t>;
-        return static_cast<T>(static_cast<Wide>(r));
+        return static_cast<T>(static_cast<Wide>(clipped + half));
     } else {
-        return static_cast<T>(lo >= v ? lo : (v >= hi ? hi : v));
+        return static_cast<T>(clipped);
     }
 }
 
@@ -316,10 +326,7 @@ TyxEqnTile TyxEqnTile::ldexp(double) const
     return TyxEqnTile();
 }
 
-TyxEqnTile TyxEqnTile::logb(double base) const
-{
-    return unary(*this, LogbOp{1.0 / std::log(base)});
-}
+TyxEqnTile TyxEqnTile::logb(double base) const { return unary(*this, LogbOp{1.0 / std::log(base)}); }
 
 TyxEqnTile TyxEqnTile::cmplx(const TyxEqnTile &re, const TyxEqnTile &im)
 {

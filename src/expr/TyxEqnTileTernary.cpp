@@ -34,7 +34,8 @@ struct ScalarSource {
 template <class C, class SA, class SB>
 TyxEqnTile selectLoop(const C *cond, uint64_t condStep, uint64_t n, SA a, SB b)
 {
-    constexpr bool complex = TileIsComplex<typename SA::Value>::value || TileIsComplex<typename SB::Value>::value;
+    constexpr bool complex =
+        TileIsComplex<typename SA::Value>::value || TileIsComplex<typename SB::Value>::value;
     using R = std::conditional_t<complex, Cplx, double>;
     return produce<R>(n, [&](R *out) {
         for (uint64_t i = 0; i < n; ++i)
@@ -84,21 +85,24 @@ TyxEqnTile TyxEqnTile::ternary(const TyxEqnTile &a, const TyxEqnTile &b) const
 TyxEqnTile TyxEqnTile::ternary(const TyxEqnTile &a, double b) const
 {
     return withCondition(*this, a.size(), [&](const auto *cond, uint64_t n) {
-        return withTileSource(a, [&](auto sa) { return selectLoop(cond, m_step, n, sa, ScalarSource<double>{b}); });
+        return withTileSource(
+            a, [&](auto sa) { return selectLoop(cond, m_step, n, sa, ScalarSource<double>{b}); });
     });
 }
 
 TyxEqnTile TyxEqnTile::ternary(const TyxEqnTile &a, const Complex &b) const
 {
     return withCondition(*this, a.size(), [&](const auto *cond, uint64_t n) {
-        return withTileSource(a, [&](auto sa) { return selectLoop(cond, m_step, n, sa, ScalarSource<Cplx>{b}); });
+        return withTileSource(
+            a, [&](auto sa) { return selectLoop(cond, m_step, n, sa, ScalarSource<Cplx>{b}); });
     });
 }
 
 TyxEqnTile TyxEqnTile::ternary(double a, const TyxEqnTile &b) const
 {
     return withCondition(*this, b.size(), [&](const auto *cond, uint64_t n) {
-        return withTileSource(b, [&](auto sb) { return selectLoop(cond, m_step, n, ScalarSource<double>{a}, sb); });
+        return withTileSource(
+            b, [&](auto sb) { return selectLoop(cond, m_step, n, ScalarSource<double>{a}, sb); });
     });
 }
 
@@ -112,7 +116,8 @@ TyxEqnTile TyxEqnTile::ternary(double a, double b) const
 TyxEqnTile TyxEqnTile::ternary(const Complex &a, const TyxEqnTile &b) const
 {
     return withCondition(*this, b.size(), [&](const auto *cond, uint64_t n) {
-        return withTileSource(b, [&](auto sb) { return selectLoop(cond, m_step, n, ScalarSource<Cplx>{a}, sb); });
+        return withTileSource(
+            b, [&](auto sb) { return selectLoop(cond, m_step, n, ScalarSource<Cplx>{a}, sb); });
     });
 }
 

@@ -68,10 +68,7 @@ TyxBuffer::TyxBuffer(uint64_t size, void *data, bool takeOwnership)
 {
 }
 
-TyxBuffer::TyxBuffer(const TyxBuffer &other) : TyxRefCounted()
-{
-    *this = other;
-}
+TyxBuffer::TyxBuffer(const TyxBuffer &other) : TyxRefCounted() { *this = other; }
 
 TyxBuffer &TyxBuffer::operator=(const TyxBuffer &other)
 {
@@ -94,10 +91,7 @@ TyxBuffer &TyxBuffer::operator=(const TyxBuffer &other)
     return *this;
 }
 
-TyxBuffer::~TyxBuffer()
-{
-    deallocate();
-}
+TyxBuffer::~TyxBuffer() { deallocate(); }
 
 void *TyxBuffer::allocate()
 {
@@ -187,10 +181,7 @@ void *TyxBuffer::reallocate(uint64_t newSize, bool keepContents)
     return m_data;
 }
 
-TyxBufferPtr TyxBuffer::clone() const
-{
-    return TyxBufferPtr(new TyxBuffer(*this));
-}
+TyxBufferPtr TyxBuffer::clone() const { return TyxBufferPtr(new TyxBuffer(*this)); }
 
 bool TyxBuffer::operator==(const TyxBuffer &other) const
 {

@@ -24,24 +24,19 @@ const TyxString &TyxByteOrder::toString() const
 
 const TyxEnum &TyxByteOrder::enumerator()
 {
-    static const TyxEnum &table = internal::buildCodeEnumerator<TyxByteOrder>({{0, L"LittleEndian"}, {1, L"BigEndian"}});
+    static const TyxEnum &table =
+        internal::buildCodeEnumerator<TyxByteOrder>({{0, L"LittleEndian"}, {1, L"BigEndian"}});
     return table;
 }
 
-const std::vector<TyxString> &TyxByteOrder::allKeys()
-{
-    return enumerator().allKeys();
-}
+const std::vector<TyxString> &TyxByteOrder::allKeys() { return enumerator().allKeys(); }
 
 TyxByteOrder::Code TyxByteOrder::fromString(const TyxString &key)
 {
     return internal::codeOfKey(enumerator(), key, Invalid);
 }
 
-bool TyxByteOrder::isValid(const TyxString &key)
-{
-    return fromString(key) != Invalid;
-}
+bool TyxByteOrder::isValid(const TyxString &key) { return fromString(key) != Invalid; }
 
 std::wostream &operator<<(std::wostream &os, const TyxByteOrder &order)
 {

@@ -24,24 +24,21 @@ const TyxString &TyxDataLayout::toString() const
 
 const TyxEnum &TyxDataLayout::enumerator()
 {
-    static const TyxEnum &table = internal::buildCodeEnumerator<TyxDataLayout>({{0, L"PixelInterleaved"}, {1, L"BandInterleaved"}, {2, L"LineInterleaved"}, {3, L"BlockInterleaved"}});
+    static const TyxEnum &table = internal::buildCodeEnumerator<TyxDataLayout>({{0, L"PixelInterleaved"},
+                                                                                {1, L"BandInterleaved"},
+                                                                                {2, L"LineInterleaved"},
+                                                                                {3, L"BlockInterleaved"}});
     return table;
 }
 
-const std::vector<TyxString> &TyxDataLayout::allKeys()
-{
-    return enumerator().allKeys();
-}
+const std::vector<TyxString> &TyxDataLayout::allKeys() { return enumerator().allKeys(); }
 
 TyxDataLayout::Code TyxDataLayout::fromString(const TyxString &key)
 {
     return internal::codeOfKey(enumerator(), key, Invalid);
 }
 
-bool TyxDataLayout::isValid(const TyxString &key)
-{
-    return fromString(key) != Invalid;
-}
+bool TyxDataLayout::isValid(const TyxString &key) { return fromString(key) != Invalid; }
 
 std::wostream &operator<<(std::wostream &os, const TyxDataLayout &layout)
 {

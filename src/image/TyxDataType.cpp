@@ -48,8 +48,7 @@ const TyxDataTypeInfo &info(TyxNumericType::Code code)
 
 TyxNumericType::Code toCode(int code)
 {
-    return code >= 0 && code < kCodeCount ? static_cast<TyxNumericType::Code>(code)
-                                          : TyxNumericType::Invalid;
+    return code >= 0 && code < kCodeCount ? static_cast<TyxNumericType::Code>(code) : TyxNumericType::Invalid;
 }
 
 template <class Char>
@@ -87,10 +86,7 @@ std::basic_istream<Char> &readType(std::basic_istream<Char> &is, TyxDataType &ty
 
 } // namespace
 
-TyxDataType::TyxDataType(const TyxString &key) : m_code(fromString(key))
-{
-    normalise();
-}
+TyxDataType::TyxDataType(const TyxString &key) : m_code(fromString(key)) { normalise(); }
 
 TyxDataType::TyxDataType(TyxNumericType::Code code, unsigned depth) : m_code(toCode(code)), m_depth(depth)
 {
@@ -116,14 +112,11 @@ const TyxString &TyxDataType::toString() const
 
 bool TyxDataType::isSigned() const
 {
-    return m_code != TyxNumericType::U8 && m_code != TyxNumericType::U16 &&
-           m_code != TyxNumericType::U32 && m_code != TyxNumericType::U64;
+    return m_code != TyxNumericType::U8 && m_code != TyxNumericType::U16 && m_code != TyxNumericType::U32 &&
+           m_code != TyxNumericType::U64;
 }
 
-unsigned TyxDataType::size() const
-{
-    return info(m_code).size;
-}
+unsigned TyxDataType::size() const { return info(m_code).size; }
 
 void TyxDataType::setLogicalBitDepth(unsigned depth)
 {
@@ -131,15 +124,9 @@ void TyxDataType::setLogicalBitDepth(unsigned depth)
     normalise();
 }
 
-double TyxDataType::physicalMinValue() const
-{
-    return info(m_code).minimum;
-}
+double TyxDataType::physicalMinValue() const { return info(m_code).minimum; }
 
-double TyxDataType::physicalMaxValue() const
-{
-    return info(m_code).maximum;
-}
+double TyxDataType::physicalMaxValue() const { return info(m_code).maximum; }
 
 double TyxDataType::logicalMinValue() const
 {
@@ -242,9 +229,10 @@ TyxDataType TyxDataType::leastCommon(const TyxDataType &a, const TyxDataType &b)
 
 const TyxEnum &TyxDataType::enumerator()
 {
-    static const TyxEnum &table = [] () -> const TyxEnum & {
-        const wchar_t *const keys[kCodeCount] = {L"I8",  L"U8",  L"I16",   L"U16",    L"I32",          L"U32",
-                                                 L"I64", L"U64", L"Float", L"Double", L"ComplexFloat", L"ComplexDouble"};
+    static const TyxEnum &table = []() -> const TyxEnum & {
+        const wchar_t *const keys[kCodeCount] = {L"I8",    L"U8",     L"I16",          L"U16",
+                                                 L"I32",   L"U32",    L"I64",          L"U64",
+                                                 L"Float", L"Double", L"ComplexFloat", L"ComplexDouble"};
         std::vector<TyxEnum::Item> items;
         for (int code = 0; code < kCodeCount; ++code)
             items.emplace_back(code, keys[code], TyxVariant(kInfo[code]));
@@ -253,39 +241,21 @@ const TyxEnum &TyxDataType::enumerator()
     return table;
 }
 
-const std::vector<TyxString> &TyxDataType::allKeys()
-{
-    return enumerator().allKeys();
-}
+const std::vector<TyxString> &TyxDataType::allKeys() { return enumerator().allKeys(); }
 
 TyxNumericType::Code TyxDataType::fromString(const TyxString &key)
 {
     return internal::codeOfKey(enumerator(), key, TyxNumericType::Invalid);
 }
 
-bool TyxDataType::isValid(const TyxString &key)
-{
-    return fromString(key) != TyxNumericType::Invalid;
-}
+bool TyxDataType::isValid(const TyxString &key) { return fromString(key) != TyxNumericType::Invalid; }
 
-std::wostream &operator<<(std::wostream &os, const TyxDataType &type)
-{
-    return writeType(os, type);
-}
+std::wostream &operator<<(std::wostream &os, const TyxDataType &type) { return writeType(os, type); }
 
-std::ostream &operator<<(std::ostream &os, const TyxDataType &type)
-{
-    return writeType(os, type);
-}
+std::ostream &operator<<(std::ostream &os, const TyxDataType &type) { return writeType(os, type); }
 
-std::wistream &operator>>(std::wistream &is, TyxDataType &type)
-{
-    return readType(is, type);
-}
+std::wistream &operator>>(std::wistream &is, TyxDataType &type) { return readType(is, type); }
 
-std::istream &operator>>(std::istream &is, TyxDataType &type)
-{
-    return readType(is, type);
-}
+std::istream &operator>>(std::istream &is, TyxDataType &type) { return readType(is, type); }
 
 } // namespace tyx

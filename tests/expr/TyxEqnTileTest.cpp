@@ -32,10 +32,7 @@ TyxEqnTile makeTile(N::Code code, const std::vector<T> &values)
     return tile;
 }
 
-TyxEqnTile doubles(const std::vector<double> &values)
-{
-    return makeTile(N::Double, values);
-}
+TyxEqnTile doubles(const std::vector<double> &values) { return makeTile(N::Double, values); }
 
 template <class T>
 std::vector<T> valuesOf(const TyxEqnTile &tile)
@@ -340,7 +337,8 @@ TEST(TyxEqnTileTest, PowersLogarithmsAndPairs)
 
     const TyxEqnTile y = doubles({1.0, -1.0, 5.0});
     const TyxEqnTile x = makeTile<int8_t>(N::I8, {0, 0});
-    EXPECT_EQ(realsOf(TyxEqnTile::atan2(y, x)), (std::vector<double>{std::atan2(1.0, 0.0), std::atan2(-1.0, 0.0)}));
+    EXPECT_EQ(realsOf(TyxEqnTile::atan2(y, x)),
+              (std::vector<double>{std::atan2(1.0, 0.0), std::atan2(-1.0, 0.0)}));
     EXPECT_EQ(complexesOf(TyxEqnTile::cmplx(y, x)), (std::vector<Cplx>{{1, 0}, {-1, 0}}));
     EXPECT_EQ(complexesOf(TyxEqnTile::cmplx(x, 2.0)), (std::vector<Cplx>{{0, 2}, {0, 2}}));
     EXPECT_EQ(complexesOf(TyxEqnTile::cmplx(2.0, x)), (std::vector<Cplx>{{2, 0}, {2, 0}}));
@@ -447,7 +445,8 @@ TEST(TyxEqnTileTest, TernarySelectsBySample)
     EXPECT_EQ(realsOf(cond.ternary(a, 0.0)), (std::vector<double>{10, 0, 12, 0}));
     EXPECT_EQ(realsOf(cond.ternary(7.0, b)), (std::vector<double>{7, -2, 7}));
     EXPECT_EQ(realsOf(cond.ternary(1.0, 2.0)), (std::vector<double>{1, 2, 1, 2}));
-    EXPECT_EQ(complexesOf(cond.ternary(a, Cplx(0, 1))), (std::vector<Cplx>{{10, 0}, {0, 1}, {12, 0}, {0, 1}}));
+    EXPECT_EQ(complexesOf(cond.ternary(a, Cplx(0, 1))),
+              (std::vector<Cplx>{{10, 0}, {0, 1}, {12, 0}, {0, 1}}));
     EXPECT_EQ(complexesOf(cond.ternary(Cplx(0, 1), b)), (std::vector<Cplx>{{0, 1}, {-2, 0}, {0, 1}}));
     EXPECT_EQ(complexesOf(cond.ternary(Cplx(1, 0), Cplx(0, 1))),
               (std::vector<Cplx>{{1, 0}, {0, 1}, {1, 0}, {0, 1}}));
