@@ -1,0 +1,62 @@
+// Enumerators and stream forms shared by the image code classes.
+#pragma once
+
+#include <initializer_list>
+#include <istream>
+#include <mutex>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include <tyx/TyxEnum.h>
+#include <tyx/TyxString.h>
+#include <tyx/TyxVariant.h>
+
+namespace tyx::internal {
+
+/// The enumerator of the code class \p Class, filled with \p items on the
+/// first call under a lock of its own. Callers keep the reference in a
+/// function-local static, so later reads take no lock.
+template <class Class, class Items = std::initializer_list<TyxEnum::Item>>
+const TyxEnum &buildCodeEnumerator(const Items &items)
+{
+    static std::mutex lock;
+    static TyxEnum table;
+    std::lock_guard<std::mutex> guard(lock);
+    if (table.empty())
+        for (const TyxEnum::Item &item : items)
+            table.insert(item);
+    return table;
+}
+
+/// The code of \p key in \p table, or \p invalid when the key is unknown.
+template <class Code>
+Code codeOfKey(const TyxEnum &table, const TyxString &key, Code invalid)
+{
+    const int value = table.fromString(key);
+    return value == TyxEnum::INVALID_ENUM() ? invalid : static_cast<Code>(value);
+}
+
+/// Writes \p key alone, as UTF-8 on a narrow stream.
+template <class Char>
+std::basic_ostream<Char> &writeCodeKey(std::basic_ostream<Char> &os, const TyxString &key)
+{
+    if constexpr (sizeof(Char) == 1)
+        return os << toUTF8(key);
+    else
+        return os << key;
+}
+
+/// Reads one white-space-delimited word as a key.
+template <class Char>
+TyxString readCodeKey(std::basic_istream<Char> &is)
+{
+    std::basic_string<Char> word;
+    is >> word;
+    if constexpr (sizeof(Char) == 1)
+        return fromUTF8(word);
+    else
+        return TyxString(word);
+}
+
+} // namespace tyx::internal
