@@ -1,10 +1,19 @@
 // Shared pointer to a TyxRefCounted object.
 #pragma once
 
+#include <type_traits>
+
 #include <tyx/TyxRefCounted.h>
 #include <tyx/TyxSafeBool.h>
 
 namespace tyx {
+
+namespace internal {
+/// A pointer to \p U converts to a pointer to \p T: the pointee is derived
+/// from \p T, or \p T is its const form.
+template <class U, class T>
+concept TyxPointeeOf = std::is_convertible_v<U *, T *>;
+} // namespace internal
 
 /// Shares an object derived from TyxRefCounted. Copies add a reference; the
 /// last release destroys the object through its virtual destructor.
@@ -17,7 +26,7 @@ public:
     TyxSmartPtr(T *p) : m_ptr(p) { acquire(); }
     TyxSmartPtr(const TyxSmartPtr &other) : internal::TyxSafeBool(), m_ptr(other.m_ptr) { acquire(); }
     /// Shares the object of a pointer to a derived or non-const type.
-    template <class U>
+    template <internal::TyxPointeeOf<T> U>
     TyxSmartPtr(const TyxSmartPtr<U> &other) : m_ptr(other.get())
     {
         acquire();
@@ -28,7 +37,7 @@ public:
     /// count; otherwise the old reference goes before the new one is taken.
     TyxSmartPtr &operator=(const TyxSmartPtr &other) { return assign(other.m_ptr); }
     TyxSmartPtr &operator=(T *p) { return assign(p); }
-    template <class U>
+    template <internal::TyxPointeeOf<T> U>
     TyxSmartPtr &operator=(const TyxSmartPtr<U> &other)
     {
         return assign(other.get());

@@ -36,6 +36,8 @@ TEST(TyxSmartPtrTest, NullPointersTestFalse)
     EXPECT_TRUE(!empty);
     static_assert(!std::is_convertible_v<TyxSmartPtr<Node>, int>);
     static_assert(!std::is_convertible_v<TyxSmartPtr<Node>, bool>);
+    static_assert(std::is_convertible_v<TyxSmartPtr<Node>, TyxSmartPtr<const Node>>);
+    static_assert(!std::is_convertible_v<TyxSmartPtr<const Node>, TyxSmartPtr<Node>>);
 }
 
 TEST(TyxSmartPtrTest, SelfAssignmentKeepsTheCount)
