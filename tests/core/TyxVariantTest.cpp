@@ -337,7 +337,7 @@ TEST(TyxVariantTest, Registry)
     const TyxVariant made(TyxMetaType::Double, &value);
     EXPECT_EQ(made.value<double>(), 4.25);
     EXPECT_EQ(TyxVariant(TyxMetaType::Int, nullptr).value<int>(), 0);
-    EXPECT_FALSE(TyxVariant(TyxMetaType::Units, &value).isValid());
+    EXPECT_FALSE(TyxVariant(TyxMetaType::ImageROI, &value).isValid());
 }
 
 // A type from outside the library, given a code at run time.

@@ -1,0 +1,116 @@
+// Tests of the named constants.
+#include <tyx/TyxMathConst.h>
+
+#include <gtest/gtest.h>
+
+#include <numbers>
+#include <sstream>
+
+#include <tyx/TyxVariant.h>
+
+using namespace tyx;
+
+namespace {
+
+TEST(TyxMathConstTest, KeysMatchWithoutRegardToCase)
+{
+    for (const wchar_t *key : {L"_pi", L"_PI", L"_Pi", L"_pI"}) {
+        const TyxMathConst constant{TyxString(key)};
+        EXPECT_EQ(constant, TyxMathConst::Pi);
+        EXPECT_EQ(constant.toString(), L"_pi");
+    }
+    EXPECT_EQ(TyxMathConst::fromString(L"_m_EARTH"), TyxMathConst::EarthMass);
+    EXPECT_TRUE(TyxMathConst::isValid(L"_RTOD"));
+    EXPECT_FALSE(TyxMathConst::isValid(L"pi"));
+
+    for (const wchar_t *unknown : {L"", L"pi", L"_pi ", L"_tau"}) {
+        const TyxMathConst constant{TyxString(unknown)};
+        EXPECT_EQ(constant.toEnum(), TyxMathConst::Invalid);
+        EXPECT_FALSE(constant.isValid());
+        EXPECT_EQ(constant.toString(), L"");
+        EXPECT_EQ(constant.value().real(), 0.0);
+    }
+    EXPECT_EQ(TyxMathConst(static_cast<TyxMathConst::Code>(99)), TyxMathConst::Invalid);
+    EXPECT_EQ(TyxMathConst(static_cast<TyxMathConst::Code>(-1)), TyxMathConst::Invalid);
+    EXPECT_EQ(TyxMathConst(), TyxMathConst::Invalid);
+}
+
+TEST(TyxMathConstTest, AllKeysInCodeOrder)
+{
+    const TyxStrList keys = TyxMathConst::allKeys();
+    ASSERT_EQ(keys.size(), 36u);
+    EXPECT_EQ(keys[0], L"_alpha");
+    EXPECT_EQ(keys[12], L"_i");
+    EXPECT_EQ(keys[26], L"_pi");
+    EXPECT_EQ(keys[35], L"_Vm");
+    for (int code = 0; code < TyxMathConst::Invalid; ++code)
+        EXPECT_EQ(TyxMathConst::fromString(keys[static_cast<size_t>(code)]).toEnum(), code);
+}
+
+TEST(TyxMathConstTest, ValuesCarryTheirUnits)
+{
+    const TyxScalar i = TyxMathConst(TyxMathConst::ImaginaryUnit).value();
+    EXPECT_EQ(i.real(), 0.0);
+    EXPECT_EQ(i.imaginary(), 1.0);
+    EXPECT_TRUE(i.isUnitLess());
+
+    EXPECT_EQ(double(TyxMathConst(TyxString(L"_c"))), 299792458.0);
+    const TyxScalar c = TyxMathConst(TyxMathConst::SpeedOfLight);
+    EXPECT_EQ(c.units(), TyxUnits(TyxString(L"m / s")));
+    EXPECT_EQ(double(TyxMathConst(TyxMathConst::Pi)), std::numbers::pi);
+    EXPECT_TRUE(TyxMathConst(TyxMathConst::Pi).value().isUnitLess());
+
+    // Units that name a category twice combine: J s is kg m^2 / s, and
+    // W / m^2 K^4 is kg / s^3 K^4.
+    struct Case {
+        TyxMathConst::Code code;
+        const wchar_t *units;
+    };
+    const Case cases[] = {
+        {TyxMathConst::Planck, L"kg m^2 / s"},
+        {TyxMathConst::StefanBoltzmann, L"kg / s^3 K^4"},
+        {TyxMathConst::VacuumPermittivity, L"s^4 A^2 / m^3 kg"},
+        {TyxMathConst::GasConstant, L"kg m^2 / s^2 K mol"},
+        {TyxMathConst::Loschmidt, L"m^-3"},
+        {TyxMathConst::StandardPressure, L"kg / m s^2"},
+    };
+    for (const Case &cs : cases)
+        EXPECT_EQ(TyxMathConst(cs.code).value().units(), TyxUnits(TyxString(cs.units))) << cs.code;
+
+    // h = 2 pi hbar, to the digits both are given with.
+    const TyxScalar h = TyxMathConst(TyxMathConst::Planck);
+    const TyxScalar twoPiHbar = TyxScalar(2.0 * std::numbers::pi) * TyxMathConst(TyxMathConst::ReducedPlanck);
+    EXPECT_EQ(twoPiHbar.units(), h.units());
+    EXPECT_NEAR(twoPiHbar.real() / h.real(), 1.0, 1e-9);
+}
+
+TEST(TyxMathConstTest, TableHoldsNumbersOrScalars)
+{
+    const TyxEnum &table = TyxMathConst::enumerator();
+    EXPECT_EQ(table.data(TyxMathConst::Pi).type(), TyxMetaType::Double);
+    EXPECT_EQ(table.data(TyxMathConst::Avogadro).type(), TyxMetaType::Scalar);
+    EXPECT_EQ(table.data(TyxMathConst::ImaginaryUnit).type(), TyxMetaType::Scalar);
+    EXPECT_FALSE(table.data(TyxMathConst::Invalid).isValid());
+}
+
+TEST(TyxMathConstTest, StreamsWriteAndReadTheKey)
+{
+    std::wostringstream wide;
+    wide << TyxMathConst(TyxMathConst::EarthRadius);
+    EXPECT_EQ(wide.str(), L"_R_earth");
+    std::ostringstream narrow;
+    narrow << TyxMathConst(TyxMathConst::Rydberg) << ' ' << TyxMathConst();
+    EXPECT_EQ(narrow.str(), "_rydberg ");
+
+    TyxMathConst constant;
+    std::wistringstream wideIn(L"  _HBAR _tau");
+    wideIn >> constant;
+    EXPECT_EQ(constant, TyxMathConst::ReducedPlanck);
+    wideIn >> constant;
+    EXPECT_EQ(constant, TyxMathConst::Invalid);
+    std::istringstream narrowIn("_gn");
+    narrowIn >> constant;
+    EXPECT_EQ(constant, TyxMathConst::StandardGravity);
+}
+
+} // namespace

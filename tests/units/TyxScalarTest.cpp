@@ -1,0 +1,498 @@
+// Tests of scalars with units: arithmetic, functions, failures and text.
+#include <tyx/TyxScalar.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <functional>
+#include <numbers>
+#include <sstream>
+
+#include <tyx/TyxVariant.h>
+
+using namespace tyx;
+
+namespace {
+
+TyxUnits units(const wchar_t *text)
+{
+    return TyxUnits(TyxString(text));
+}
+
+TyxString thrownText(const std::function<void()> &operation)
+{
+    try {
+        operation();
+    } catch (const TyxTextMsg &msg) {
+        EXPECT_EQ(msg.type(), TyxTextMsg::Error);
+        EXPECT_EQ(msg.srcFname(), L"TyxScalar.cpp");
+        return msg.text();
+    }
+    return L"<no failure>";
+}
+
+TEST(TyxScalarTest, AdditionConvertsIntoTheLeftUnits)
+{
+    TyxScalar sum = TyxScalar(1.0, units(L"km")) + TyxScalar(1.0, units(L"m"));
+    EXPECT_DOUBLE_EQ(sum.real(), 1.001);
+    EXPECT_EQ(sum.units(), units(L"km"));
+
+    TyxScalar difference(1.0, units(L"mi / hr"));
+    difference -= TyxScalar(0.44704, units(L"m / s"));
+    EXPECT_NEAR(difference.real(), 0.0, 1e-15);
+    EXPECT_EQ(difference.units(), units(L"mi / hr"));
+}
+
+TEST(TyxScalarTest, FailureTextsKeepTheirArgumentOrder)
+{
+    const TyxScalar metre(1.0, units(L"m"));
+    const TyxScalar second(1.0, units(L"s"));
+    const TyxScalar complexValue(1.0, 2.0, TyxUnits());
+    struct Case {
+        std::function<void()> operation;
+        const wchar_t *message;
+    };
+    const Case cases[] = {
+        {[&] { (void)(metre + second); }, L"Cannot convert physical units from 'm' to 's'"},
+        {[&] { (void)(metre - second); }, L"Cannot convert physical units from 'm' to 's'"},
+        {[&] { (void)metre.convertUnits(units(L"s")); }, L"Cannot convert physical units from 's' to 'm'"},
+        {[&] { (void)metre.clipmin(second); }, L"Cannot convert physical units from 's' to 'm'"},
+        {[&] { (void)metre.clipmax(second); }, L"Cannot convert physical units from 's' to 'm'"},
+        {[&] { (void)metre.clip(second, second); }, L"Cannot convert physical units from 's' to 'm'"},
+        {[&] { (void)metre.sin(); }, L"Cannot convert physical units from 'rad' to 'm'"},
+        {[&] { (void)(metre < second); }, L"Cannot convert physical units from 'm' to 's'"},
+        {[&] { (void)metre.acos(); }, L"Values must be unit-less for 'acos'"},
+        {[&] { (void)metre.log(); }, L"Values must be unit-less for 'log'"},
+        {[&] { (void)metre.exp(); }, L"Values must be unit-less for 'exp'"},
+        {[&] { (void)metre.j0(); }, L"Values must be unit-less for 'j0'"},
+        {[&] { (void)TyxScalar(2.0).pow(metre); }, L"Values must be unit-less for 'pow'"},
+        {[&] { (void)metre.pow(TyxScalar(0.0, 1.0, TyxUnits())); }, L"Values must be unit-less for 'pow'"},
+        {[&] { (void)(metre % TyxScalar(2.0)); }, L"Values must be unit-less for '%='"},
+        {[&] { (void)(complexValue % TyxScalar(2.0)); }, L"Complex values are not valid for '%='"},
+        {[&] { (void)complexValue.ceil(); }, L"Complex values are not valid for 'ceil'"},
+        {[&] { (void)complexValue.floor(); }, L"Complex values are not valid for 'floor'"},
+        {[&] { (void)complexValue.trunc(); }, L"Complex values are not valid for 'trunc'"},
+        {[&] { (void)complexValue.y1(); }, L"Complex values are not valid for 'y1'"},
+        {[&] { (void)(complexValue < metre); }, L"Complex values are not valid for '<'"},
+        {[&] { (void)(metre > complexValue); }, L"Complex values are not valid for '>'"},
+        {[&] { (void)metre.hypot(metre, complexValue); }, L"Complex values are not valid for 'hypot'"},
+        {[&] { (void)TyxScalar::fromPolar(complexValue, metre); },
+         L"Complex values are not valid for 'fromPolar'"},
+        {[&] { (void)TyxScalar(1.0).clip(TyxScalar(2.0), TyxScalar(1.0)); }, L"Invalid argument for 'clip'"},
+        {[&] { (void)TyxScalar(1.0).rect(TyxScalar(2.0), TyxScalar(1.0)); }, L"Invalid argument for 'rect'"},
+        {[&] { (void)TyxScalar(1.0).triang(TyxScalar(2.0), TyxScalar(1.0)); },
+         L"Invalid argument for 'rect'"},
+        {[&] { (void)(metre / TyxScalar(0.0, units(L"s"))); }, L"Cannot divide by zero"},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(thrownText(c.operation), c.message);
+}
+
+TEST(TyxScalarTest, FailureLeavesTheValueAlone)
+{
+    TyxScalar value(1.0, units(L"m"));
+    EXPECT_THROW(value += TyxScalar(1.0, units(L"s")), TyxTextMsg);
+    EXPECT_THROW(value /= TyxScalar(), TyxTextMsg);
+    EXPECT_THROW(value.log(), TyxTextMsg);
+    EXPECT_EQ(value.real(), 1.0);
+    EXPECT_EQ(value.units(), units(L"m"));
+
+    // clipmin converts before it compares, and keeps the conversion.
+    TyxScalar length(150.0, units(L"cm"));
+    EXPECT_THROW(length.clipmin(TyxScalar(1.0, 1.0, units(L"m"))), TyxTextMsg);
+    EXPECT_DOUBLE_EQ(length.real(), 1.5);
+    EXPECT_EQ(length.units(), units(L"m"));
+}
+
+TEST(TyxScalarTest, ProductsAndQuotientsCombineUnits)
+{
+    const TyxScalar product = TyxScalar(1.0, units(L"m")) * TyxScalar(1.0, units(L"cm"));
+    EXPECT_DOUBLE_EQ(product.real(), 0.01);
+    EXPECT_EQ(product.units(), units(L"m^2"));
+    EXPECT_EQ(product.imaginary(), 0.0);
+
+    const TyxScalar ratio = TyxScalar(2.0, units(L"m")) / TyxScalar(2.0, units(L"m"));
+    EXPECT_EQ(ratio.real(), 1.0);
+    EXPECT_TRUE(ratio.isUnitLess());
+
+    const TyxScalar speed = TyxScalar(3.0, units(L"km")) / TyxScalar(2.0, units(L"hr"));
+    EXPECT_DOUBLE_EQ(speed.real(), 1.5);
+    EXPECT_EQ(speed.units(), units(L"km / hr"));
+
+    const TyxScalar cancelled = speed * TyxScalar(30.0, units(L"min"));
+    EXPECT_DOUBLE_EQ(cancelled.real(), 0.75);
+    EXPECT_EQ(cancelled.units(), units(L"km"));
+
+    const TyxScalar complexProduct = TyxScalar(1.0, 2.0, TyxUnits()) * TyxScalar(3.0, -1.0, units(L"s"));
+    EXPECT_EQ(complexProduct.real(), 5.0);
+    EXPECT_EQ(complexProduct.imaginary(), 5.0);
+    EXPECT_EQ(complexProduct.units(), units(L"s"));
+
+    const TyxScalar complexQuotient = TyxScalar(5.0, 5.0, TyxUnits()) / TyxScalar(1.0, 2.0, TyxUnits());
+    EXPECT_DOUBLE_EQ(complexQuotient.real(), 3.0);
+    EXPECT_DOUBLE_EQ(complexQuotient.imaginary(), -1.0);
+}
+
+TEST(TyxScalarTest, RemainderTruncatesAndRefusesProcessorFaults)
+{
+    EXPECT_EQ((TyxScalar(7.9) % TyxScalar(3.2)).real(), 1.0);
+    EXPECT_EQ((TyxScalar(-7.0) % TyxScalar(3.0)).real(), -1.0);
+    EXPECT_EQ((TyxScalar(7.0) % TyxScalar(-3.0)).real(), 1.0);
+    // A divisor that truncates to 0 and INT64_MIN % -1 would fault.
+    EXPECT_EQ(thrownText([] { (void)(TyxScalar(5.0, 0.0, TyxUnits()) % TyxScalar(0.0, 0.0, TyxUnits())); }),
+              L"Cannot divide by zero");
+    EXPECT_EQ(thrownText([] { (void)(TyxScalar(5.0) % TyxScalar(0.9)); }), L"Cannot divide by zero");
+    EXPECT_EQ(thrownText([] { (void)(TyxScalar(-9223372036854775808.0) % TyxScalar(-1.0)); }),
+              L"Invalid argument for '%='");
+    // NaN and values out of range truncate as the processor does, to INT64_MIN.
+    EXPECT_EQ((TyxScalar(std::nan("")) % TyxScalar(10.0)).real(), -8.0);
+    EXPECT_EQ((TyxScalar(1e300) % TyxScalar(1000.0)).real(), -808.0);
+}
+
+TEST(TyxScalarTest, FactorialWrapsInSixtyFourBits)
+{
+    // 20! = 2432902008176640000; 21! = 51090942171709440000, which less
+    // 2 * 2^64 is 14197454024290336768; 170! holds 2 to the power 166 and so
+    // is 0 modulo 2^64.
+    EXPECT_EQ(TyxScalar(20.0).factorial().real(), 2432902008176640000.0);
+    EXPECT_EQ(TyxScalar(21.0).factorial().real(), static_cast<double>(UINT64_C(14197454024290336768)));
+    EXPECT_EQ(TyxScalar(170.0).factorial().real(), 0.0);
+    EXPECT_EQ(TyxScalar(0.0).factorial().real(), 1.0);
+    EXPECT_EQ(TyxScalar(5.7).factorial().real(), 120.0);
+    for (const TyxScalar &bad : {TyxScalar(171.0), TyxScalar(170.5), TyxScalar(-1.0), TyxScalar(std::nan("")),
+                                 TyxScalar(3.0, units(L"s")), TyxScalar(3.0, 1.0, TyxUnits())})
+        EXPECT_EQ(thrownText([&] { (void)bad.factorial(); }), L"Invalid argument for 'factorial'");
+}
+
+TEST(TyxScalarTest, SquareRootTakesThePrincipalBranch)
+{
+    struct Case {
+        double re, im, rootRe, rootIm;
+    };
+    const Case cases[] = {
+        {4.0, 0.0, 2.0, 0.0},
+        {-4.0, 0.0, 0.0, 2.0},
+        {3.0, 4.0, 2.0, 1.0},
+        {-3.0, 4.0, 1.0, 2.0},
+        {-3.0, -4.0, 1.0, -2.0},
+        {3.0, -4.0, 2.0, -1.0},
+        {0.0, 2.0, 1.0, 1.0},
+        {-1e308, 0.0, 0.0, 1e154},
+        // Subnormal parts, and parts whose modulus would overflow.
+        {0x3p-1070, 0x4p-1070, 0x2p-535, 0x1p-535},
+        {-1.5e308, 1.5e308, std::sqrt(1.5e308) * std::sqrt(std::complex<double>(-1.0, 1.0)).real(),
+         std::sqrt(1.5e308) * std::sqrt(std::complex<double>(-1.0, 1.0)).imag()},
+    };
+    for (const Case &c : cases) {
+        const TyxScalar root = TyxScalar(c.re, c.im, TyxUnits()).sqrt();
+        EXPECT_NEAR(root.real(), c.rootRe, std::fabs(c.rootRe) * 1e-14) << c.re << "," << c.im;
+        EXPECT_NEAR(root.imaginary(), c.rootIm, std::fabs(c.rootIm) * 1e-14) << c.re << "," << c.im;
+    }
+    const TyxScalar area(4.0, units(L"m^2"));
+    EXPECT_EQ(area.sqrt().units(), units(L"m"));
+    EXPECT_EQ(area.sqrt().real(), 2.0);
+}
+
+TEST(TyxScalarTest, PowerFollowsTheKindOfExponent)
+{
+    const TyxScalar i(0.0, 1.0, TyxUnits());
+    const TyxScalar squared = i.pow(TyxScalar(2.0));
+    EXPECT_NEAR(squared.real(), -1.0, 1e-15);
+    EXPECT_NEAR(squared.imaginary(), 0.0, 1e-15);
+
+    const TyxScalar area = TyxScalar(3.0, units(L"m")).pow(TyxScalar(2.0));
+    EXPECT_EQ(area.real(), 9.0);
+    EXPECT_EQ(area.units(), units(L"m^2"));
+
+    // e^(i pi) = -1
+    const TyxScalar euler = TyxScalar(std::numbers::e).pow(TyxScalar(0.0, std::numbers::pi, TyxUnits()));
+    EXPECT_NEAR(euler.real(), -1.0, 1e-15);
+    EXPECT_NEAR(euler.imaginary(), 0.0, 1e-15);
+
+    // A real base takes the real power, so a root of a negative is NaN.
+    EXPECT_TRUE(std::isnan(TyxScalar(-8.0).pow(TyxScalar(1.0 / 3.0)).real()));
+
+    EXPECT_EQ(TyxScalar(3.0, units(L"s")).ldexp(TyxScalar(2.0)).real(), 12.0);
+    EXPECT_EQ(TyxScalar(3.0, units(L"s")).ldexp(TyxScalar(2.0)).units(), units(L"s"));
+}
+
+TEST(TyxScalarTest, LogarithmsTakeTheComplexPathForComplexValues)
+{
+    EXPECT_DOUBLE_EQ(TyxScalar(std::numbers::e).log().real(), 1.0);
+    EXPECT_TRUE(std::isnan(TyxScalar(-1.0).log().real()));
+    const TyxScalar logI = TyxScalar(0.0, 1.0, TyxUnits()).log();
+    EXPECT_EQ(logI.real(), 0.0);
+    EXPECT_DOUBLE_EQ(logI.imaginary(), std::numbers::pi / 2.0);
+    EXPECT_DOUBLE_EQ(TyxScalar(1000.0).log10().real(), 3.0);
+    EXPECT_DOUBLE_EQ(TyxScalar(8.0).logb(TyxScalar(2.0)).real(), 3.0);
+    const TyxScalar complexLog = TyxScalar(0.0, 1.0, TyxUnits()).logb(TyxScalar(std::numbers::e));
+    EXPECT_EQ(complexLog.real(), 0.0);
+    EXPECT_DOUBLE_EQ(complexLog.imaginary(), std::numbers::pi / 2.0);
+}
+
+TEST(TyxScalarTest, TrigonometryTakesAnglesInAnyUnit)
+{
+    const TyxScalar right(90.0, units(L"deg"));
+    EXPECT_EQ(right.sin().real(), 1.0);
+    EXPECT_TRUE(right.sin().isUnitLess());
+    EXPECT_DOUBLE_EQ(TyxScalar(180.0, units(L"deg")).cos().real(), -1.0);
+    EXPECT_NEAR(TyxScalar(45.0, units(L"deg")).tan().real(), 1.0, 1e-15);
+
+    const TyxScalar angle = TyxScalar(1.0).acos();
+    EXPECT_EQ(angle.real(), 0.0);
+    EXPECT_EQ(angle.units(), TyxUnits(TyxUnits::Radian));
+    EXPECT_DOUBLE_EQ(TyxScalar(1.0).atan().real(), std::numbers::pi / 4.0);
+
+    // sin(i) = i sinh(1)
+    const TyxScalar sinI = TyxScalar(0.0, 1.0, TyxUnits()).sin();
+    EXPECT_EQ(sinI.real(), 0.0);
+    EXPECT_DOUBLE_EQ(sinI.imaginary(), std::sinh(1.0));
+
+    // asin(2) leaves the real domain only for a complex argument.
+    EXPECT_TRUE(std::isnan(TyxScalar(2.0).asin().real()));
+    const TyxScalar asinTwo = TyxScalar(2.0, 1e-300, TyxUnits()).asin();
+    EXPECT_DOUBLE_EQ(asinTwo.real(), std::numbers::pi / 2.0);
+    EXPECT_DOUBLE_EQ(asinTwo.imaginary(), std::log(2.0 + std::sqrt(3.0)));
+}
+
+TEST(TyxScalarTest, TwoArgumentFunctionsConvertTheSecondArgument)
+{
+    const TyxScalar angle = TyxScalar().atan2(TyxScalar(1.0, units(L"m")), TyxScalar(100.0, units(L"cm")));
+    EXPECT_DOUBLE_EQ(angle.real(), std::numbers::pi / 4.0);
+    EXPECT_EQ(angle.units(), TyxUnits(TyxUnits::Radian));
+
+    const TyxScalar side = TyxScalar().hypot(TyxScalar(3.0, units(L"m")), TyxScalar(400.0, units(L"cm")));
+    EXPECT_DOUBLE_EQ(side.real(), 5.0);
+    EXPECT_EQ(side.units(), units(L"m"));
+
+    const TyxScalar clipped =
+        TyxScalar(150.0, units(L"cm")).clip(TyxScalar(1.0, units(L"m")), TyxScalar(2.0, units(L"m")));
+    EXPECT_DOUBLE_EQ(clipped.real(), 1.5);
+    EXPECT_EQ(clipped.units(), units(L"m"));
+    const TyxScalar high =
+        TyxScalar(3.0, units(L"km")).clip(TyxScalar(1.0, units(L"m")), TyxScalar(2.0, units(L"m")));
+    EXPECT_EQ(high.real(), 2.0);
+    EXPECT_EQ(high.units(), units(L"m"));
+
+    const TyxScalar polar = TyxScalar::fromPolar(TyxScalar(2.0, units(L"m")), TyxScalar(90.0, units(L"deg")));
+    EXPECT_NEAR(polar.real(), 0.0, 1e-15);
+    EXPECT_DOUBLE_EQ(polar.imaginary(), 2.0);
+    EXPECT_EQ(polar.units(), units(L"m"));
+
+    EXPECT_DOUBLE_EQ(TyxScalar(1.5).jn(TyxScalar(2.9)).real(), ::jn(2, 1.5));
+    EXPECT_DOUBLE_EQ(TyxScalar(1.5).yn(TyxScalar(1.0)).real(), ::y1(1.5));
+}
+
+TEST(TyxScalarTest, StepRectAndTriangShapes)
+{
+    struct Case {
+        double x;
+        double step, rect, triang;
+    };
+    // step at 1; rect and triang over [1, 3].
+    const Case cases[] = {
+        {0.0, 0.0, 0.0, 0.0}, {1.0, 0.5, 0.5, 0.0}, {1.5, 1.0, 1.0, 0.5},
+        {2.0, 1.0, 1.0, 1.0}, {3.0, 1.0, 0.5, 0.0}, {4.0, 1.0, 0.0, 0.0},
+    };
+    const TyxScalar a(1.0);
+    const TyxScalar b(3.0);
+    for (const Case &c : cases) {
+        const TyxScalar x(c.x);
+        EXPECT_EQ(x.step(a).real(), c.step) << c.x;
+        EXPECT_EQ(x.rect(a, b).real(), c.rect) << c.x;
+        EXPECT_DOUBLE_EQ(x.triang(a, b).real(), c.triang) << c.x;
+    }
+    // Bounds in other units convert; the results have no units.
+    const TyxScalar inside =
+        TyxScalar(150.0, units(L"cm")).triang(TyxScalar(1.0, units(L"m")), TyxScalar(3.0, units(L"m")));
+    EXPECT_DOUBLE_EQ(inside.real(), 0.5);
+    EXPECT_TRUE(inside.isUnitLess());
+}
+
+TEST(TyxScalarTest, EqualityAllowsFourUnitsInTheLastPlace)
+{
+    double fourAway = 1.0;
+    for (int i = 0; i < 4; ++i)
+        fourAway = std::nextafter(fourAway, 2.0);
+    const double fiveAway = std::nextafter(fourAway, 2.0);
+    EXPECT_TRUE(TyxScalar(1.0) == TyxScalar(fourAway));
+    EXPECT_FALSE(TyxScalar(1.0) == TyxScalar(fiveAway));
+    EXPECT_TRUE(TyxScalar(0.0) == TyxScalar(-0.0));
+    EXPECT_TRUE(TyxScalar(0.1 + 0.2) == TyxScalar(0.3));
+    EXPECT_FALSE(TyxScalar(std::nan("")) == TyxScalar(std::nan("")));
+    EXPECT_TRUE(TyxScalar(1.0, units(L"km")) == TyxScalar(1000.0, units(L"m")));
+    EXPECT_FALSE(TyxScalar(1.0, units(L"m")) == TyxScalar(1.0, units(L"s")));
+    EXPECT_FALSE(TyxScalar(1.0, 1.0, TyxUnits()) == TyxScalar(1.0));
+    EXPECT_TRUE(TyxScalar(1.0, units(L"km")) > TyxScalar(999.0, units(L"m")));
+    EXPECT_TRUE(TyxScalar(1.0, units(L"ft")) < TyxScalar(1.0, units(L"yd")));
+}
+
+TEST(TyxScalarTest, SmallFunctionsKeepOrChangeUnitsAsDocumented)
+{
+    const TyxScalar velocity(-3.0, 4.0, units(L"m / s"));
+    EXPECT_EQ(velocity.abs().real(), 5.0);
+    EXPECT_EQ(velocity.abs().units(), units(L"m / s"));
+    EXPECT_EQ(velocity.norm().real(), 25.0);
+    EXPECT_EQ(velocity.norm().units(), units(L"m^2 / s^2"));
+    EXPECT_EQ(velocity.conj().imaginary(), -4.0);
+    EXPECT_DOUBLE_EQ(TyxScalar(0.0, 1.0, TyxUnits()).arg().real(), std::numbers::pi / 2.0);
+    EXPECT_EQ(TyxScalar(0.0, 1.0, TyxUnits()).arg().units(), TyxUnits(TyxUnits::Radian));
+
+    const TyxScalar rounded = TyxScalar(2.5, -2.5, TyxUnits()).round();
+    EXPECT_EQ(rounded.real(), 3.0);
+    EXPECT_EQ(rounded.imaginary(), -3.0);
+    EXPECT_EQ(TyxScalar(0.49999999999999994).round().real(), 0.0);
+    EXPECT_EQ(TyxScalar(-2.5, units(L"s")).ceil().real(), -2.0);
+    EXPECT_EQ(TyxScalar(-2.5, units(L"s")).floor().units(), units(L"s"));
+
+    EXPECT_EQ(TyxScalar(0.0).sinc().real(), 1.0);
+    EXPECT_EQ(TyxScalar(0.0, units(L"s")).sinc().units(), units(L"s^-1"));
+    EXPECT_NEAR(TyxScalar(std::numbers::pi).sinc().real(), 0.0, 1e-16);
+    EXPECT_DOUBLE_EQ(TyxScalar(std::numbers::pi / 2.0).sinc().real(), 2.0 / std::numbers::pi);
+    EXPECT_EQ(TyxScalar(0.0).j0().real(), 1.0);
+    EXPECT_EQ(-TyxScalar(1.0, -2.0, units(L"s")), TyxScalar(-1.0, 2.0, units(L"s")));
+}
+
+TEST(TyxScalarTest, ConstFormsLeaveTheirObjectAlone)
+{
+    const TyxScalar four(4.0);
+    EXPECT_EQ(four.sqrt().real(), 2.0);
+    EXPECT_EQ(four.real(), 4.0);
+
+    TyxScalar value(4.0);
+    TyxScalar &same = value.sqrt();
+    EXPECT_EQ(&same, &value);
+    EXPECT_EQ(value.real(), 2.0);
+
+    TyxScalar negated(1.0);
+    const TyxScalar copy = -negated;
+    EXPECT_EQ(negated.real(), 1.0);
+    EXPECT_EQ(copy.real(), -1.0);
+
+    value = std::complex<double>(1.0, 2.0);
+    EXPECT_EQ(value.imaginary(), 2.0);
+    value = TyxScalar(3.0, units(L"m"));
+    value = 5.0;
+    EXPECT_TRUE(value.isUnitLess());
+}
+
+TEST(TyxScalarTest, TextFormReadsBack)
+{
+    struct Case {
+        TyxScalar value;
+        const wchar_t *text;
+    };
+    const Case cases[] = {
+        {TyxScalar(1.5, units(L"m / s")), L"1.5 m / s"},
+        {TyxScalar(0.1), L"0.1"},
+        {TyxScalar(299792458.0), L"299792458"},
+        {TyxScalar(1.0, -2.0, units(L"kg")), L"(1,-2) kg"},
+        {TyxScalar(-1e-300, units(L"m^0.5")), L"-1e-300 m^0.5"},
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(c.value.toString(), c.text);
+        TyxScalar back;
+        ASSERT_TRUE(TyxScalar::fromString(c.text, back)) << toUTF8(c.text);
+        EXPECT_EQ(back.real(), c.value.real());
+        EXPECT_EQ(back.imaginary(), c.value.imaginary());
+        EXPECT_EQ(back.units(), c.value.units());
+    }
+}
+
+TEST(TyxScalarTest, TextWithScaledOrGluedUnitsReads)
+{
+    struct Case {
+        const wchar_t *text;
+        double re, im;
+        const wchar_t *units;
+    };
+    const Case cases[] = {
+        {L"2 mJ", 0.002, 0.0, L"J"},           {L"2m", 2.0, 0.0, L"m"},
+        {L"  3 (m / s) ", 3.0, 0.0, L"m / s"}, {L"(1,2)m", 1.0, 2.0, L"m"},
+        {L"(4)", 4.0, 0.0, L"unitless"},       {L"0x10 s", 16.0, 0.0, L"s"},
+        {L"1e3 m*s", 1000.0, 0.0, L"m s"},     {L"5", 5.0, 0.0, L"unitless"},
+    };
+    for (const Case &c : cases) {
+        TyxScalar value;
+        ASSERT_TRUE(TyxScalar::fromString(c.text, value)) << toUTF8(c.text);
+        EXPECT_DOUBLE_EQ(value.real(), c.re) << toUTF8(c.text);
+        EXPECT_EQ(value.imaginary(), c.im);
+        EXPECT_EQ(value.units(), units(c.units)) << toUTF8(c.text);
+    }
+    TyxScalar kept(7.0);
+    for (const wchar_t *bad : {L"", L"   ", L"m", L"2 foo", L"(1,2", L"(a,b) m", L"2 (m"})
+        EXPECT_FALSE(TyxScalar::fromString(bad, kept)) << toUTF8(bad);
+    EXPECT_EQ(kept.real(), 7.0);
+}
+
+TEST(TyxScalarTest, StreamsUseTheTextForm)
+{
+    std::wostringstream wide;
+    wide << TyxScalar(2.0, units(L"km / hr"));
+    EXPECT_EQ(wide.str(), L"2 km / hr");
+    std::ostringstream narrow;
+    narrow << TyxScalar(0.0, -1.0, TyxUnits());
+    EXPECT_EQ(narrow.str(), "(0,-1)");
+
+    TyxScalar read;
+    std::wistringstream wideIn(L"2.5 s^-1\nnext");
+    wideIn >> read;
+    EXPECT_FALSE(wideIn.fail());
+    EXPECT_EQ(read, TyxScalar(2.5, units(L"Hz")));
+    std::istringstream narrowIn("nonsense");
+    narrowIn >> read;
+    EXPECT_TRUE(narrowIn.fail());
+    EXPECT_EQ(read, TyxScalar(2.5, units(L"Hz")));
+}
+
+TEST(TyxScalarTest, VariantHoldsAndConvertsScalars)
+{
+    const TyxVariant held(TyxScalar(2.75, -1.0, units(L"m / s")));
+    EXPECT_EQ(held.type(), TyxMetaType::Scalar);
+    EXPECT_EQ(held.typeName(), L"TyxScalar");
+    EXPECT_TRUE(held.isNumeric());
+    EXPECT_EQ(held.value<double>(), 2.75);
+    EXPECT_EQ(held.value<int>(), 2);
+    EXPECT_EQ(held.value<std::complex<double>>(), std::complex<double>(2.75, -1.0));
+    EXPECT_TRUE(held.value<bool>());
+    EXPECT_TRUE(TyxVariant(TyxScalar(0.0, 1.0, TyxUnits())).value<bool>());
+    EXPECT_FALSE(TyxVariant(TyxScalar(0.0, units(L"m"))).value<bool>());
+    EXPECT_EQ(held.value<TyxString>(), L"(2.75,-1) m / s");
+    EXPECT_EQ(held.value<TyxScalar>().units(), units(L"m / s"));
+
+    EXPECT_EQ(TyxVariant(2.5).value<TyxScalar>(), TyxScalar(2.5));
+    EXPECT_EQ(TyxVariant(7).value<TyxScalar>(), TyxScalar(7.0));
+    EXPECT_EQ(TyxVariant(true).value<TyxScalar>(), TyxScalar(1.0));
+    EXPECT_EQ(TyxVariant(std::complex<double>(1.0, 2.0)).value<TyxScalar>(), TyxScalar(1.0, 2.0, TyxUnits()));
+    EXPECT_EQ(TyxVariant(L"2 km").value<TyxScalar>(), TyxScalar(2000.0, units(L"m")));
+
+    TyxScalar target(9.0);
+    EXPECT_FALSE(TyxVariant(L"2 furlongs").value(TyxMetaType::Scalar, &target));
+    EXPECT_FALSE(TyxVariant(TyxUnits()).value(TyxMetaType::Scalar, &target));
+
+    // Equality is in the left side's type, here a scalar with units.
+    EXPECT_TRUE(TyxVariant(TyxScalar(1.0, units(L"km"))) == TyxVariant(TyxScalar(1000.0, units(L"m"))));
+    EXPECT_FALSE(TyxVariant(TyxScalar(1.0, units(L"km"))) == TyxVariant(TyxScalar(1.0, units(L"s"))));
+    EXPECT_EQ(TyxVariant::prototype(TyxMetaType::Scalar).impl().className(), L"TyxScalar");
+}
+
+TEST(TyxScalarTest, VariantStreamFormReadsBack)
+{
+    std::wostringstream out;
+    out << TyxVariant(TyxScalar(-0.5, units(L"kg m^2 / s^2")));
+    EXPECT_EQ(out.str(), L"TyxScalar,-0.5 m^2 kg / s^2");
+
+    std::wistringstream in(out.str());
+    TyxVariant read;
+    in >> read;
+    EXPECT_FALSE(in.fail());
+    EXPECT_EQ(read.type(), TyxMetaType::Scalar);
+    EXPECT_EQ(read.value<TyxScalar>(), TyxScalar(-0.5, units(L"J")));
+
+    std::wistringstream bad(L"TyxScalar,2 parsecs");
+    bad >> read;
+    EXPECT_TRUE(bad.fail());
+}
+
+} // namespace

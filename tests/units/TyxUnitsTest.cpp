@@ -1,0 +1,371 @@
+// Tests of the unit tables, the unit text syntax and the conversion factors.
+#include <tyx/TyxUnits.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+#include <sstream>
+
+#include <tyx/TyxVariant.h>
+
+using namespace tyx;
+
+namespace {
+
+TyxString parseFailure(const TyxString &text)
+{
+    try {
+        TyxUnits units;
+        units.fromString(text);
+    } catch (const TyxTextMsg &msg) {
+        return msg.text();
+    }
+    return L"<no failure>";
+}
+
+TEST(TyxUnitsTest, AddFactorMatchesIndependentConversions)
+{
+    // Exact by definition: the SI prefixes; the international yard and pound
+    // (1959: 1 ft = 0.3048 m, 1 mi = 1609.344 m); 1 hr = 3600 s; 1 nmi =
+    // 1852 m (1929 convention); 1 deg = pi / 180 rad; 1 deg = 3600 arcsec.
+    struct Case {
+        const wchar_t *target;
+        const wchar_t *source;
+        double factor;
+    };
+    const Case cases[] = {
+        {L"m", L"km", 1000.0},
+        {L"km", L"m", 0.001},
+        {L"m^2", L"ft^2", 0.09290304},
+        {L"m / s", L"mi / hr", 0.44704},
+        {L"m", L"nmi", 1852.0},
+        {L"s^-1", L"min^-1", 1.0 / 60.0},
+        {L"rad", L"deg", std::numbers::pi / 180.0},
+        {L"arcsec", L"deg", 3600.0},
+        {L"kg", L"ug", 1e-9},
+        {L"m", L"s", 0.0},
+        {L"m", L"m^2", 0.0},
+        {L"m s", L"m", 0.0},
+        {L"m", L"unitless", 0.0},
+        {L"unitless", L"unitless", 1.0},
+    };
+    for (const Case &c : cases) {
+        const double factor =
+            TyxUnits::addFactor(TyxUnits(TyxString(c.target)), TyxUnits(TyxString(c.source)));
+        EXPECT_NEAR(factor, c.factor, std::fabs(c.factor) * 1e-14) << toUTF8(c.source);
+    }
+}
+
+TEST(TyxUnitsTest, DerivedUnitsExpandWithTheirScale)
+{
+    // Sources: SI prefixes; 1 erg = 1e-7 J and 1 dyne = 1e-5 N (CGS);
+    // 1 torr = 101325 / 760 Pa and 1 lbf = 0.45359237 kg * 9.80665 m/s^2,
+    // which the table holds to 7 and 12 digits; 1 cm^-1 = c in cm/s as a
+    // frequency.
+    struct Case {
+        const wchar_t *name;
+        const wchar_t *units;
+        double scale;
+        double tolerance;
+    };
+    const Case cases[] = {
+        {L"mJ", L"kg m^2 / s^2", 0.001, 1e-18},
+        {L"erg", L"kg m^2 / s^2", 1e-7, 1e-21},
+        {L"pW", L"kg m^2 / s^3", 1e-12, 1e-26},
+        {L"torr", L"kg / m s^2", 101325.0 / 760.0, 1e-4},
+        {L"dyne", L"kg m / s^2", 1e-5, 1e-19},
+        {L"lb", L"kg m / s^2", 0.45359237 * 9.80665, 1e-10},
+        {L"GHz", L"s^-1", 1e9, 1e-6},
+        {L"wavenum", L"s^-1", 29979245800.0, 1e-4},
+        {L"uF", L"s^4 A^2 / m^2 kg", 1e-6, 1e-20},
+        {L"sr", L"rad^2", 1.0, 0.0},
+        {L"C", L"A s", 1.0, 0.0},
+        {L"mbar", L"Pa", 100.0, 1e-12},
+    };
+    for (const Case &c : cases) {
+        TyxUnits units;
+        EXPECT_NEAR(units.fromString(c.name), c.scale, c.tolerance) << toUTF8(c.name);
+        EXPECT_EQ(units, TyxUnits(TyxString(c.units))) << toUTF8(c.name);
+    }
+}
+
+TEST(TyxUnitsTest, SyntaxPlacesFactorsByTheirSlash)
+{
+    struct Case {
+        const wchar_t *text;
+        TyxUnits expected;
+        double scale;
+    };
+    TyxUnits pressure(TyxUnits::Kilogram);
+    TyxUnits::multFactor(pressure, TyxUnits(TyxUnits::Meter, -1.0), &pressure);
+    TyxUnits::multFactor(pressure, TyxUnits(TyxUnits::Second, -2.0), &pressure);
+    TyxUnits velocity(TyxUnits::Meter);
+    TyxUnits::multFactor(velocity, TyxUnits(TyxUnits::Second, -1.0), &velocity);
+    TyxUnits perSecondSquared(TyxUnits::Meter);
+    TyxUnits::multFactor(perSecondSquared, TyxUnits(TyxUnits::Second, -2.0), &perSecondSquared);
+    TyxUnits massTime(TyxUnits::Kilogram, 1.0);
+    TyxUnits::multFactor(massTime, TyxUnits(TyxUnits::Meter, -1.0), &massTime);
+    TyxUnits::multFactor(massTime, TyxUnits(TyxUnits::Second), &massTime);
+    const Case cases[] = {
+        {L"kg / m s^2", pressure, 1.0},
+        {L"kg/m/s^2", pressure, 1.0},
+        {L"kg / (m s^2)", pressure, 1.0},
+        {L"(kg / m) s", massTime, 1.0},
+        {L"m*s^-1", velocity, 1.0},
+        {L"  m\t/ s  ", velocity, 1.0},
+        {L"m^+1 s^-1.0", velocity, 1.0},
+        {L"m^0.5", TyxUnits(TyxUnits::Meter, 0.5), 1.0},
+        {L"m m", TyxUnits(TyxUnits::Meter, 2.0), 1.0},
+        {L"m cm", TyxUnits(TyxUnits::Meter, 2.0), 0.01},
+        {L"J / m", TyxUnits(TyxString(L"kg m / s^2")), 1.0},
+        {L"km / mJ", TyxUnits(TyxString(L"s^2 / km kg")), 1e9},
+        {L"m / mm", TyxUnits(), 1000.0},
+        {L"m^0", TyxUnits(), 1.0},
+        {L"unitless", TyxUnits(), 1.0},
+        {L"", TyxUnits(), 1.0},
+        {L"((m)) / s", velocity, 1.0},
+        {L"m / s / s", perSecondSquared, 1.0},
+    };
+    for (const Case &c : cases) {
+        TyxUnits units;
+        EXPECT_DOUBLE_EQ(units.fromString(c.text), c.scale) << toUTF8(c.text);
+        EXPECT_EQ(units, c.expected) << toUTF8(c.text);
+    }
+}
+
+TEST(TyxUnitsTest, BadTextEndsInTheParseMessage)
+{
+    const TyxString deepOpen(50000, L'(');
+    struct Case {
+        TyxString text;
+        TyxString message;
+    };
+    const Case cases[] = {
+        {L"(m", L"Unmatched open or close parentheses: (m"},
+        {L"m)", L"Unmatched open or close parentheses: m)"},
+        {L"m) (s", L"Unmatched open or close parentheses: m) (s"},
+        {L"m^x", L"Invalid exponent: m^x"},
+        {L"m^", L"Invalid exponent: m^"},
+        {L"m^2^3", L"Invalid exponent: m^2^3"},
+        {L"m^inf", L"Invalid exponent: m^inf"},
+        {L"m^1e999", L"Invalid exponent: m^1e999"},
+        {L"foo", L"Invalid/unknown units: foo"},
+        {L"degC", L"Invalid/unknown units: degC"},
+        {L"M", L"Invalid/unknown units: M"},
+        {L"(m)^2", L"Invalid/unknown units: ^2"},
+        {L"^", L"Invalid exponent: ^"},
+        {L"m ^ 2", L"Invalid exponent: ^"},
+        {L"\u00b5m", L"Invalid/unknown units: \u00b5m"},
+        {L"m\u00b2", L"Invalid/unknown units: m\u00b2"},
+        {L"m\x0001s", L"Invalid/unknown units: m\x0001s"},
+        {deepOpen, L"Unmatched open or close parentheses: " + deepOpen},
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(parseFailure(c.text), L"Error parsing physical units: " + c.message) << toUTF8(c.text);
+        EXPECT_FALSE(TyxUnits::isValid(c.text));
+    }
+}
+
+TEST(TyxUnitsTest, MessageFormFillsAndKeepsTheUnits)
+{
+    TyxUnits units(TyxUnits::Meter);
+    TyxTextMsg msg;
+    EXPECT_EQ(units.fromString(L"m / foo", msg), 0.0);
+    EXPECT_EQ(msg.text(), L"Error parsing physical units: Invalid/unknown units: foo");
+    EXPECT_EQ(msg.type(), TyxTextMsg::Error);
+    EXPECT_EQ(units, TyxUnits(TyxUnits::Meter));
+
+    TyxTextMsg untouched(L"kept", TyxTextMsg::Warning);
+    EXPECT_DOUBLE_EQ(units.fromString(L"km", untouched), 1.0);
+    EXPECT_EQ(untouched.text(), L"kept");
+    EXPECT_EQ(units, TyxUnits(TyxUnits::Kilometer));
+}
+
+TEST(TyxUnitsTest, VeryLongAndDeeplyNestedTextParses)
+{
+    TyxString nested = TyxString(100000, L'(') + L"m" + TyxString(100000, L')');
+    EXPECT_EQ(TyxUnits(nested), TyxUnits(TyxUnits::Meter));
+
+    TyxString many;
+    for (int i = 0; i < 20000; ++i)
+        many += L"(m / m) ";
+    TyxUnits units;
+    EXPECT_DOUBLE_EQ(units.fromString(many), 1.0);
+    EXPECT_TRUE(units.isUnitLess());
+}
+
+TEST(TyxUnitsTest, ProductKeepsOneEntryPerCategory)
+{
+    TyxUnits result;
+    EXPECT_DOUBLE_EQ(TyxUnits::multFactor(TyxUnits(TyxUnits::Meter), TyxUnits(TyxUnits::Centimeter), &result),
+                     0.01);
+    EXPECT_EQ(result, TyxUnits(TyxUnits::Meter, 2.0));
+    EXPECT_EQ(result.numCategories(), 1u);
+
+    EXPECT_DOUBLE_EQ(TyxUnits::multFactor(TyxUnits(TyxUnits::Centimeter), TyxUnits(TyxUnits::Meter), &result),
+                     100.0);
+    EXPECT_EQ(result, TyxUnits(TyxUnits::Centimeter, 2.0));
+
+    EXPECT_DOUBLE_EQ(TyxUnits::divFactor(TyxUnits(TyxUnits::Meter), TyxUnits(TyxUnits::Meter), &result), 1.0);
+    EXPECT_TRUE(result.isUnitLess());
+
+    EXPECT_DOUBLE_EQ(TyxUnits::divFactor(TyxUnits(TyxUnits::Kilometer), TyxUnits(TyxUnits::Meter), &result),
+                     1000.0);
+    EXPECT_TRUE(result.isUnitLess());
+
+    // m / s times s: the time category cancels.
+    TyxUnits velocity(TyxString(L"m / s"));
+    EXPECT_DOUBLE_EQ(TyxUnits::multFactor(velocity, TyxUnits(TyxUnits::Minute), &result), 60.0);
+    EXPECT_EQ(result, TyxUnits(TyxUnits::Meter));
+
+    EXPECT_DOUBLE_EQ(TyxUnits::multFactor(TyxUnits(), velocity, &result), 1.0);
+    EXPECT_EQ(result, velocity);
+    EXPECT_DOUBLE_EQ(TyxUnits::divFactor(TyxUnits(), velocity, &result), 1.0);
+    EXPECT_EQ(result, TyxUnits(TyxString(L"s / m")));
+
+    // Thirds that add back up to a whole exponent leave no rounding residue.
+    TyxUnits third(TyxUnits::Meter, 1.0 / 3.0);
+    TyxUnits sum;
+    TyxUnits::multFactor(third, third, &sum);
+    TyxUnits::multFactor(sum, third, &sum);
+    EXPECT_EQ(sum, TyxUnits(TyxUnits::Meter));
+}
+
+TEST(TyxUnitsTest, PowRaisesEveryExponent)
+{
+    TyxUnits units(TyxString(L"m^2 / s"));
+    units.pow(0.5);
+    EXPECT_EQ(units, TyxUnits(TyxString(L"m s^-0.5")));
+    units.pow(-2.0);
+    EXPECT_EQ(units, TyxUnits(TyxString(L"s / m^2")));
+    units.pow(0.0);
+    EXPECT_TRUE(units.isUnitLess());
+}
+
+TEST(TyxUnitsTest, EntriesAreSortedByCategory)
+{
+    const TyxUnits units(TyxString(L"mol A K rad s kg m"));
+    ASSERT_EQ(units.numCategories(), 7u);
+    const TyxUnits::Unit order[] = {TyxUnits::Meter,  TyxUnits::Kilogram, TyxUnits::Second, TyxUnits::Radian,
+                                    TyxUnits::Kelvin, TyxUnits::Ampere,   TyxUnits::Mole};
+    for (int i = 0; i < 7; ++i)
+        EXPECT_EQ(units[i].unit, order[i]);
+    EXPECT_EQ(units[7], TyxUnits::UnitExp());
+    EXPECT_EQ(units[-1], TyxUnits::UnitExp());
+    EXPECT_TRUE(units.hasCategory(TyxUnits::AngleCategory));
+    EXPECT_FALSE(units.hasCategory(TyxUnits::PhotonsCategory));
+    EXPECT_TRUE(TyxUnits(TyxUnits::UnitLess, 3.0).isUnitLess());
+    EXPECT_TRUE(TyxUnits(static_cast<TyxUnits::Unit>(99)).isUnitLess());
+}
+
+TEST(TyxUnitsTest, TextFormParsesBackToEqualUnits)
+{
+    struct Case {
+        const wchar_t *text;
+        const wchar_t *printed;
+    };
+    const Case cases[] = {
+        {L"kg m^2 / s^2", L"m^2 kg / s^2"},
+        {L"J / mol K", L"m^2 kg / s^2 K mol"},
+        {L"m^-3", L"m^-3"},
+        {L"s^-1 mol^-1", L"s^-1 mol^-1"},
+        {L"m^0.5", L"m^0.5"},
+        {L"cyc el ph cnt", L"cnt cyc el ph"},
+        {L"arcsec^-0.25 nmi", L"nmi / arcsec^0.25"},
+        {L"unitless", L"unitless"},
+        {L"F", L"s^4 A^2 / m^2 kg"},
+    };
+    for (const Case &c : cases) {
+        const TyxUnits units{TyxString(c.text)};
+        EXPECT_EQ(units.toString(), c.printed);
+        TyxUnits back;
+        EXPECT_DOUBLE_EQ(back.fromString(units.toString()), 1.0);
+        EXPECT_EQ(back, units) << toUTF8(c.text);
+    }
+}
+
+TEST(TyxUnitsTest, StreamsWriteAndReadTheTextForm)
+{
+    const TyxUnits velocity(TyxString(L"km / hr"));
+    std::wostringstream wide;
+    wide << velocity;
+    EXPECT_EQ(wide.str(), L"km / hr");
+    std::ostringstream narrow;
+    narrow << velocity;
+    EXPECT_EQ(narrow.str(), "km / hr");
+
+    std::wistringstream wideIn(L"kg m / s^2\nrest");
+    TyxUnits read;
+    wideIn >> read;
+    EXPECT_FALSE(wideIn.fail());
+    EXPECT_EQ(read, TyxUnits(TyxString(L"N")));
+
+    std::istringstream narrowIn("m / foo");
+    narrowIn >> read;
+    EXPECT_TRUE(narrowIn.fail());
+    EXPECT_EQ(read, TyxUnits(TyxString(L"N")));
+}
+
+TEST(TyxUnitsTest, CopiesAreIndependent)
+{
+    TyxUnits original(TyxUnits::Meter);
+    TyxUnits copy = original;
+    copy.pow(2.0);
+    EXPECT_EQ(original, TyxUnits(TyxUnits::Meter));
+    EXPECT_EQ(copy, TyxUnits(TyxUnits::Meter, 2.0));
+    copy.clear();
+    EXPECT_TRUE(copy.isUnitLess());
+    EXPECT_FALSE(original.isUnitLess());
+}
+
+TEST(TyxUnitsTest, EnumeratorListsTheUnitsOfACategory)
+{
+    const TyxEnum &angles = TyxUnits::enumerator(TyxUnits::AngleCategory);
+    EXPECT_EQ(angles.allKeys(),
+              (std::vector<TyxString>{L"rad", L"mrad", L"urad", L"nrad", L"deg", L"arcmin", L"arcsec"}));
+    EXPECT_EQ(angles.fromString(L"DEG"), TyxUnits::Degree);
+    EXPECT_EQ(TyxUnits::enumerator(TyxUnits::MassCategory).toString(TyxUnits::AtomicMassUnit), L"amu");
+    EXPECT_EQ(TyxUnits::enumerator(TyxUnits::UnitLessCategory).allKeys(),
+              std::vector<TyxString>{L"unitless"});
+    EXPECT_TRUE(TyxUnits::enumerator(static_cast<TyxUnits::Category>(12)).empty());
+    EXPECT_TRUE(TyxUnits::enumerator(static_cast<TyxUnits::Category>(-1)).empty());
+}
+
+TEST(TyxUnitsTest, VariantHoldsAndConvertsUnits)
+{
+    const TyxVariant held(TyxUnits(TyxString(L"m / s")));
+    EXPECT_EQ(held.type(), TyxMetaType::Units);
+    EXPECT_EQ(held.typeName(), L"TyxUnits");
+    EXPECT_FALSE(held.isNumeric());
+    EXPECT_EQ(held.value<TyxString>(), L"m / s");
+    EXPECT_TRUE(held.value<bool>());
+    EXPECT_FALSE(TyxVariant(TyxUnits()).value<bool>());
+    double number = 5.0;
+    EXPECT_FALSE(held.value(TyxMetaType::Double, &number));
+    EXPECT_EQ(number, 0.0);
+
+    // An integer is a unit code; codes outside the table give no units.
+    EXPECT_EQ(TyxVariant(6).value<TyxUnits>(), TyxUnits(TyxUnits::Kilometer));
+    EXPECT_EQ(TyxVariant(uint64_t{27}).value<TyxUnits>(), TyxUnits(TyxUnits::Degree));
+    EXPECT_TRUE(TyxVariant(37).value<TyxUnits>().isUnitLess());
+    EXPECT_TRUE(TyxVariant(-1).value<TyxUnits>().isUnitLess());
+    EXPECT_TRUE(TyxVariant(int64_t{1} << 32 | 1).value<TyxUnits>().isUnitLess());
+    TyxUnits target(TyxUnits::Meter);
+    EXPECT_FALSE(TyxVariant(2.0).value(TyxMetaType::Units, &target));
+
+    EXPECT_EQ(TyxVariant(L"kg m^2 / s^2").value<TyxUnits>(), TyxUnits(TyxString(L"J")));
+    EXPECT_FALSE(TyxVariant(L"kg m^2 / s^").value(TyxMetaType::Units, &target));
+
+    std::wostringstream out;
+    out << held;
+    EXPECT_EQ(out.str(), L"TyxUnits,m / s");
+    std::wistringstream in(L"TyxUnits,  km^2 ");
+    TyxVariant read;
+    in >> read;
+    EXPECT_FALSE(in.fail());
+    EXPECT_EQ(read.value<TyxUnits>(), TyxUnits(TyxUnits::Kilometer, 2.0));
+    EXPECT_TRUE(TyxVariant(TyxUnits(TyxUnits::Meter)) == TyxVariant(L"m"));
+}
+
+} // namespace
