@@ -120,6 +120,12 @@ public:
             using Held = std::conditional_t<std::is_signed_v<T>, int64_t, uint64_t>;
             return static_cast<T>(value<Held>());
         } else {
+            if constexpr (internal::TyxVariantHeld<T>) {
+                if constexpr (internal::TyxVariantTraits<T>::isBuiltin) {
+                    if (m_impl->fastCode() == internal::TyxVariantTraits<T>::code)
+                        return static_cast<const TyxVariantImpl<T> &>(*m_impl).get();
+                }
+            }
             T result{};
             m_impl->value(internal::TyxValueTarget<T>::type(), &result);
             return result;

@@ -1,6 +1,7 @@
 // Interface of the implementation object behind a variant.
 #pragma once
 
+#include <cstdint>
 #include <iosfwd>
 #include <memory>
 
@@ -14,9 +15,14 @@ namespace tyx {
 class TYX_EXPORT TyxVariantIF {
 public:
     TyxVariantIF() = default;
-    TyxVariantIF(const TyxVariantIF &) {}
+    TyxVariantIF(const TyxVariantIF &other) : m_fastCode(other.m_fastCode) {}
     TyxVariantIF &operator=(const TyxVariantIF &) { return *this; }
     virtual ~TyxVariantIF();
+
+    /// The built-in code that TyxVariantImpl<T> holds, or -1. TyxVariant's
+    /// value<T>() compares it to answer for the held type without a virtual
+    /// call; only TyxVariantImpl sets it, so a match proves the class.
+    int32_t fastCode() const noexcept { return m_fastCode; }
 
     /// A new object of the same class holding a copy of \p value, which
     /// points at a value of the held type.
@@ -45,6 +51,12 @@ public:
     virtual bool setValue(const TyxMetaType &source, const void *src) = 0;
     /// The held type's class name; "TyxVariantIF" here.
     virtual TyxString className() const;
+
+protected:
+    explicit TyxVariantIF(int32_t fastCode) noexcept : m_fastCode(fastCode) {}
+
+private:
+    int32_t m_fastCode = -1;
 };
 
 } // namespace tyx

@@ -35,6 +35,7 @@ template <class T, TyxMetaType::Code C, class I = TyxVariantImpl<T>>
 struct TyxBuiltinVariantTraits {
     using Impl = I;
     static constexpr bool isBuiltin = true;
+    static constexpr TyxMetaType::Code code = C;
     static const TyxMetaType &type() noexcept
     {
         static constexpr TyxMetaType code(C);
@@ -173,9 +174,9 @@ class TYX_EXPORT TyxVariantImpl : public TyxVariantIF {
 public:
     using Traits = internal::TyxVariantTraits<T>;
 
-    TyxVariantImpl() : m_value() {}
-    explicit TyxVariantImpl(const T &value) : m_value(value) {}
-    explicit TyxVariantImpl(T &&value) : m_value(std::move(value)) {}
+    TyxVariantImpl() : TyxVariantIF(fastCodeOfT()), m_value() {}
+    explicit TyxVariantImpl(const T &value) : TyxVariantIF(fastCodeOfT()), m_value(value) {}
+    explicit TyxVariantImpl(T &&value) : TyxVariantIF(fastCodeOfT()), m_value(std::move(value)) {}
 
     std::shared_ptr<TyxVariantIF> create(const void *value) const override
     {
@@ -261,6 +262,15 @@ public:
 
 protected:
     T m_value;
+
+private:
+    static constexpr int32_t fastCodeOfT()
+    {
+        if constexpr (Traits::isBuiltin)
+            return Traits::code;
+        else
+            return -1;
+    }
 };
 
 } // namespace tyx

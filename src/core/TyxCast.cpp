@@ -80,13 +80,12 @@ TyxString realToString(double value)
         std::swprintf(buffer, 512, L"%1.1lf", value);
         return buffer;
     }
-    // As many significant digits as the integer part has, plus 17.
+    // As many significant digits as the integer part has, plus 17, in the
+    // stream's default float format, which is printf's "%g".
     const int length = std::swprintf(buffer, 512, L"%lld", static_cast<long long>(whole));
     const int digits = length - (value < 0 ? 1 : 0);
-    std::wostringstream os;
-    os.precision(digits + 17);
-    os << value;
-    return os.str();
+    std::swprintf(buffer, 512, L"%.*g", digits + 17, value);
+    return buffer;
 }
 
 TyxParsedInteger parseInteger(const TyxString &text, bool isSigned)

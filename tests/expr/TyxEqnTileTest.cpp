@@ -1,0 +1,463 @@
+#include <tyx/TyxEqnTile.h>
+#include <tyx/TyxSystem.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <complex>
+#include <cstring>
+#include <limits>
+#include <numbers>
+#include <sstream>
+#include <vector>
+
+namespace {
+
+using tyx::TyxBuffer;
+using tyx::TyxBufferPtr;
+using tyx::TyxDataType;
+using tyx::TyxEqnTile;
+using N = tyx::TyxNumericType;
+using Cplx = std::complex<double>;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+template <class T>
+TyxEqnTile makeTile(N::Code code, const std::vector<T> &values)
+{
+    TyxEqnTile tile(TyxDataType(code), values.size());
+    if (!values.empty())
+        std::memcpy(tile.buffer()->data(), values.data(), values.size() * sizeof(T));
+    return tile;
+}
+
+TyxEqnTile doubles(const std::vector<double> &values)
+{
+    return makeTile(N::Double, values);
+}
+
+template <class T>
+std::vector<T> valuesOf(const TyxEqnTile &tile)
+{
+    const T *p = tile.buffer() ? static_cast<const T *>(tile.buffer()->data()) : nullptr;
+    std::vector<T> values;
+    for (uint64_t i = 0; i < tile.size(); ++i)
+        values.push_back(p[i * tile.step()]);
+    return values;
+}
+
+std::vector<double> realsOf(const TyxEqnTile &tile)
+{
+    EXPECT_EQ(tile.dataType(), TyxDataType(N::Double));
+    return valuesOf<double>(tile);
+}
+
+std::vector<Cplx> complexesOf(const TyxEqnTile &tile)
+{
+    EXPECT_EQ(tile.dataType(), TyxDataType(N::ComplexDouble));
+    return valuesOf<Cplx>(tile);
+}
+
+// An empty result: the default tile.
+void expectDefault(const TyxEqnTile &tile)
+{
+    EXPECT_TRUE(tile.isEmpty());
+    EXPECT_FALSE(tile.dataType().isValid());
+    EXPECT_FALSE(tile.buffer());
+    EXPECT_EQ(tile.step(), 1u);
+}
+
+std::wstring textOf(const TyxEqnTile &tile)
+{
+    std::wostringstream out;
+    out << tile;
+    return out.str();
+}
+
+TEST(TyxEqnTileTest, ConstructionAndSharing)
+{
+    const TyxEqnTile empty;
+    expectDefault(empty);
+    EXPECT_EQ(empty.className(), L"TyxEqnTile");
+    EXPECT_FALSE(static_cast<bool>(empty));
+
+    TyxEqnTile tile(TyxDataType(N::U16, 12), 5);
+    ASSERT_TRUE(tile.buffer());
+    EXPECT_EQ(tile.buffer()->size(), 10u);
+    EXPECT_EQ(tile.buffer()->dataType(), TyxDataType(N::U16, 12));
+    EXPECT_EQ(tile.size(), 5u);
+    EXPECT_FALSE(tile.empty());
+
+    TyxEqnTile shared = tile;
+    EXPECT_EQ(shared.buffer().get(), tile.buffer().get());
+    const TyxEqnTile deep = tile.clone();
+    EXPECT_NE(deep.buffer().get(), tile.buffer().get());
+    EXPECT_TRUE(*deep.buffer() == *tile.buffer());
+    EXPECT_EQ(deep.dataType(), tile.dataType());
+    expectDefault(TyxEqnTile().clone());
+
+    tile.initialize(TyxDataType(N::Double), 0);
+    EXPECT_FALSE(tile.buffer());
+    EXPECT_EQ(tile.dataType(), TyxDataType(N::Double));
+    tile.initialize(TyxDataType(), 4);
+    EXPECT_FALSE(tile.buffer());
+    EXPECT_EQ(tile.size(), 4u);
+    // The shared copy still holds the first buffer.
+    EXPECT_EQ(shared.buffer()->size(), 10u);
+}
+
+TEST(TyxEqnTileTest, ArithmeticWorksInDouble)
+{
+    const TyxEqnTile a = makeTile<uint8_t>(N::U8, {200, 10, 3});
+    const TyxEqnTile b = makeTile<uint8_t>(N::U8, {100, 20, 4, 9, 9});
+    EXPECT_EQ(realsOf(a + b), (std::vector<double>{300, 30, 7}));
+    EXPECT_EQ(realsOf(a - b), (std::vector<double>{100, -10, -1}));
+    EXPECT_EQ(realsOf(a * b), (std::vector<double>{20000, 200, 12}));
+    EXPECT_EQ(realsOf(b / a), (std::vector<double>{0.5, 2, 4.0 / 3.0}));
+
+    const TyxEqnTile f = makeTile<float>(N::Float, {1.5f, -2.0f});
+    EXPECT_EQ(realsOf(f * 2.0), (std::vector<double>{3.0, -4.0}));
+    EXPECT_EQ(realsOf(f + 1.0), (std::vector<double>{2.5, -1.0}));
+    EXPECT_EQ(realsOf(10.0 - f), (std::vector<double>{8.5, 12.0}));
+    EXPECT_EQ(realsOf(3.0 / f), (std::vector<double>{2.0, -1.5}));
+
+    const std::vector<double> byZero = realsOf(doubles({1.0, -1.0, 0.0}) / 0.0);
+    EXPECT_EQ(byZero[0], std::numeric_limits<double>::infinity());
+    EXPECT_EQ(byZero[1], -std::numeric_limits<double>::infinity());
+    EXPECT_TRUE(std::isnan(byZero[2]));
+}
+
+TEST(TyxEqnTileTest, ComplexOperandsGiveComplexTiles)
+{
+    const TyxEqnTile c = makeTile<std::complex<float>>(N::ComplexFloat, {{1.0f, 2.0f}, {0.0f, -1.0f}});
+    const TyxEqnTile u = makeTile<uint8_t>(N::U8, {2, 3});
+    EXPECT_EQ(complexesOf(c + u), (std::vector<Cplx>{{3, 2}, {3, -1}}));
+    EXPECT_EQ(complexesOf(u * c), (std::vector<Cplx>{{2, 4}, {0, -3}}));
+    EXPECT_EQ(complexesOf(u + Cplx(0, 1)), (std::vector<Cplx>{{2, 1}, {3, 1}}));
+    EXPECT_EQ(complexesOf(Cplx(1, 1) - u), (std::vector<Cplx>{{-1, 1}, {-2, 1}}));
+    const TyxEqnTile z = makeTile<Cplx>(N::ComplexDouble, {{2, 2}});
+    EXPECT_EQ(complexesOf(z / 2.0), (std::vector<Cplx>{{1, 1}}));
+    EXPECT_EQ(complexesOf(-z), (std::vector<Cplx>{{-2, -2}}));
+    // ComplexFloat is served with tiles only.
+    expectDefault(c + 1.0);
+    expectDefault(c * Cplx(1, 0));
+    expectDefault(2.0 - c);
+}
+
+TEST(TyxEqnTileTest, UnservedTypesGiveEmptyTiles)
+{
+    const TyxEqnTile wide = makeTile<int64_t>(N::I64, {1, 2});
+    const TyxEqnTile unsignedWide = makeTile<uint64_t>(N::U64, {1, 2});
+    const TyxEqnTile d = doubles({1, 2});
+    expectDefault(wide + 1.0);
+    expectDefault(wide + d);
+    expectDefault(d + unsignedWide);
+    expectDefault(-wide);
+    expectDefault(wide.sin());
+    expectDefault(TyxEqnTile() + d);
+    expectDefault(TyxEqnTile() + 1.0);
+    EXPECT_EQ(wide.sum(), 0.0);
+}
+
+TEST(TyxEqnTileTest, StepsAndSizes)
+{
+    // Step 0 reads its one sample for every element.
+    TyxBufferPtr one(new TyxBuffer(sizeof(double), true));
+    *static_cast<double *>(one->data()) = 5.0;
+    const TyxEqnTile repeated(one, TyxDataType(N::Double), 4, 0);
+    EXPECT_EQ(realsOf(repeated + doubles({1, 2, 3, 4})), (std::vector<double>{6, 7, 8, 9}));
+    EXPECT_EQ(repeated.sum(), 20.0);
+
+    // Step 2 reads every other sample; results have step 1.
+    TyxEqnTile base = makeTile<int16_t>(N::I16, {1, -1, 2, -1, 3, -1});
+    const TyxEqnTile strided(base.buffer(), TyxDataType(N::I16), 3, 2);
+    const TyxEqnTile sum = strided + strided;
+    EXPECT_EQ(sum.step(), 1u);
+    EXPECT_EQ(realsOf(sum), (std::vector<double>{2, 4, 6}));
+
+    // A tile of one element is not broadcast.
+    EXPECT_EQ(realsOf(doubles({1}) + doubles({1, 2, 3})), (std::vector<double>{2}));
+
+    // A buffer too small for its elements is never read.
+    const TyxEqnTile tooLong(one, TyxDataType(N::Double), 2, 1);
+    expectDefault(tooLong + 1.0);
+    expectDefault(tooLong.sqrt());
+    EXPECT_EQ(tooLong.max(), 2.2250738585072014e-308);
+    EXPECT_FALSE(static_cast<bool>(tooLong));
+    const TyxEqnTile unallocated(TyxBufferPtr(new TyxBuffer(16, false)), TyxDataType(N::Double), 2, 1);
+    expectDefault(unallocated * 2.0);
+
+    // Tiles of size 0 give results of size 0.
+    const TyxEqnTile none = doubles({}) + doubles({1});
+    EXPECT_TRUE(none.isEmpty());
+    EXPECT_EQ(none.dataType(), TyxDataType(N::Double));
+}
+
+TEST(TyxEqnTileTest, EqualityWithinFourUnitsInTheLastPlace)
+{
+    const double one = 1.0;
+    const double up1 = std::nextafter(one, 2.0);
+    const double up4 = std::nextafter(std::nextafter(std::nextafter(up1, 2.0), 2.0), 2.0);
+    const double up5 = std::nextafter(up4, 2.0);
+    const double tiny = std::numeric_limits<double>::denorm_min();
+    const TyxEqnTile left = doubles({one, one, one, 0.0, kNaN, tiny, -one});
+    const TyxEqnTile right = doubles({up1, up4, up5, -0.0, kNaN, -tiny, -up1});
+    EXPECT_EQ(realsOf(left == right), (std::vector<double>{1, 1, 0, 1, 0, 1, 1}));
+    EXPECT_EQ(realsOf(left != right), (std::vector<double>{0, 0, 1, 0, 1, 0, 0}));
+    EXPECT_EQ(realsOf(doubles({1.0000000000000002, 2.0}) == 1.0), (std::vector<double>{1, 0}));
+    EXPECT_EQ(realsOf(doubles({kNaN}) != kNaN), (std::vector<double>{1}));
+
+    const TyxEqnTile z = makeTile<Cplx>(N::ComplexDouble, {{1, 0}, {1, 1}});
+    EXPECT_EQ(realsOf(z == z), (std::vector<double>{1, 1}));
+    EXPECT_EQ(realsOf(z == 1.0), (std::vector<double>{1, 0}));
+    EXPECT_EQ(realsOf(z != Cplx(1, 1)), (std::vector<double>{1, 0}));
+    EXPECT_EQ(realsOf(doubles({2, 3}) == Cplx(2, 0)), (std::vector<double>{1, 0}));
+}
+
+TEST(TyxEqnTileTest, ComparisonsNeedOneSizeAndType)
+{
+    TyxEqnTile a = makeTile<uint16_t>(N::U16, {1, 5, 9});
+    const TyxEqnTile b = makeTile<uint16_t>(N::U16, {5, 5, 5});
+    EXPECT_EQ(realsOf(a < b), (std::vector<double>{1, 0, 0}));
+    EXPECT_EQ(realsOf(a <= b), (std::vector<double>{1, 1, 0}));
+    EXPECT_EQ(realsOf(a > b), (std::vector<double>{0, 0, 1}));
+    EXPECT_EQ(realsOf(a >= b), (std::vector<double>{0, 1, 1}));
+    EXPECT_EQ(realsOf(a == b), (std::vector<double>{0, 1, 0}));
+    EXPECT_EQ(realsOf(a > 4.5), (std::vector<double>{0, 1, 1}));
+    EXPECT_EQ(realsOf(a <= 5.0), (std::vector<double>{1, 1, 0}));
+
+    expectDefault(a == makeTile<uint16_t>(N::U16, {1, 5}));
+    expectDefault(a == makeTile<int16_t>(N::I16, {1, 5, 9}));
+    TyxEqnTile twelveBit(a.buffer(), TyxDataType(N::U16, 12), 3, 1);
+    expectDefault(a == twelveBit);
+    const TyxEqnTile z = makeTile<Cplx>(N::ComplexDouble, {{1, 0}});
+    expectDefault(z < z);
+    expectDefault(z > 1.0);
+    const TyxEqnTile cf = makeTile<std::complex<float>>(N::ComplexFloat, {{1, 0}});
+    expectDefault(cf == cf);
+}
+
+TEST(TyxEqnTileTest, TruthOfATile)
+{
+    EXPECT_TRUE(static_cast<bool>(doubles({1, 1}) == doubles({1, 1})));
+    EXPECT_FALSE(static_cast<bool>(doubles({1, 2}) == doubles({1, 1})));
+    EXPECT_FALSE(static_cast<bool>(makeTile<uint8_t>(N::U8, {1, 1})));
+    EXPECT_TRUE(static_cast<bool>(makeTile<float>(N::Float, {1.0f})));
+    EXPECT_FALSE(static_cast<bool>(doubles({kNaN})));
+    EXPECT_TRUE(static_cast<bool>(makeTile<Cplx>(N::ComplexDouble, {{1, 0}})));
+    EXPECT_FALSE(static_cast<bool>(makeTile<Cplx>(N::ComplexDouble, {{1, 1}})));
+    // Size 0 with a buffer is true; without a buffer false.
+    const TyxEqnTile none(TyxBufferPtr(new TyxBuffer(8, true)), TyxDataType(N::Double), 0, 1);
+    EXPECT_TRUE(static_cast<bool>(none));
+    EXPECT_FALSE(static_cast<bool>(doubles({})));
+}
+
+TEST(TyxEqnTileTest, StreamForms)
+{
+    EXPECT_EQ(textOf(TyxEqnTile()), L"(,0)[0]");
+    EXPECT_EQ(textOf(makeTile<uint8_t>(N::U8, {200, 100, 7})), L"(U8,8)[3]{200,100,7}");
+    EXPECT_EQ(textOf(makeTile<int8_t>(N::I8, {-1})), L"(I8,8)[1]{-1}");
+    EXPECT_EQ(textOf(doubles({0.5, 1, 2, 3, 4, 5, 6, 7, 8})), L"(Double,64)[9]{0.5,1,2,3,4,5,6,7,...}");
+    EXPECT_EQ(textOf(makeTile<Cplx>(N::ComplexDouble, {{1, -2}})), L"(ComplexDouble,128)[1]{(1,-2)}");
+    std::ostringstream narrow;
+    narrow << makeTile<int64_t>(N::I64, {5});
+    EXPECT_EQ(narrow.str(), "(I64,64)[1]{5}");
+
+    std::wistringstream in(L"(U8,8)[1]{1}");
+    TyxEqnTile tile;
+    in >> tile;
+    EXPECT_TRUE(in.fail());
+    expectDefault(tile);
+}
+
+TEST(TyxEqnTileTest, UnaryFamily)
+{
+    const TyxEqnTile d = doubles({0.0, 0.5, -4.0});
+    EXPECT_EQ(realsOf(d.sin()), (std::vector<double>{0.0, std::sin(0.5), std::sin(-4.0)}));
+    EXPECT_EQ(realsOf(d.exp()), (std::vector<double>{1.0, std::exp(0.5), std::exp(-4.0)}));
+    // C's answers for negative real samples: NaN.
+    EXPECT_TRUE(std::isnan(realsOf(d.sqrt())[2]));
+    EXPECT_TRUE(std::isnan(realsOf(d.log())[2]));
+    EXPECT_EQ(realsOf(d.abs()), (std::vector<double>{0.0, 0.5, 4.0}));
+    EXPECT_EQ(realsOf(d.norm()), (std::vector<double>{0.0, 0.25, 16.0}));
+    EXPECT_EQ(realsOf(d.arg()), (std::vector<double>{0.0, 0.0, std::numbers::pi}));
+    EXPECT_EQ(realsOf(d.real()), (std::vector<double>{0.0, 0.5, -4.0}));
+    EXPECT_EQ(realsOf(d.imag()), (std::vector<double>{0.0, 0.0, 0.0}));
+    EXPECT_EQ(complexesOf(d.conj()), (std::vector<Cplx>{{0, 0}, {0.5, 0}, {-4, 0}}));
+    EXPECT_EQ(realsOf(-makeTile<uint8_t>(N::U8, {3})), (std::vector<double>{-3}));
+
+    const TyxEqnTile r = doubles({2.5, -2.5, 1.7, -1.7});
+    EXPECT_EQ(realsOf(r.round()), (std::vector<double>{3, -3, 2, -2}));
+    EXPECT_EQ(realsOf(r.trunc()), (std::vector<double>{2, -2, 1, -1}));
+    EXPECT_EQ(realsOf(r.ceil()), (std::vector<double>{3, -2, 2, -1}));
+    EXPECT_EQ(realsOf(r.floor()), (std::vector<double>{2, -3, 1, -2}));
+
+    const TyxEqnTile z = makeTile<std::complex<float>>(N::ComplexFloat, {{3, 4}});
+    EXPECT_EQ(realsOf(z.abs()), (std::vector<double>{5}));
+    EXPECT_EQ(realsOf(z.norm()), (std::vector<double>{25}));
+    EXPECT_EQ(realsOf(z.real()), (std::vector<double>{3}));
+    EXPECT_EQ(realsOf(z.imag()), (std::vector<double>{4}));
+    EXPECT_EQ(realsOf(z.arg()), (std::vector<double>{std::atan2(4.0, 3.0)}));
+    EXPECT_EQ(complexesOf(z.conj()), (std::vector<Cplx>{{3, -4}}));
+    EXPECT_EQ(complexesOf(z.sqrt()), (std::vector<Cplx>{std::sqrt(Cplx(3, 4))}));
+    EXPECT_LT(std::abs(complexesOf(z.sin())[0] - std::sin(Cplx(3, 4))), 1e-12);
+    for (const TyxEqnTile &t : {z.ceil(), z.floor(), z.trunc(), z.round(), z.j0(), z.jn(2), z.factorial()})
+        expectDefault(t);
+}
+
+TEST(TyxEqnTileTest, SpecialFunctions)
+{
+    const TyxEqnTile d = doubles({0.0, 0.5, 1.0});
+    const std::vector<double> sinc = realsOf(d.sinc());
+    EXPECT_EQ(sinc[0], 1.0);
+    EXPECT_DOUBLE_EQ(sinc[1], 2.0 / std::numbers::pi);
+    EXPECT_NEAR(sinc[2], 0.0, 1e-16);
+    EXPECT_EQ(realsOf(d.j1()), (std::vector<double>{::j1(0.0), ::j1(0.5), ::j1(1.0)}));
+    EXPECT_EQ(realsOf(d.jn(3)), (std::vector<double>{::jn(3, 0.0), ::jn(3, 0.5), ::jn(3, 1.0)}));
+    EXPECT_EQ(realsOf(doubles({1.0}).yn(2)), (std::vector<double>{::yn(2, 1.0)}));
+
+    const std::vector<double> f = realsOf(doubles({0, 5, 3.7, 170, 171, -1, kNaN}).factorial());
+    EXPECT_EQ(f[0], 1.0);
+    EXPECT_EQ(f[1], 120.0);
+    EXPECT_EQ(f[2], 6.0);
+    EXPECT_DOUBLE_EQ(f[3], 7.257415615307994e306);
+    EXPECT_TRUE(std::isnan(f[4]));
+    EXPECT_TRUE(std::isnan(f[5]));
+    EXPECT_TRUE(std::isnan(f[6]));
+}
+
+TEST(TyxEqnTileTest, PowersLogarithmsAndPairs)
+{
+    const TyxEqnTile d = makeTile<int32_t>(N::I32, {2, 3});
+    EXPECT_EQ(realsOf(d.pow(2.0)), (std::vector<double>{4, 9}));
+    EXPECT_EQ(realsOf(TyxEqnTile::pow(2.0, d)), (std::vector<double>{4, 8}));
+    const std::vector<double> lb = realsOf(makeTile<uint32_t>(N::U32, {8, 1024}).logb(2.0));
+    EXPECT_DOUBLE_EQ(lb[0], 3.0);
+    EXPECT_DOUBLE_EQ(lb[1], 10.0);
+    expectDefault(d.ldexp(2.0));
+    expectDefault(doubles({1.0}).ldexp(0.0));
+
+    const TyxEqnTile y = doubles({1.0, -1.0, 5.0});
+    const TyxEqnTile x = makeTile<int8_t>(N::I8, {0, 0});
+    EXPECT_EQ(realsOf(TyxEqnTile::atan2(y, x)), (std::vector<double>{std::atan2(1.0, 0.0), std::atan2(-1.0, 0.0)}));
+    EXPECT_EQ(complexesOf(TyxEqnTile::cmplx(y, x)), (std::vector<Cplx>{{1, 0}, {-1, 0}}));
+    EXPECT_EQ(complexesOf(TyxEqnTile::cmplx(x, 2.0)), (std::vector<Cplx>{{0, 2}, {0, 2}}));
+    EXPECT_EQ(complexesOf(TyxEqnTile::cmplx(2.0, x)), (std::vector<Cplx>{{2, 0}, {2, 0}}));
+    const TyxEqnTile z = makeTile<Cplx>(N::ComplexDouble, {{1, 1}});
+    expectDefault(TyxEqnTile::atan2(z, y));
+    expectDefault(TyxEqnTile::cmplx(z, 1.0));
+    EXPECT_EQ(complexesOf(z.pow(2.0)), (std::vector<Cplx>{std::pow(Cplx(1, 1), 2.0)}));
+}
+
+TEST(TyxEqnTileTest, ReductionsKeepTheirStartValues)
+{
+    const TyxEqnTile negative = doubles({-3, -1});
+    EXPECT_EQ(negative.max(), 2.2250738585072014e-308);
+    EXPECT_EQ(negative.min(), -3.0);
+    EXPECT_EQ(TyxEqnTile().max(), 2.2250738585072014e-308);
+    EXPECT_EQ(TyxEqnTile().min(), 1.7976931348623157e308);
+    EXPECT_EQ(TyxEqnTile().sum(), 0.0);
+    EXPECT_TRUE(std::isnan(TyxEqnTile().median()));
+
+    const TyxEqnTile z = makeTile<Cplx>(N::ComplexDouble, {{5, 0}});
+    EXPECT_EQ(z.max(), 2.2250738585072014e-308);
+    EXPECT_EQ(z.min(), 1.7976931348623157e308);
+    EXPECT_EQ(z.sum(), 0.0);
+    EXPECT_TRUE(std::isnan(z.median()));
+
+    const TyxEqnTile withNaN = doubles({kNaN, 4, kNaN, 2});
+    EXPECT_EQ(withNaN.max(), 4.0);
+    EXPECT_EQ(withNaN.min(), 2.0);
+    EXPECT_TRUE(std::isnan(withNaN.sum()));
+    EXPECT_EQ(makeTile<uint16_t>(N::U16, {65535, 65535}).sum(), 131070.0);
+}
+
+TEST(TyxEqnTileTest, MedianTakesTheLowerMiddle)
+{
+    EXPECT_EQ(makeTile<uint16_t>(N::U16, {4, 1, 3, 2}).median(), 2.0);
+    EXPECT_EQ(makeTile<int8_t>(N::I8, {3, 1, 2}).median(), 2.0);
+    EXPECT_EQ(doubles({7.5}).median(), 7.5);
+    EXPECT_EQ(doubles({2, kNaN, 1}).median(), 2.0);
+}
+
+TEST(TyxEqnTileTest, ElementwiseLimits)
+{
+    const TyxEqnTile a = doubles({1, 5, -2});
+    const TyxEqnTile b = makeTile<int16_t>(N::I16, {3, 3});
+    EXPECT_EQ(realsOf(a.max(b)), (std::vector<double>{3, 5}));
+    EXPECT_EQ(realsOf(a.min(b)), (std::vector<double>{1, 3}));
+    EXPECT_EQ(realsOf(a.max(0.0)), (std::vector<double>{1, 5, 0}));
+    EXPECT_EQ(realsOf(a.min(0.0)), (std::vector<double>{0, 0, -2}));
+    EXPECT_EQ(realsOf(a.clipmin(2.0)), (std::vector<double>{2, 5, 2}));
+    EXPECT_EQ(realsOf(a.clipmax(2.0)), (std::vector<double>{1, 2, -2}));
+    EXPECT_EQ(realsOf(a.clip(0.0, 4.0)), (std::vector<double>{1, 4, 0}));
+    // The test for lo comes first.
+    EXPECT_EQ(realsOf(a.clip(3.0, 2.0)), (std::vector<double>{3, 2, 3}));
+    expectDefault(makeTile<Cplx>(N::ComplexDouble, {{1, 1}}).clip(0, 1));
+}
+
+TEST(TyxEqnTileTest, RoundclipRoundsHalfAwayFromZero)
+{
+    const TyxEqnTile d = doubles({2.5, 300, -1, 0.49, 254.5});
+    const TyxEqnTile u8 = d.roundclip(TyxDataType(N::U8), 0, 255);
+    EXPECT_EQ(u8.dataType(), TyxDataType(N::U8));
+    EXPECT_EQ(valuesOf<uint8_t>(u8), (std::vector<uint8_t>{3, 255, 0, 0, 255}));
+
+    const TyxEqnTile i8 = doubles({-2.5, -2.4, 2.5}).roundclip(TyxDataType(N::I8), -128, 127);
+    EXPECT_EQ(valuesOf<int8_t>(i8), (std::vector<int8_t>{-3, -2, 3}));
+
+    // Floating targets are clipped only.
+    const TyxEqnTile f = doubles({2.5, 9}).roundclip(TyxDataType(N::Float), 0, 5);
+    EXPECT_EQ(valuesOf<float>(f), (std::vector<float>{2.5f, 5.0f}));
+
+    // The given depth is kept.
+    const TyxEqnTile u16 = makeTile<int32_t>(N::I32, {5000}).roundclip(TyxDataType(N::U16, 12), 0, 4095);
+    EXPECT_EQ(u16.dataType(), TyxDataType(N::U16, 12));
+    EXPECT_EQ(valuesOf<uint16_t>(u16), (std::vector<uint16_t>{4095}));
+
+    expectDefault(d.roundclip(TyxDataType(N::I64), 0, 1));
+    expectDefault(d.roundclip(TyxDataType(N::ComplexDouble), 0, 1));
+    expectDefault(makeTile<Cplx>(N::ComplexDouble, {{1, 1}}).roundclip(TyxDataType(N::U8), 0, 1));
+}
+
+TEST(TyxEqnTileTest, RoundclipGivesTheSameWithAndWithoutParallelLoops)
+{
+    std::vector<double> values(100000);
+    for (size_t i = 0; i < values.size(); ++i)
+        values[i] = static_cast<double>(i % 700) - 200.5;
+    const TyxEqnTile d = doubles(values);
+    const bool previous = tyx::enableParallelLoops(true);
+    const TyxEqnTile parallel = d.roundclip(TyxDataType(N::I16), -100, 400);
+    tyx::enableParallelLoops(false);
+    const TyxEqnTile serial = d.roundclip(TyxDataType(N::I16), -100, 400);
+    tyx::enableParallelLoops(previous);
+    EXPECT_TRUE(*parallel.buffer() == *serial.buffer());
+    EXPECT_EQ(valuesOf<int16_t>(serial)[0], -100);
+    EXPECT_EQ(valuesOf<int16_t>(serial)[300], 100);
+    EXPECT_EQ(valuesOf<int16_t>(serial)[699], 400);
+}
+
+TEST(TyxEqnTileTest, TernarySelectsBySample)
+{
+    const TyxEqnTile cond = makeTile<uint8_t>(N::U8, {1, 0, 2, 0});
+    const TyxEqnTile a = doubles({10, 11, 12, 13});
+    const TyxEqnTile b = makeTile<int16_t>(N::I16, {-1, -2, -3});
+    EXPECT_EQ(realsOf(cond.ternary(a, b)), (std::vector<double>{10, -2, 12}));
+    EXPECT_EQ(realsOf(cond.ternary(a, 0.0)), (std::vector<double>{10, 0, 12, 0}));
+    EXPECT_EQ(realsOf(cond.ternary(7.0, b)), (std::vector<double>{7, -2, 7}));
+    EXPECT_EQ(realsOf(cond.ternary(1.0, 2.0)), (std::vector<double>{1, 2, 1, 2}));
+    EXPECT_EQ(complexesOf(cond.ternary(a, Cplx(0, 1))), (std::vector<Cplx>{{10, 0}, {0, 1}, {12, 0}, {0, 1}}));
+    EXPECT_EQ(complexesOf(cond.ternary(Cplx(0, 1), b)), (std::vector<Cplx>{{0, 1}, {-2, 0}, {0, 1}}));
+    EXPECT_EQ(complexesOf(cond.ternary(Cplx(1, 0), Cplx(0, 1))),
+              (std::vector<Cplx>{{1, 0}, {0, 1}, {1, 0}, {0, 1}}));
+    const TyxEqnTile z = makeTile<std::complex<float>>(N::ComplexFloat, {{1, 1}, {2, 2}});
+    EXPECT_EQ(complexesOf(cond.ternary(a, z)), (std::vector<Cplx>{{10, 0}, {2, 2}}));
+
+    // A NaN condition is not zero; complex conditions are not served.
+    EXPECT_EQ(realsOf(doubles({kNaN}).ternary(1.0, 2.0)), (std::vector<double>{1}));
+    expectDefault(z.ternary(1.0, 2.0));
+    expectDefault(makeTile<int64_t>(N::I64, {1}).ternary(1.0, 2.0));
+    expectDefault(cond.ternary(makeTile<int64_t>(N::I64, {1}), 2.0));
+}
+
+} // namespace

@@ -1,0 +1,288 @@
+#include <tyx/TyxBuffer.h>
+#include <tyx/TyxCoreLibMgr.h>
+#include <tyx/TyxTextMsg.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+// Lets the sanitizer build answer an impossible allocation with null, as the
+// C library does, instead of stopping the test program.
+extern "C" __attribute__((visibility("default"))) const char *__asan_default_options()
+{
+    return "allocator_may_return_null=1";
+}
+
+namespace {
+
+using tyx::TyxBuffer;
+using tyx::TyxBufferPtr;
+using tyx::TyxDataType;
+using tyx::TyxNumericType;
+using tyx::TyxTextMsg;
+
+constexpr uint64_t kImpossible = uint64_t(1) << 62;
+constexpr uint64_t kHugePage = uint64_t(2) << 20;
+
+// Records posted messages instead of throwing them, for the life of a test.
+class RecordingHandler : public tyx::TyxTextHandler {
+public:
+    void handleMessage(const TyxTextMsg &message) override { messages.push_back(message); }
+    std::vector<TyxTextMsg> messages;
+};
+
+class HandlerScope {
+public:
+    HandlerScope() : handler(new RecordingHandler) { tyx::TyxCoreLibMgr::instance().setTextHandler(handler); }
+    ~HandlerScope() { tyx::TyxCoreLibMgr::instance().setTextHandler(nullptr); }
+    tyx::TyxSmartPtr<RecordingHandler> handler;
+};
+
+std::vector<unsigned char> bytesOf(const TyxBuffer &buffer)
+{
+    const auto *p = static_cast<const unsigned char *>(buffer.data());
+    return std::vector<unsigned char>(p, p + buffer.size());
+}
+
+TEST(TyxBufferTest, ZeroSizeHoldsNoBlockAndStaysValid)
+{
+    HandlerScope scope;
+    TyxBuffer buffer(0, true);
+    EXPECT_EQ(buffer.data(), nullptr);
+    EXPECT_TRUE(buffer.isValid());
+    EXPECT_EQ(buffer.allocate(), nullptr);
+    EXPECT_TRUE(buffer.isValid());
+    EXPECT_TRUE(scope.handler->messages.empty());
+}
+
+TEST(TyxBufferTest, SizedBufferAllocatesOnRequest)
+{
+    TyxBuffer buffer(24, false);
+    EXPECT_EQ(buffer.data(), nullptr);
+    EXPECT_EQ(buffer.size(), 24u);
+    void *block = buffer.allocate();
+    ASSERT_NE(block, nullptr);
+    EXPECT_EQ(buffer.allocate(), block);
+    EXPECT_TRUE(buffer.ownsData());
+    EXPECT_EQ(static_cast<void *>(buffer), block);
+}
+
+TEST(TyxBufferTest, DeallocateKeepsSizeAndDropsLabel)
+{
+    TyxBuffer buffer(16, true);
+    buffer.setDataType(TyxDataType(TyxNumericType::U16));
+    EXPECT_TRUE(buffer.deallocate());
+    EXPECT_FALSE(buffer.deallocate());
+    EXPECT_EQ(buffer.data(), nullptr);
+    EXPECT_EQ(buffer.size(), 16u);
+    EXPECT_FALSE(buffer.dataType().isValid());
+    EXPECT_NE(buffer.allocate(), nullptr);
+}
+
+TEST(TyxBufferTest, WrappedBlockIsLeftToItsOwner)
+{
+    unsigned char block[32];
+    for (int i = 0; i < 32; ++i)
+        block[i] = static_cast<unsigned char>(i);
+    {
+        TyxBuffer buffer(16, block, false);
+        EXPECT_FALSE(buffer.ownsData());
+        EXPECT_EQ(buffer.data(), block);
+        EXPECT_FALSE(buffer.deallocate());
+        EXPECT_TRUE(buffer.ownsData());
+    }
+    {
+        TyxBuffer buffer(16, block, false);
+        void *own = buffer.reallocate(32, true);
+        ASSERT_NE(own, nullptr);
+        EXPECT_NE(own, static_cast<void *>(block));
+        EXPECT_TRUE(buffer.ownsData());
+        EXPECT_EQ(std::memcmp(own, block, 16), 0);
+    }
+    {
+        TyxBuffer buffer(16, block, false);
+        void *fresh = buffer.reallocate(32, false);
+        ASSERT_NE(fresh, nullptr);
+        EXPECT_NE(fresh, static_cast<void *>(block));
+        EXPECT_EQ(buffer.size(), 32u);
+    }
+    for (int i = 0; i < 32; ++i)
+        EXPECT_EQ(block[i], i);
+}
+
+TEST(TyxBufferTest, NullDataMakesAnOwningUnallocatedBuffer)
+{
+    TyxBuffer buffer(8, nullptr, false);
+    EXPECT_TRUE(buffer.ownsData());
+    EXPECT_EQ(buffer.data(), nullptr);
+    EXPECT_NE(buffer.allocate(), nullptr);
+}
+
+TEST(TyxBufferTest, OwnedWrappedBlockIsFreed)
+{
+    void *block = std::malloc(64);
+    TyxBuffer buffer(64, block, true);
+    EXPECT_TRUE(buffer.ownsData());
+    // Keeping the contents of a foreign block copies it into a new one.
+    std::memset(block, 7, 64);
+    void *grown = buffer.reallocate(128, true);
+    ASSERT_NE(grown, nullptr);
+    EXPECT_EQ(static_cast<unsigned char *>(grown)[63], 7);
+}
+
+TEST(TyxBufferTest, ReallocateKeepsLeadingBytesAndLabel)
+{
+    TyxBuffer buffer(8, true);
+    std::memcpy(buffer.data(), "abcdefgh", 8);
+    buffer.setDataType(TyxDataType(TyxNumericType::U8));
+    ASSERT_NE(buffer.reallocate(4, true), nullptr);
+    EXPECT_EQ(std::memcmp(buffer.data(), "abcd", 4), 0);
+    EXPECT_EQ(buffer.dataType(), TyxDataType(TyxNumericType::U8));
+    ASSERT_NE(buffer.reallocate(16, false), nullptr);
+    EXPECT_EQ(buffer.size(), 16u);
+    EXPECT_EQ(buffer.dataType(), TyxDataType(TyxNumericType::U8));
+}
+
+TEST(TyxBufferTest, LargeBlocksAreAlignedToHugePages)
+{
+    TyxBuffer buffer(3 * kHugePage + 5, true);
+    ASSERT_NE(buffer.data(), nullptr);
+    EXPECT_EQ(reinterpret_cast<uintptr_t>(buffer.data()) % kHugePage, 0u);
+    auto *bytes = static_cast<unsigned char *>(buffer.data());
+    bytes[0] = 1;
+    bytes[buffer.size() - 1] = 2;
+
+    // Growing keeps contents and alignment; shrinking below the threshold
+    // keeps the leading bytes.
+    ASSERT_NE(buffer.reallocate(5 * kHugePage, true), nullptr);
+    bytes = static_cast<unsigned char *>(buffer.data());
+    EXPECT_EQ(reinterpret_cast<uintptr_t>(bytes) % kHugePage, 0u);
+    EXPECT_EQ(bytes[0], 1);
+    EXPECT_EQ(bytes[3 * kHugePage + 4], 2);
+    ASSERT_NE(buffer.reallocate(100, true), nullptr);
+    EXPECT_EQ(static_cast<unsigned char *>(buffer.data())[0], 1);
+
+    TyxBuffer copy(TyxBuffer(kHugePage, true));
+    EXPECT_EQ(reinterpret_cast<uintptr_t>(copy.data()) % kHugePage, 0u);
+}
+
+TEST(TyxBufferTest, CopiesOwnTheirMemory)
+{
+    unsigned char block[4] = {1, 2, 3, 4};
+    TyxBuffer wrapped(4, block, false);
+    wrapped.setDataType(TyxDataType(TyxNumericType::U8));
+
+    const TyxBuffer copy(wrapped);
+    EXPECT_TRUE(copy.ownsData());
+    EXPECT_NE(copy.data(), static_cast<void *>(block));
+    EXPECT_EQ(bytesOf(copy), (std::vector<unsigned char>{1, 2, 3, 4}));
+    EXPECT_EQ(copy.dataType(), TyxDataType(TyxNumericType::U8));
+    EXPECT_TRUE(copy == wrapped);
+
+    const TyxBufferPtr clone = wrapped.clone();
+    EXPECT_TRUE(clone->ownsData());
+    EXPECT_NE(clone->data(), static_cast<void *>(block));
+    EXPECT_TRUE(*clone == wrapped);
+}
+
+TEST(TyxBufferTest, AssignmentReusesABlockOfTheSameSize)
+{
+    TyxBuffer source(4, true);
+    std::memcpy(source.data(), "wxyz", 4);
+    TyxBuffer target(4, true);
+    void *block = target.data();
+    target = source;
+    EXPECT_EQ(target.data(), block);
+    EXPECT_EQ(std::memcmp(target.data(), "wxyz", 4), 0);
+
+    // Even a wrapped block of the same size is written over.
+    char outside[4] = {};
+    TyxBuffer wrapped(4, outside, false);
+    wrapped = source;
+    EXPECT_EQ(wrapped.data(), static_cast<void *>(outside));
+    EXPECT_EQ(std::memcmp(outside, "wxyz", 4), 0);
+
+    // An empty source empties the target; a sized one without a block
+    // leaves an unallocated target of its size.
+    TyxBuffer empty;
+    target = empty;
+    EXPECT_EQ(target.size(), 0u);
+    EXPECT_EQ(target.data(), nullptr);
+    TyxBuffer sized(9, false);
+    TyxBuffer fresh(3, true);
+    fresh = sized;
+    EXPECT_EQ(fresh.size(), 9u);
+    EXPECT_EQ(fresh.data(), nullptr);
+
+    target = target;
+    EXPECT_EQ(target.size(), 0u);
+}
+
+TEST(TyxBufferTest, ComparisonLooksAtSizeAndBytesOnly)
+{
+    TyxBuffer a(3, true), b(3, true);
+    std::memcpy(a.data(), "abc", 3);
+    std::memcpy(b.data(), "abc", 3);
+    b.setDataType(TyxDataType(TyxNumericType::I8));
+    EXPECT_TRUE(a == b);
+    static_cast<char *>(b.data())[2] = 'd';
+    EXPECT_TRUE(a != b);
+    EXPECT_TRUE(TyxBuffer(3, false) == TyxBuffer(3, false));
+    EXPECT_TRUE(TyxBuffer(3, false) != a);
+    EXPECT_TRUE(TyxBuffer(2, false) != TyxBuffer(3, false));
+}
+
+TEST(TyxBufferTest, FailedAllocationPostsAndFails)
+{
+    HandlerScope scope;
+    TyxBuffer buffer(kImpossible, true);
+    EXPECT_FALSE(buffer.isValid());
+    EXPECT_EQ(buffer.data(), nullptr);
+    ASSERT_EQ(scope.handler->messages.size(), 1u);
+    const TyxTextMsg &message = scope.handler->messages[0];
+    EXPECT_EQ(message.text(), L"Cannot allocate '4611686018427387904' bytes for buffer.");
+    EXPECT_EQ(message.type(), TyxTextMsg::Error);
+    EXPECT_EQ(message.srcFname(), L"TyxBuffer.cpp");
+
+    // deallocate leaves the failed state; the size stays.
+    buffer.deallocate();
+    EXPECT_TRUE(buffer.isValid());
+    EXPECT_EQ(buffer.size(), kImpossible);
+
+    TyxBuffer growing(8, true);
+    EXPECT_EQ(growing.reallocate(kImpossible, true), nullptr);
+    EXPECT_FALSE(growing.isValid());
+    EXPECT_EQ(growing.size(), kImpossible);
+    ASSERT_EQ(scope.handler->messages.size(), 2u);
+    EXPECT_EQ(scope.handler->messages[1].text(), L"Cannot allocate '4611686018427387904' bytes for buffer.");
+
+    TyxBuffer fresh(8, true);
+    EXPECT_EQ(fresh.reallocate(kImpossible, false), nullptr);
+    EXPECT_FALSE(fresh.isValid());
+    EXPECT_EQ(scope.handler->messages.size(), 3u);
+}
+
+TEST(TyxBufferTest, DefaultHandlerThrowsTheFailure)
+{
+    TyxBuffer buffer(kImpossible, false);
+    try {
+        buffer.allocate();
+        FAIL() << "no exception";
+    } catch (const TyxTextMsg &message) {
+        EXPECT_EQ(message.text(), L"Cannot allocate '4611686018427387904' bytes for buffer.");
+    }
+    EXPECT_FALSE(buffer.isValid());
+}
+
+TEST(TyxBufferTest, PointersShareTheBuffer)
+{
+    TyxBufferPtr p(new TyxBuffer(4, true));
+    tyx::TyxBufferConstPtr q = p;
+    EXPECT_EQ(q.get(), p.get());
+    EXPECT_TRUE(p->hasMultipleRefs());
+}
+
+} // namespace
