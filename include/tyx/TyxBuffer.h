@@ -8,6 +8,7 @@
 #include <tyx/TyxGlobal.h>
 #include <tyx/TyxRefCounted.h>
 #include <tyx/TyxSmartPtr.h>
+#include <tyx/TyxVariantImpl.h>
 
 namespace tyx {
 
@@ -79,5 +80,44 @@ private:
     uint64_t m_size = 0;
     TyxDataType m_dataType;
 };
+
+/// The variant of a TyxBufferPtr (code 18).
+class TYX_EXPORT TyxBufferPtrVariant : public TyxVariantImpl<TyxBufferPtr> {
+public:
+    using TyxVariantImpl<TyxBufferPtr>::TyxVariantImpl;
+
+    /// Equal when both point at the same buffer, or both are set and the
+    /// buffers have the same size and bytes.
+    bool isEqual(const TyxVariantIF &other) const override;
+};
+
+namespace internal {
+
+template <>
+struct TyxVariantTraits<TyxBufferPtr> : TyxBuiltinVariantTraits<TyxBufferPtr, TyxMetaType::BufferPtr, TyxBufferPtrVariant> {
+};
+
+/// A buffer pointer has a text form but cannot be made from text.
+template <>
+struct TYX_EXPORT TyxDefaultCasts<TyxBufferPtr> {
+    /// "0x" and the address in hexadecimal, at least 8 digits; "0x0" for the
+    /// null pointer.
+    static bool toString(const TyxBufferPtr &value, TyxString &text);
+    /// Resets \p value and fails.
+    static bool fromString(const TyxString &text, TyxBufferPtr &value);
+    static void getDefault(TyxBufferPtr &value) { value = nullptr; }
+};
+
+/// True when not null.
+template <>
+struct TyxCast<TyxBufferPtr, bool> {
+    static bool cast(const TyxBufferPtr &from, bool &to)
+    {
+        to = static_cast<bool>(from);
+        return true;
+    }
+};
+
+} // namespace internal
 
 } // namespace tyx

@@ -5,10 +5,14 @@
 #include <iosfwd>
 #include <vector>
 
+#include <tyx/TyxCodeCasts.h>
 #include <tyx/TyxGlobal.h>
 #include <tyx/TyxString.h>
+#include <tyx/TyxVariantImpl.h>
 
 namespace tyx {
+
+class TyxEnum;
 
 /// Little or big endian. The default value is LittleEndian.
 class TYX_EXPORT TyxByteOrder {
@@ -35,6 +39,8 @@ public:
     /// The order of this machine's samples: LittleEndian.
     static TyxByteOrder nativeOrder() { return TyxByteOrder(LittleEndian); }
 
+    /// The table of codes and keys, built once on first use.
+    static const TyxEnum &enumerator();
     /// The keys in code order.
     static const std::vector<TyxString> &allKeys();
     /// The code of \p key, matched ignoring case; Invalid when unknown.
@@ -52,5 +58,20 @@ TYX_EXPORT std::ostream &operator<<(std::ostream &os, const TyxByteOrder &order)
 /// Reads one word; an unknown word gives Invalid without a stream error.
 TYX_EXPORT std::wistream &operator>>(std::wistream &is, TyxByteOrder &order);
 TYX_EXPORT std::istream &operator>>(std::istream &is, TyxByteOrder &order);
+
+namespace internal {
+
+template <>
+struct TyxCodeClass<TyxByteOrder> : std::true_type {
+    using Code = TyxByteOrder::Code;
+};
+template <>
+struct TyxDefaultCasts<TyxByteOrder> : TyxCodeDefaultCasts<TyxByteOrder> {
+};
+template <>
+struct TyxVariantTraits<TyxByteOrder> : TyxBuiltinVariantTraits<TyxByteOrder, TyxMetaType::ByteOrder> {
+};
+
+} // namespace internal
 
 } // namespace tyx

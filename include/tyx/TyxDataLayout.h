@@ -5,10 +5,14 @@
 #include <iosfwd>
 #include <vector>
 
+#include <tyx/TyxCodeCasts.h>
 #include <tyx/TyxGlobal.h>
 #include <tyx/TyxString.h>
+#include <tyx/TyxVariantImpl.h>
 
 namespace tyx {
+
+class TyxEnum;
 
 /// The arrangement of bands in a block of samples. The default value is the
 /// invalid code.
@@ -42,6 +46,8 @@ public:
     bool operator==(Code code) const { return m_code == code; }
     bool operator!=(Code code) const { return m_code != code; }
 
+    /// The table of codes and keys, built once on first use.
+    static const TyxEnum &enumerator();
     /// The keys in code order.
     static const std::vector<TyxString> &allKeys();
     /// The code of \p key, matched ignoring case; Invalid when unknown.
@@ -59,5 +65,20 @@ TYX_EXPORT std::ostream &operator<<(std::ostream &os, const TyxDataLayout &layou
 /// Reads one word; an unknown word gives Invalid without a stream error.
 TYX_EXPORT std::wistream &operator>>(std::wistream &is, TyxDataLayout &layout);
 TYX_EXPORT std::istream &operator>>(std::istream &is, TyxDataLayout &layout);
+
+namespace internal {
+
+template <>
+struct TyxCodeClass<TyxDataLayout> : std::true_type {
+    using Code = TyxDataLayout::Code;
+};
+template <>
+struct TyxDefaultCasts<TyxDataLayout> : TyxCodeDefaultCasts<TyxDataLayout> {
+};
+template <>
+struct TyxVariantTraits<TyxDataLayout> : TyxBuiltinVariantTraits<TyxDataLayout, TyxMetaType::DataLayout> {
+};
+
+} // namespace internal
 
 } // namespace tyx

@@ -5,11 +5,15 @@
 #include <iosfwd>
 #include <vector>
 
+#include <tyx/TyxCodeCasts.h>
 #include <tyx/TyxGlobal.h>
 #include <tyx/TyxNumericType.h>
 #include <tyx/TyxString.h>
+#include <tyx/TyxVariantImpl.h>
 
 namespace tyx {
+
+class TyxEnum;
 
 /// A numeric sample code with the number of bits that carry data. Every
 /// constructor normalises the depth: it is kept only for an integer code when
@@ -79,6 +83,8 @@ public:
     /// value of the other (U64 with a signed type, for instance).
     static TyxDataType leastCommon(const TyxDataType &a, const TyxDataType &b);
 
+    /// The table of codes and keys, built once on first use.
+    static const TyxEnum &enumerator();
     /// The keys in code order, "I8" to "ComplexDouble".
     static const std::vector<TyxString> &allKeys();
     /// The code of \p key, matched ignoring case; Invalid when unknown.
@@ -100,5 +106,20 @@ TYX_EXPORT std::ostream &operator<<(std::ostream &os, const TyxDataType &type);
 /// more character; the characters around are not examined.
 TYX_EXPORT std::wistream &operator>>(std::wistream &is, TyxDataType &type);
 TYX_EXPORT std::istream &operator>>(std::istream &is, TyxDataType &type);
+
+namespace internal {
+
+template <>
+struct TyxCodeClass<TyxDataType> : std::true_type {
+    using Code = TyxNumericType::Code;
+};
+template <>
+struct TyxDefaultCasts<TyxDataType> : TyxCodeDefaultCasts<TyxDataType> {
+};
+template <>
+struct TyxVariantTraits<TyxDataType> : TyxBuiltinVariantTraits<TyxDataType, TyxMetaType::DataType> {
+};
+
+} // namespace internal
 
 } // namespace tyx

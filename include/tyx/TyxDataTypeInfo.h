@@ -1,7 +1,10 @@
-// The size and physical limits of one numeric sample type.
+// The size and physical limits of one numeric sample type, and its variant.
 #pragma once
 
 #include <cstdint>
+
+#include <tyx/TyxGlobal.h>
+#include <tyx/TyxVariantImpl.h>
 
 namespace tyx {
 
@@ -18,5 +21,21 @@ struct TyxDataTypeInfo {
     }
     bool operator!=(const TyxDataTypeInfo &other) const { return !(*this == other); }
 };
+
+/// The variant of a TyxDataTypeInfo, registered at library load under the
+/// type name "TyxDataTypeInfo". Two are equal when all three fields are.
+class TYX_EXPORT TyxDataTypeInfoVariant : public TyxVariantImpl<TyxDataTypeInfo> {
+public:
+    using TyxVariantImpl<TyxDataTypeInfo>::TyxVariantImpl;
+};
+
+namespace internal {
+
+template <>
+struct TyxVariantTraits<TyxDataTypeInfo> : TyxRegisteredVariantTraits<TyxDataTypeInfo, TyxDataTypeInfoVariant> {
+    static TyxString className() { return L"TyxDataTypeInfo"; }
+};
+
+} // namespace internal
 
 } // namespace tyx

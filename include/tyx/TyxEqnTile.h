@@ -10,6 +10,7 @@
 #include <tyx/TyxGlobal.h>
 #include <tyx/TyxObject.h>
 #include <tyx/TyxSafeBool.h>
+#include <tyx/TyxVariantImpl.h>
 
 namespace tyx {
 
@@ -224,5 +225,15 @@ TYX_EXPORT std::ostream &operator<<(std::ostream &os, const TyxEqnTile &tile);
 /// A tile has no text to read back: reads nothing and sets the fail state.
 TYX_EXPORT std::wistream &operator>>(std::wistream &is, TyxEqnTile &tile);
 TYX_EXPORT std::istream &operator>>(std::istream &is, TyxEqnTile &tile);
+
+namespace internal {
+
+/// A tile is held by the variant (code 17). It has a text form but no place
+/// in the conversion matrix.
+template <>
+struct TyxVariantTraits<TyxEqnTile> : TyxBuiltinVariantTraits<TyxEqnTile, TyxMetaType::EqnTile> {
+};
+
+} // namespace internal
 
 } // namespace tyx

@@ -7,6 +7,8 @@
 #include <ostream>
 #include <sstream>
 
+#include <tyx/TyxVariant.h>
+
 #include "expr/TyxEqnTileLoops.h"
 
 namespace tyx {
@@ -14,6 +16,9 @@ namespace tyx {
 using namespace internal;
 
 namespace {
+
+// Joins the variant (code 17) at library load.
+[[maybe_unused]] const bool joinedVariant = internal::TyxVariantRegistrar::join<TyxEqnTile>();
 
 using Cplx = TileComplex;
 

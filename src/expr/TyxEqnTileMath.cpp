@@ -364,9 +364,14 @@ double TyxEqnTile::median() const
     return visitRealCode(m_dataType.code(), none, [&](auto tt) {
         using T = typename decltype(tt)::type;
         const T *p = samples<T>(*this);
-        std::vector<T> values(m_size);
-        for (uint64_t i = 0; i < m_size; ++i)
-            values[i] = p[i * m_step];
+        std::vector<T> values;
+        if (m_step == 1) {
+            values.assign(p, p + m_size);
+        } else {
+            values.resize(m_size);
+            for (uint64_t i = 0; i < m_size; ++i)
+                values[i] = p[i * m_step];
+        }
         // The lower of the two middle values for an even count. Selecting
         // that element gives what a full sort would, in linear time; NaN
         // orders last so that the ordering stays strict.

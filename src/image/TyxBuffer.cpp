@@ -1,6 +1,8 @@
 // Reference-counted sample memory with huge-page backing for large blocks.
 #include <tyx/TyxBuffer.h>
 
+#include <cinttypes>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -8,11 +10,16 @@
 
 #include <sys/mman.h>
 
+#include <tyx/TyxVariant.h>
+
 #include "core/TyxPost.h"
 
 namespace tyx {
 
 namespace {
+
+// Joins the variant (code 18) and the conversion matrix at library load.
+[[maybe_unused]] const bool joinedVariant = internal::TyxVariantRegistrar::join<TyxBufferPtr>();
 
 // Blocks from this size up are aligned to it and advised for huge pages: a
 // first touch of a 4 KiB page costs far more than the arithmetic on it.
@@ -193,5 +200,38 @@ bool TyxBuffer::operator==(const TyxBuffer &other) const
         return !m_data && !other.m_data;
     return m_data == other.m_data || std::memcmp(m_data, other.m_data, m_size) == 0;
 }
+
+bool TyxBufferPtrVariant::isEqual(const TyxVariantIF &other) const
+{
+    TyxBufferPtr converted;
+    if (!other.value(type(), &converted))
+        return false;
+    if (converted.get() == m_value.get())
+        return true;
+    return converted && m_value && *converted == *m_value;
+}
+
+namespace internal {
+
+bool TyxDefaultCasts<TyxBufferPtr>::toString(const TyxBufferPtr &value, TyxString &text)
+{
+    // The null pointer keeps the short form of the conversion matrix.
+    if (!value) {
+        text = L"0x0";
+        return true;
+    }
+    char digits[32];
+    std::snprintf(digits, sizeof digits, "0x%08" PRIxPTR, reinterpret_cast<uintptr_t>(value.get()));
+    text = digits;
+    return true;
+}
+
+bool TyxDefaultCasts<TyxBufferPtr>::fromString(const TyxString &, TyxBufferPtr &value)
+{
+    value = nullptr;
+    return false;
+}
+
+} // namespace internal
 
 } // namespace tyx

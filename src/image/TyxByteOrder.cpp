@@ -5,6 +5,13 @@
 
 namespace tyx {
 
+namespace {
+
+// Joins the variant (code 30) and the conversion matrix at library load.
+[[maybe_unused]] const bool joinedVariant = internal::TyxVariantRegistrar::join<TyxByteOrder>();
+
+} // namespace
+
 TyxByteOrder::TyxByteOrder(Code code) : m_code(static_cast<unsigned>(code) > Invalid ? Invalid : code) {}
 
 TyxByteOrder::TyxByteOrder(const TyxString &key) : m_code(fromString(key)) {}
@@ -15,15 +22,20 @@ const TyxString &TyxByteOrder::toString() const
     return isValid() ? allKeys()[m_code] : empty;
 }
 
+const TyxEnum &TyxByteOrder::enumerator()
+{
+    static const TyxEnum &table = internal::buildCodeEnumerator<TyxByteOrder>({{0, L"LittleEndian"}, {1, L"BigEndian"}});
+    return table;
+}
+
 const std::vector<TyxString> &TyxByteOrder::allKeys()
 {
-    static const std::vector<TyxString> keys = {L"LittleEndian", L"BigEndian"};
-    return keys;
+    return enumerator().allKeys();
 }
 
 TyxByteOrder::Code TyxByteOrder::fromString(const TyxString &key)
 {
-    return static_cast<Code>(internal::findCodeKey(allKeys(), key));
+    return internal::codeOfKey(enumerator(), key, Invalid);
 }
 
 bool TyxByteOrder::isValid(const TyxString &key)

@@ -1,23 +1,40 @@
-// Key lookup and stream forms shared by the image code classes.
+// Enumerators and stream forms shared by the image code classes.
 #pragma once
 
-#include <cstddef>
+#include <initializer_list>
 #include <istream>
+#include <mutex>
 #include <ostream>
 #include <string>
 #include <vector>
 
+#include <tyx/TyxEnum.h>
 #include <tyx/TyxString.h>
+#include <tyx/TyxVariant.h>
 
 namespace tyx::internal {
 
-/// The index of \p key in \p keys, compared ignoring case, or keys.size().
-inline size_t findCodeKey(const std::vector<TyxString> &keys, const TyxString &key)
+/// The enumerator of the code class \p Class, filled with \p items on the
+/// first call under a lock of its own. Callers keep the reference in a
+/// function-local static, so later reads take no lock.
+template <class Class, class Items = std::initializer_list<TyxEnum::Item>>
+const TyxEnum &buildCodeEnumerator(const Items &items)
 {
-    for (size_t i = 0; i < keys.size(); ++i)
-        if (isEqual(keys[i], key))
-            return i;
-    return keys.size();
+    static std::mutex lock;
+    static TyxEnum table;
+    std::lock_guard<std::mutex> guard(lock);
+    if (table.empty())
+        for (const TyxEnum::Item &item : items)
+            table.insert(item);
+    return table;
+}
+
+/// The code of \p key in \p table, or \p invalid when the key is unknown.
+template <class Code>
+Code codeOfKey(const TyxEnum &table, const TyxString &key, Code invalid)
+{
+    const int value = table.fromString(key);
+    return value == TyxEnum::INVALID_ENUM() ? invalid : static_cast<Code>(value);
 }
 
 /// Writes \p key alone, as UTF-8 on a narrow stream.

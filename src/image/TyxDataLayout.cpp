@@ -5,6 +5,13 @@
 
 namespace tyx {
 
+namespace {
+
+// Joins the variant (code 28) and the conversion matrix at library load.
+[[maybe_unused]] const bool joinedVariant = internal::TyxVariantRegistrar::join<TyxDataLayout>();
+
+} // namespace
+
 TyxDataLayout::TyxDataLayout(Code code) : m_code(static_cast<unsigned>(code) > Invalid ? Invalid : code) {}
 
 TyxDataLayout::TyxDataLayout(const TyxString &key) : m_code(fromString(key)) {}
@@ -15,15 +22,20 @@ const TyxString &TyxDataLayout::toString() const
     return isValid() ? allKeys()[m_code] : empty;
 }
 
+const TyxEnum &TyxDataLayout::enumerator()
+{
+    static const TyxEnum &table = internal::buildCodeEnumerator<TyxDataLayout>({{0, L"PixelInterleaved"}, {1, L"BandInterleaved"}, {2, L"LineInterleaved"}, {3, L"BlockInterleaved"}});
+    return table;
+}
+
 const std::vector<TyxString> &TyxDataLayout::allKeys()
 {
-    static const std::vector<TyxString> keys = {L"PixelInterleaved", L"BandInterleaved", L"LineInterleaved", L"BlockInterleaved"};
-    return keys;
+    return enumerator().allKeys();
 }
 
 TyxDataLayout::Code TyxDataLayout::fromString(const TyxString &key)
 {
-    return static_cast<Code>(internal::findCodeKey(allKeys(), key));
+    return internal::codeOfKey(enumerator(), key, Invalid);
 }
 
 bool TyxDataLayout::isValid(const TyxString &key)

@@ -16,9 +16,15 @@ namespace {
 
 constexpr int kCodeCount = TyxNumericType::Invalid;
 
+// Joins the variant (code 27) and the conversion matrix at library load, with
+// the variant of the table's rows under its registered name.
+[[maybe_unused]] const bool joinedVariant = internal::TyxVariantRegistrar::join<TyxDataType>();
+[[maybe_unused]] const bool joinedInfo = internal::TyxVariantRegistrar::join<TyxDataTypeInfo>();
+
 // The rows of the data-type table. size() and the limits read this table
 // directly rather than through the enumerator's variants: the enumerator is
-// built from the same rows, and the per-call lookup stays a load.
+// built from the same rows, and reading them stays a load instead of a map
+// search and a conversion per call.
 constexpr std::array<TyxDataTypeInfo, kCodeCount + 1> kInfo = {{
     {1, -128.0, 127.0},
     {1, 0.0, 255.0},
@@ -234,17 +240,27 @@ TyxDataType TyxDataType::leastCommon(const TyxDataType &a, const TyxDataType &b)
     return TyxDataType(result, depth);
 }
 
+const TyxEnum &TyxDataType::enumerator()
+{
+    static const TyxEnum &table = [] () -> const TyxEnum & {
+        const wchar_t *const keys[kCodeCount] = {L"I8",  L"U8",  L"I16",   L"U16",    L"I32",          L"U32",
+                                                 L"I64", L"U64", L"Float", L"Double", L"ComplexFloat", L"ComplexDouble"};
+        std::vector<TyxEnum::Item> items;
+        for (int code = 0; code < kCodeCount; ++code)
+            items.emplace_back(code, keys[code], TyxVariant(kInfo[code]));
+        return internal::buildCodeEnumerator<TyxDataType>(items);
+    }();
+    return table;
+}
+
 const std::vector<TyxString> &TyxDataType::allKeys()
 {
-    static const std::vector<TyxString> keys = {L"I8",    L"U8",     L"I16",          L"U16",
-                                                L"I32",   L"U32",    L"I64",          L"U64",
-                                                L"Float", L"Double", L"ComplexFloat", L"ComplexDouble"};
-    return keys;
+    return enumerator().allKeys();
 }
 
 TyxNumericType::Code TyxDataType::fromString(const TyxString &key)
 {
-    return toCode(static_cast<int>(internal::findCodeKey(allKeys(), key)));
+    return internal::codeOfKey(enumerator(), key, TyxNumericType::Invalid);
 }
 
 bool TyxDataType::isValid(const TyxString &key)

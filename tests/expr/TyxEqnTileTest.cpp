@@ -1,5 +1,6 @@
 #include <tyx/TyxEqnTile.h>
 #include <tyx/TyxSystem.h>
+#include <tyx/TyxVariant.h>
 
 #include <gtest/gtest.h>
 
@@ -458,6 +459,19 @@ TEST(TyxEqnTileTest, TernarySelectsBySample)
     expectDefault(z.ternary(1.0, 2.0));
     expectDefault(makeTile<int64_t>(N::I64, {1}).ternary(1.0, 2.0));
     expectDefault(cond.ternary(makeTile<int64_t>(N::I64, {1}), 2.0));
+}
+
+TEST(TyxEqnTileTest, VariantHoldsATileWithCode17)
+{
+    const TyxEqnTile tile = makeTile<uint8_t>(N::U8, {5});
+    const tyx::TyxVariant v(tile);
+    EXPECT_EQ(v.type(), tyx::TyxMetaType::EqnTile);
+    std::wostringstream out;
+    out << v;
+    EXPECT_EQ(out.str(), L"TyxEqnTile,(U8,8)[1]{5}");
+    EXPECT_EQ(v.value<TyxEqnTile>().buffer().get(), tile.buffer().get());
+    EXPECT_TRUE(v == v);
+    expectDefault(tyx::TyxVariant(1.0).value<TyxEqnTile>());
 }
 
 } // namespace
