@@ -1559,6 +1559,19 @@ struct foreach_s {
     static const V &generic(State &s, const Args &a)
     {
         checkCount(s, a, 3);
+        // The expression is collapsed once, with the counter unset so that it
+        // is not folded: what does not depend on the counter becomes constant.
+        const V &name = evalArg(a, 0);
+        if (TyxFcnNode *fcn = a[2] && code(name) == kS ? a[2]->toFcnNode() : nullptr) {
+            std::vector<TyxVarNode *> vars;
+            collectVars(a[2], as<TyxString>(name), vars);
+            for (TyxVarNode *var : vars)
+                var->setValue(TyxVariant());
+            int folded = 0;
+            // The list is this call's own argument list, held by its node.
+            if (TyxEqnNodePtr node = fcn->collapse(&folded))
+                const_cast<TyxEqnNodePtr &>(a[2]) = node;
+        }
         s.evaluator = &runN<foreach_s>;
         return apply(s, a);
     }

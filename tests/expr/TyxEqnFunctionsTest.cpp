@@ -173,6 +173,14 @@ TEST(TyxEqnFunctionsTest, ForeachBuildsATile)
     EXPECT_EQ(tile.dataType().code(), N::Double);
     EXPECT_EQ(valuesOf<double>(tile), (std::vector<double>{1, 3, 5, 7}));
 
+    // The part that does not depend on the counter is folded on the first
+    // evaluation: a later value of n is not seen.
+    ASSERT_EQ(parser.parse(L"foreach(\"i\", 3, i + n * 2)"), 0);
+    parser.setValue(L"n", 1.0);
+    EXPECT_EQ(valuesOf<double>(parser.evaluate().value<TyxEqnTile>()), (std::vector<double>{2, 3, 4}));
+    parser.setValue(L"n", 5.0);
+    EXPECT_EQ(valuesOf<double>(parser.evaluate().value<TyxEqnTile>()), (std::vector<double>{2, 3, 4}));
+
     ASSERT_EQ(parser.parse(L"foreach(\"k\", 2, cmplx(k, 1))"), 0);
     EXPECT_EQ(parser.evaluate().value<TyxEqnTile>().dataType().code(), N::ComplexDouble);
 }
