@@ -110,6 +110,9 @@ public:
     bool isNumeric() const;
     /// Makes the variant invalid.
     void clear();
+    /// Whether another variant shares this one's value. Code that writes
+    /// into a value it made itself checks this first.
+    bool isShared() const noexcept { return m_impl.use_count() > 1; }
 
     /// Converts to \p target into \p dest; false when that fails.
     bool value(const TyxMetaType &target, void *dest) const { return m_impl->value(target, dest); }

@@ -4,20 +4,30 @@
 #include <utility>
 
 #include "core/TyxPost.h"
+#include "expr/TyxConstNode.h"
+#include "expr/TyxVarNode.h"
 
 namespace tyx::internal {
 
-TyxFcnNode::TyxFcnNode(const TyxString &name, TyxEqnNodeList args) : m_name(name), m_args(std::move(args)) {}
+TyxFcnNode::TyxFcnNode(const TyxString &name, TyxEqnNodeList args) : m_name(name), m_args(std::move(args))
+{
+    takeBody();
+}
 
-TyxFcnNode::TyxFcnNode(const TyxString &name, const TyxEqnNodePtr &arg) : m_name(name), m_args{arg} {}
+TyxFcnNode::TyxFcnNode(const TyxString &name, const TyxEqnNodePtr &arg) : m_name(name), m_args{arg}
+{
+    takeBody();
+}
 
 TyxFcnNode::TyxFcnNode(const TyxString &name, const TyxEqnNodePtr &arg1, const TyxEqnNodePtr &arg2)
     : m_name(name), m_args{arg1, arg2}
 {
+    takeBody();
 }
 
 TyxFcnNode::TyxFcnNode(const TyxFcnNode &other) : TyxEqnNode(other), m_name(other.m_name)
 {
+    takeBody();
     try {
         copyArgs(other);
     } catch (...) {
@@ -32,9 +42,67 @@ TyxString TyxFcnNode::className() const { return L"TyxFcnNode"; }
 
 TyxEqnNodePtr TyxFcnNode::clone() const { return TyxEqnNodePtr(new TyxFcnNode(*this)); }
 
+void TyxFcnNode::takeBody()
+{
+    // A name without a registered function leaves the body empty; the
+    // parser reports such a name, and evaluate refuses it.
+    const TyxEqnFunctions::TyxEqnFcnBodyIFPtr &registered = TyxEqnFunctions::function(m_name);
+    m_body = registered ? registered->clone() : TyxEqnFunctions::TyxEqnFcnBodyIFPtr();
+    m_bodyRaw = m_body.get();
+}
+
 const TyxVariant &TyxFcnNode::evaluate()
 {
-    TYX_THROW_ERROR(L"'" + m_name + L"()' is not a valid parametric function.");
+    if (!m_bodyRaw)
+        TYX_THROW_ERROR(L"'" + m_name + L"()' is not a valid parametric function.");
+    return m_bodyRaw->evaluate(m_args);
+}
+
+TyxEqnNodePtr TyxFcnNode::collapse(int *count)
+{
+    size_t known = 0;
+    for (auto arg = m_args.rbegin(); arg != m_args.rend(); ++arg) {
+        if (!*arg)
+            continue;
+        if (TyxFcnNode *fcn = (*arg)->toFcnNode()) {
+            // A folded argument is seen as a constant by the next round of
+            // the parser's collapse, not by this one.
+            if (TyxEqnNodePtr folded = fcn->collapse(count))
+                *arg = folded;
+        } else if ((*arg)->toConstNode()) {
+            ++known;
+        } else if (const TyxVarNode *var = (*arg)->toVarNode(); var && var->isValid()) {
+            *arg = TyxEqnNodePtr(new TyxConstNode(var->value()));
+            ++known;
+            ++*count;
+        }
+    }
+    if (known == m_args.size()) {
+        TyxEqnNodePtr folded(new TyxConstNode(evaluate()));
+        ++*count;
+        return folded;
+    }
+    if (m_name == L"unaryplus" && !m_args.empty()) {
+        TyxEqnNodePtr first = m_args.front();
+        m_args.front() = TyxEqnNodePtr();
+        ++*count;
+        return first;
+    }
+    return {};
+}
+
+void TyxFcnNode::resetBodies()
+{
+    std::vector<TyxFcnNode *> pending{this};
+    while (!pending.empty()) {
+        TyxFcnNode *fcn = pending.back();
+        pending.pop_back();
+        fcn->takeBody();
+        for (const TyxEqnNodePtr &arg : fcn->m_args) {
+            if (TyxFcnNode *child = arg ? arg->toFcnNode() : nullptr)
+                pending.push_back(child);
+        }
+    }
 }
 
 TyxFcnNode *TyxFcnNode::toFcnNode() { return this; }
@@ -98,6 +166,7 @@ void TyxFcnNode::copyArgs(const TyxFcnNode &other)
             auto *copy = new TyxFcnNode();
             const TyxEqnNodePtr owner(copy);
             copy->m_name = fcn->m_name;
+            copy->takeBody();
             target->m_args.push_back(owner);
             pending.emplace_back(fcn, copy);
         }

@@ -1,6 +1,7 @@
 // Expression tree node that calls a named function on its arguments.
 #pragma once
 
+#include "expr/TyxEqnFunctions.h"
 #include "expr/TyxEqnNode.h"
 
 namespace tyx::internal {
@@ -24,8 +25,8 @@ public:
     /// "TyxFcnNode".
     TyxString className() const override;
     TyxEqnNodePtr clone() const override;
-    /// Runs the function on the arguments. No function body is attached to
-    /// a node yet, so this throws a TyxTextMsg naming the function as unknown.
+    /// Runs the function's body on the arguments. A node whose name has no
+    /// registered function has no body and throws a TyxTextMsg naming it.
     const TyxVariant &evaluate() override;
     TyxFcnNode *toFcnNode() override;
     const TyxFcnNode *toFcnNode() const override;
@@ -39,6 +40,18 @@ public:
     /// if there is none.
     TyxEqnNodeConstPtr node(const TyxString &name) const;
 
+    /// Folds what is already known: arguments that are function calls are
+    /// collapsed in turn, variables with a value become constants (each adds
+    /// 1 to \p count). When every argument is constant the result is a new
+    /// constant of this call's value and \p count goes up by 1; a
+    /// "unaryplus" call gives its argument. Otherwise null. Throws what
+    /// evaluate throws.
+    TyxEqnNodePtr collapse(int *count);
+
+    /// Gives every function node of this subtree a fresh body, so that the
+    /// next evaluation looks at the operand types again.
+    void resetBodies();
+
 protected:
     TyxFcnNode() = default;
 
@@ -49,8 +62,13 @@ protected:
     void copyArgs(const TyxFcnNode &other);
 
 private:
+    void takeBody();
+
     TyxString m_name;
     TyxEqnNodeList m_args;
+    TyxEqnFunctions::TyxEqnFcnBodyIFPtr m_body;
+    // The body behind m_body, read without the proxy's indirection.
+    TyxEqnFunctions::TyxEqnFcnBodyIF *m_bodyRaw = nullptr;
 };
 
 } // namespace tyx::internal

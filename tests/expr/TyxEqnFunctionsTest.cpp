@@ -1,0 +1,280 @@
+// Tests of the function registry and its bodies, through the expression parser.
+#include "expr/TyxEqnFunctions.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <complex>
+#include <cstdint>
+#include <sstream>
+#include <vector>
+
+#include <tyx/TyxEqnParser.h>
+#include <tyx/TyxEqnTile.h>
+#include <tyx/TyxScalar.h>
+
+namespace {
+
+using tyx::TyxDataType;
+using tyx::TyxEqnParser;
+using tyx::TyxEqnTile;
+using tyx::TyxMetaType;
+using tyx::TyxScalar;
+using tyx::TyxString;
+using tyx::TyxTextMsg;
+using tyx::TyxVariant;
+using tyx::internal::TyxEqnFunctions;
+using N = tyx::TyxNumericType;
+
+// The result as "type,value" in the variant's text form, or the message.
+TyxString run(const TyxString &text)
+{
+    TyxEqnParser parser;
+    TyxTextMsg msg;
+    if (parser.parse(text, &msg) != 0)
+        return L"parse: " + msg.text();
+    const TyxVariant &result = parser.evaluate(&msg);
+    if (!msg.empty())
+        return msg.text();
+    std::wostringstream out;
+    out << result; // "type,value"
+    return out.str();
+}
+
+template <class T>
+TyxEqnTile tileOf(N::Code code, const std::vector<T> &values)
+{
+    TyxEqnTile tile(TyxDataType(code), values.size());
+    std::copy(values.begin(), values.end(), static_cast<T *>(tile.buffer()->data()));
+    return tile;
+}
+
+template <class T>
+std::vector<T> valuesOf(const TyxEqnTile &tile)
+{
+    const T *p = static_cast<const T *>(tile.buffer()->data());
+    return std::vector<T>(p, p + tile.size());
+}
+
+TEST(TyxEqnFunctionsTest, MessagesAndResults)
+{
+    struct Case {
+        const wchar_t *text;
+        const wchar_t *expected;
+    };
+    const Case cases[] = {
+        {L"sin()", L"Incorrect number of arguments passed to 'sin'. Got 0, but expected 1."},
+        {L"sin(1,2)", L"Incorrect number of arguments passed to 'sin'. Got 2, but expected 1."},
+        {L"sin(\"x\")", L"Invalid argument type (TyxString) passed to 'sin'."},
+        {L"sin(sqrt(4))", L"Invalid argument type (ComplexDouble) passed to 'sin'."},
+        {L"\"ab\" + \"c\"", L"TyxString,abc"},
+        {L"\"ab\" * 2", L"TyxString,abab"},
+        {L"2 * \"ab\"", L"TyxString,abab"},
+        {L"\"ab\" * 0", L"TyxString,"},
+        {L"\"ab\" - \"a\"", L"Invalid argument type combination (TyxString,TyxString) passed to 'subtract'."},
+        {L"\"ab\" + 1", L"Invalid argument type combination (TyxString,Double) passed to 'add'."},
+        {L"2 m + 3 m", L"TyxString,2 m3 m"},
+        {L"1 < 2", L"Bool,true"},
+        {L"(1 < 2) + 1", L"Invalid argument type combination (Bool,Double) passed to 'add'."},
+        {L"(1 < 2) * 2", L"Invalid argument type combination (Bool,Double) passed to 'multiply'."},
+        {L"!(1 < 2)", L"Bool,false"},
+        {L"logicalnot()", L"Incorrect number of arguments passed to 'logicalnot'. Got 0, but expected 1."},
+        {L"1 > 2 && undefined", L"Bool,false"},
+        {L"1 < 2 || undefined", L"Bool,true"},
+        {L"1 ? 5 : undefined", L"Double,5"},
+        {L"0 ? undefined : 6", L"Double,6"},
+        {L"select(5, 1, 2)", L"Invalid argument type (Double) passed to 'select'."},
+        {L"select(0, 1, 2)", L"Double,0"},
+        {L"select(2, undefined, 7)", L"Double,7"},
+        {L"select(1)", L"Incorrect number of arguments passed to 'select'. Got 1, but expected 2."},
+        {L"7 % 3", L"Int,1"},
+        {L"-7 % 3", L"Int,-1"},
+        {L"7 % 0", L"Division by zero in 'mod'."},
+        {L"mod(-2147483647 - 1, -1)", L"Integer overflow in 'mod'."},
+        {L"7 % 3 + 1", L"Invalid argument type combination (Int,Double) passed to 'add'."},
+        {L"fmod(7.5, 2)", L"Double,1.5"},
+        {L"2 ^ 10", L"Double,1024"},
+        {L"max(1, 5, 3)", L"Double,5"},
+        {L"min(4, 2, 3)", L"Double,2"},
+        {L"sum(1, 2, 3)", L"Double,6"},
+        {L"mean(1, 2, 3)", L"Double,2"},
+        {L"median(4, 1, 3, 2)", L"Double,2"},
+        {L"max()", L"Incorrect number of arguments passed to 'max'. Got 0, but expected 1."},
+        {L"max(1, \"a\")", L"Invalid argument type (TyxString) passed to 'max'."},
+        {L"clip(5, 0, 3)", L"Double,3"},
+        {L"clipmin(-1, 0)", L"Double,0"},
+        {L"roundclip(2.5, \"U8\", 0, 255)", L"Double,3"},
+        {L"roundclip(300, \"U8\", 0, 255)", L"Double,255"},
+        {L"roundclip(-2.5, \"I16\", -100, 100)", L"Double,-3"},
+        {L"log(-1) == log(-1)", L"Bool,false"},
+        {L"\"a\" < \"b\"", L"Bool,true"},
+        {L"cmplx(1, 2) < 1",
+         L"Invalid argument type combination (ComplexDouble,Double) passed to 'lessthan'."},
+        {L"a[1, 2]", L"Incorrect number of arguments passed to 'subscript'. Got 3, but expected 2."},
+        {L"a[1:2, 3]", L"Incorrect number of arguments passed to 'subscript'. Got 7, but expected 2."},
+        {L"undefined + 1", L"Invalid argument type combination (,Double) passed to 'add'."},
+        {L"foreach(1, 2, 3)", L"Invalid argument type combination (Double,Double) passed to 'foreach'."},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(run(c.text), c.expected) << c.text;
+}
+
+TEST(TyxEqnFunctionsTest, ComplexResults)
+{
+    TyxEqnParser parser;
+    ASSERT_EQ(parser.parse(L"sqrt(x)"), 0);
+    parser.setValue(L"x", -1.0);
+    const TyxVariant &root = parser.evaluate();
+    ASSERT_EQ(root.type(), TyxMetaType::ComplexDouble);
+    EXPECT_EQ(root.value<std::complex<double>>(), std::complex<double>(0.0, 1.0));
+
+    ASSERT_EQ(parser.parse(L"real(x) * 2 + cmplx(1, 2)"), 0);
+    parser.setValue(L"x", 3.0);
+    EXPECT_EQ(parser.evaluate().value<std::complex<double>>(), std::complex<double>(7.0, 2.0));
+
+    ASSERT_EQ(parser.parse(L"-x"), 0);
+    parser.setValue(L"x", 0.0);
+    EXPECT_TRUE(std::signbit(parser.evaluate().value<double>()));
+}
+
+TEST(TyxEqnFunctionsTest, ScalarsKeepUnits)
+{
+    TyxEqnParser parser;
+    ASSERT_EQ(parser.parse(L"a * 2 + b"), 0);
+    parser.setValue(L"a", TyxScalar(1.5, tyx::TyxUnits(L"m")));
+    parser.setValue(L"b", TyxScalar(1.0, tyx::TyxUnits(L"m")));
+    const TyxVariant &result = parser.evaluate();
+    ASSERT_EQ(result.type(), TyxMetaType::Scalar);
+    EXPECT_EQ(result.value<TyxScalar>().real(), 4.0);
+    EXPECT_EQ(result.value<TyxScalar>().units(), tyx::TyxUnits(L"m"));
+}
+
+TEST(TyxEqnFunctionsTest, RegistryAndAliases)
+{
+    EXPECT_TRUE(TyxEqnFunctions::contains(L"unaryplus"));
+    EXPECT_TRUE(TyxEqnFunctions::contains(L"roundclip"));
+    EXPECT_FALSE(TyxEqnFunctions::contains(L"transpose"));
+    EXPECT_FALSE(TyxEqnFunctions::function(L"transpose"));
+    ASSERT_TRUE(TyxEqnFunctions::function(L"add"));
+    EXPECT_EQ(TyxEqnFunctions::createAlias(L"sin", L"sine"), 0);
+    EXPECT_EQ(TyxEqnFunctions::createAlias(L"sin", L"sine"), 1);
+    EXPECT_EQ(run(L"sine(0)"), L"Double,0");
+    // An alias reports under the name of the function it copies.
+    EXPECT_EQ(run(L"sine(\"x\")"), L"Invalid argument type (TyxString) passed to 'sin'.");
+}
+
+TEST(TyxEqnFunctionsTest, ForeachBuildsATile)
+{
+    TyxEqnParser parser;
+    ASSERT_EQ(parser.parse(L"foreach(\"i\", 4, i * 2 + 1)"), 0);
+    const TyxVariant &result = parser.evaluate();
+    ASSERT_EQ(result.type(), TyxMetaType::EqnTile);
+    const TyxEqnTile tile = result.value<TyxEqnTile>();
+    EXPECT_EQ(tile.dataType().code(), N::Double);
+    EXPECT_EQ(valuesOf<double>(tile), (std::vector<double>{1, 3, 5, 7}));
+
+    // The part that does not depend on the counter is folded on the first
+    // evaluation: a later value of n is not seen.
+    ASSERT_EQ(parser.parse(L"foreach(\"i\", 3, i + n * 2)"), 0);
+    parser.setValue(L"n", 1.0);
+    EXPECT_EQ(valuesOf<double>(parser.evaluate().value<TyxEqnTile>()), (std::vector<double>{2, 3, 4}));
+    parser.setValue(L"n", 5.0);
+    EXPECT_EQ(valuesOf<double>(parser.evaluate().value<TyxEqnTile>()), (std::vector<double>{2, 3, 4}));
+
+    ASSERT_EQ(parser.parse(L"foreach(\"k\", 2, cmplx(k, 1))"), 0);
+    EXPECT_EQ(parser.evaluate().value<TyxEqnTile>().dataType().code(), N::ComplexDouble);
+}
+
+TEST(TyxEqnFunctionsTest, TileFunctionsAndReductions)
+{
+    TyxEqnParser parser;
+    ASSERT_EQ(parser.parse(L"t[2] + sum(t) + max(t) * 10 + mean(t) * 100"), 0);
+    parser.setValue(L"t", tileOf<uint8_t>(N::U8, {1, 2, 3, 4}));
+    EXPECT_EQ(parser.evaluate().value<double>(), 3 + 10 + 40 + 1000);
+
+    ASSERT_EQ(parser.parse(L"t[4]"), 0);
+    parser.setValue(L"t", tileOf<uint8_t>(N::U8, {1, 2, 3, 4}));
+    TyxTextMsg msg;
+    EXPECT_FALSE(parser.evaluate(&msg).isValid());
+    EXPECT_EQ(msg.text(), L"Index 4 is outside the tile of 4 elements in 'subscript'.");
+
+    ASSERT_EQ(parser.parse(L"t > 2 ? t : -1"), 0);
+    parser.setValue(L"t", tileOf<uint8_t>(N::U8, {1, 2, 3, 4}));
+    EXPECT_EQ(valuesOf<double>(parser.evaluate().value<TyxEqnTile>()), (std::vector<double>{-1, -1, 3, 4}));
+
+    ASSERT_EQ(parser.parse(L"roundclip(t * 100, \"U8\", 0, 255)"), 0);
+    parser.setValue(L"t", tileOf<double>(N::Double, {0.5, 1.5, 2.555, -3}));
+    const TyxEqnTile clipped = parser.evaluate().value<TyxEqnTile>();
+    EXPECT_EQ(clipped.dataType().code(), N::U8);
+    EXPECT_EQ(valuesOf<uint8_t>(clipped), (std::vector<uint8_t>{50, 150, 255, 0}));
+}
+
+TEST(TyxEqnFunctionsTest, BandMathMatchesADirectComputation)
+{
+    const std::vector<uint16_t> a{0, 100, 4000, 65535, 7, 300};
+    const std::vector<uint16_t> b{0, 50, 1000, 1, 9, 300};
+    TyxEqnParser parser;
+    ASSERT_EQ(parser.parse(L"(a - b) / (a + b)"), 0);
+    parser.setValue(L"a", tileOf<uint16_t>(N::U16, a));
+    parser.setValue(L"b", tileOf<uint16_t>(N::U16, b));
+    const TyxEqnTile result = parser.evaluate().value<TyxEqnTile>();
+    ASSERT_EQ(result.size(), a.size());
+    const std::vector<double> got = valuesOf<double>(result);
+    for (size_t i = 0; i < a.size(); ++i) {
+        const double expected = (double(a[i]) - double(b[i])) / (double(a[i]) + double(b[i]));
+        if (std::isnan(expected))
+            EXPECT_TRUE(std::isnan(got[i]));
+        else
+            EXPECT_EQ(got[i], expected) << i;
+    }
+}
+
+TEST(TyxEqnFunctionsTest, RepeatedTileEvaluationReusesResultBuffers)
+{
+    TyxEqnParser parser;
+    ASSERT_EQ(parser.parse(L"(a - b) / (a + b)"), 0);
+    parser.setValue(L"a", tileOf<uint16_t>(N::U16, {3, 4}));
+    parser.setValue(L"b", tileOf<uint16_t>(N::U16, {1, 2}));
+    const TyxVariant *root = &parser.evaluate();
+    const void *first = root->value<TyxEqnTile>().buffer()->data();
+
+    parser.setValue(L"a", tileOf<uint16_t>(N::U16, {5, 6}));
+    parser.setValue(L"b", tileOf<uint16_t>(N::U16, {5, 2}));
+    const TyxEqnTile second = parser.evaluate().value<TyxEqnTile>();
+    EXPECT_EQ(second.buffer()->data(), first);
+    EXPECT_EQ(valuesOf<double>(second), (std::vector<double>{0.0, 0.5}));
+
+    // The caller still holds the tile of the last result: the next result
+    // goes into a new buffer and the held one keeps its values.
+    parser.setValue(L"a", tileOf<uint16_t>(N::U16, {1, 1}));
+    const TyxEqnTile third = parser.evaluate().value<TyxEqnTile>();
+    EXPECT_NE(third.buffer()->data(), second.buffer()->data());
+    EXPECT_EQ(valuesOf<double>(second), (std::vector<double>{0.0, 0.5}));
+    EXPECT_EQ(valuesOf<double>(third), (std::vector<double>{-4.0 / 6.0, -1.0 / 3.0}));
+}
+
+TEST(TyxEqnFunctionsTest, ChosenValuesKeepTheirType)
+{
+    TyxEqnParser parser;
+    ASSERT_EQ(parser.parse(L"(c ? 1 : \"x\") + 1"), 0);
+    parser.setValue(L"c", 1.0);
+    EXPECT_EQ(parser.evaluate().value<double>(), 2.0);
+    parser.setValue(L"c", 0.0);
+    TyxTextMsg msg;
+    EXPECT_FALSE(parser.evaluate(&msg).isValid());
+    EXPECT_EQ(msg.text(), L"Invalid argument type combination (Double,TyxString) passed to 'ternary'.");
+    parser.setValue(L"c", 1.0);
+    EXPECT_EQ(parser.evaluate().value<double>(), 2.0);
+
+    // A definition that changes its type: the entries that use it decide again.
+    ASSERT_EQ(parser.parse(L"a + a; a = c ? 1 : \"x\""), 0);
+    parser.setValue(L"c", 1.0);
+    EXPECT_EQ(parser.evaluate().value<double>(), 2.0);
+    ASSERT_EQ(parser.parse(L"a + a; a = b; b = c"), 0);
+    parser.setValue(L"c", 1.0);
+    EXPECT_EQ(parser.evaluate().value<double>(), 2.0);
+    parser.setValue(L"c", TyxString(L"x"));
+    EXPECT_EQ(parser.evaluate().value<TyxString>(), L"xx");
+}
+
+} // namespace
