@@ -13,10 +13,7 @@ namespace tyx::internal {
 
 namespace {
 
-bool isBlank(wchar_t unit)
-{
-    return std::iswspace(static_cast<wint_t>(unit)) != 0;
-}
+bool isBlank(wchar_t unit) { return std::iswspace(static_cast<wint_t>(unit)) != 0; }
 
 bool isBlankText(const TyxString &text)
 {
@@ -164,10 +161,7 @@ bool parseBool(const TyxString &text)
     return word == L"1" || word == L"t" || word == L"y" || word == L"true" || word == L"yes" || word == L"on";
 }
 
-TyxString complexToString(const std::complex<double> &value)
-{
-    return streamText(value);
-}
+TyxString complexToString(const std::complex<double> &value) { return streamText(value); }
 
 bool parseComplex(const TyxString &text, std::complex<double> &value)
 {
@@ -206,10 +200,7 @@ bool TyxDefaultCasts<TyxVariantPair>::fromString(const TyxString &, TyxVariantPa
     return true;
 }
 
-void TyxDefaultCasts<TyxVariantPair>::getDefault(TyxVariantPair &value)
-{
-    value = TyxVariantPair();
-}
+void TyxDefaultCasts<TyxVariantPair>::getDefault(TyxVariantPair &value) { value = TyxVariantPair(); }
 
 bool TyxDefaultCasts<TyxVariantList>::toString(const TyxVariantList &value, TyxString &text)
 {
@@ -223,10 +214,7 @@ bool TyxDefaultCasts<TyxVariantList>::fromString(const TyxString &text, TyxVaria
     return true;
 }
 
-void TyxDefaultCasts<TyxVariantList>::getDefault(TyxVariantList &value)
-{
-    value.clear();
-}
+void TyxDefaultCasts<TyxVariantList>::getDefault(TyxVariantList &value) { value.clear(); }
 
 bool TyxDefaultCasts<TyxVariantMap>::toString(const TyxVariantMap &value, TyxString &text)
 {
@@ -240,10 +228,7 @@ bool TyxDefaultCasts<TyxVariantMap>::fromString(const TyxString &, TyxVariantMap
     return true;
 }
 
-void TyxDefaultCasts<TyxVariantMap>::getDefault(TyxVariantMap &value)
-{
-    value.clear();
-}
+void TyxDefaultCasts<TyxVariantMap>::getDefault(TyxVariantMap &value) { value.clear(); }
 
 bool TyxCast<TyxStrList, bool>::cast(const TyxStrList &from, bool &to)
 {

@@ -10,25 +10,16 @@ std::shared_ptr<TyxVariantIF> TyxInvalidVariant::create(const void *) const
     return internal::invalidVariantImpl();
 }
 
-std::shared_ptr<TyxVariantIF> TyxInvalidVariant::clone() const
-{
-    return internal::invalidVariantImpl();
-}
+std::shared_ptr<TyxVariantIF> TyxInvalidVariant::clone() const { return internal::invalidVariantImpl(); }
 
 bool TyxInvalidVariant::isEqual(const TyxVariantIF &other) const
 {
     return other.type() == TyxMetaType::Invalid;
 }
 
-std::wostream &TyxInvalidVariant::write(std::wostream &os) const
-{
-    return os;
-}
+std::wostream &TyxInvalidVariant::write(std::wostream &os) const { return os; }
 
-std::wistream &TyxInvalidVariant::read(std::wistream &is)
-{
-    return is;
-}
+std::wistream &TyxInvalidVariant::read(std::wistream &is) { return is; }
 
 bool TyxInvalidVariant::value(const TyxMetaType &target, void *dest) const
 {

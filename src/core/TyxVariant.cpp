@@ -19,10 +19,7 @@ namespace {
 
 constexpr int builtinCount = TyxMetaType::Invalid;
 
-bool isBuiltin(int code)
-{
-    return code >= 0 && code < builtinCount;
-}
+bool isBuiltin(int code) { return code >= 0 && code < builtinCount; }
 
 // trim() leaves text made only of blanks as it is; here it becomes empty.
 TyxString stripped(const TyxString &text)
@@ -128,10 +125,7 @@ TyxMetaType TyxVariantRegistrar::registerName(const TyxString &className)
     return TyxMetaType::registerType(typeIdOf(className), className);
 }
 
-const TyxMetaType &aliasType(TyxValueAlias alias)
-{
-    return registry().aliases[static_cast<size_t>(alias)];
-}
+const TyxMetaType &aliasType(TyxValueAlias alias) { return registry().aliases[static_cast<size_t>(alias)]; }
 
 bool convertValue(int fromCode, const void *from, const TyxMetaType &target, void *dest)
 {
@@ -270,10 +264,7 @@ bool readVariant(const TyxString &text, TyxVariant &variant)
 
 } // namespace
 
-std::wistream &readValue(std::wistream &is, TyxVariantPair &value)
-{
-    return is >> value;
-}
+std::wistream &readValue(std::wistream &is, TyxVariantPair &value) { return is >> value; }
 
 std::wistream &readValue(std::wistream &is, TyxVariantList &value)
 {
@@ -355,25 +346,16 @@ TyxVariant::TyxVariant(const std::wstring &text) : m_impl(std::make_shared<TyxSt
 
 TyxVariant::TyxVariant(const TyxMetaType &type, const void *value) : m_impl(fromValue(type, value).m_impl) {}
 
-TyxVariant &TyxVariant::operator=(const char *text)
-{
-    return assignText(TyxString(text));
-}
+TyxVariant &TyxVariant::operator=(const char *text) { return assignText(TyxString(text)); }
 
-TyxVariant &TyxVariant::operator=(const std::string &text)
-{
-    return assignText(TyxString(text));
-}
+TyxVariant &TyxVariant::operator=(const std::string &text) { return assignText(TyxString(text)); }
 
 TyxVariant &TyxVariant::operator=(const wchar_t *text)
 {
     return assignText(text ? TyxString(text) : TyxString());
 }
 
-TyxVariant &TyxVariant::operator=(const std::wstring &text)
-{
-    return assignText(TyxString(text));
-}
+TyxVariant &TyxVariant::operator=(const std::wstring &text) { return assignText(TyxString(text)); }
 
 TyxVariant &TyxVariant::assignText(TyxString &&text)
 {
@@ -450,10 +432,7 @@ bool TyxVariant::registerType(const TyxMetaType &type, std::shared_ptr<TyxVarian
     return true;
 }
 
-void TyxVariant::clearPOD(void *memory, size_t size)
-{
-    std::memset(memory, 0, size);
-}
+void TyxVariant::clearPOD(void *memory, size_t size) { std::memset(memory, 0, size); }
 
 // ---- Streams ---------------------------------------------------------------------
 

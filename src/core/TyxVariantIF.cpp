@@ -5,9 +5,6 @@ namespace tyx {
 
 TyxVariantIF::~TyxVariantIF() = default;
 
-TyxString TyxVariantIF::className() const
-{
-    return L"TyxVariantIF";
-}
+TyxString TyxVariantIF::className() const { return L"TyxVariantIF"; }
 
 } // namespace tyx

@@ -63,10 +63,7 @@ TypeTable &typeTable()
     return *table;
 }
 
-uint64_t storedId(const TyxEnum::Item &item)
-{
-    return item.data ? item.data->value<uint64_t>() : 0;
-}
+uint64_t storedId(const TyxEnum::Item &item) { return item.data ? item.data->value<uint64_t>() : 0; }
 
 } // namespace
 
@@ -154,15 +151,9 @@ uint64_t TyxMetaType::typeID() const
     return it == items.end() ? 0 : storedId(it->second);
 }
 
-const TyxEnum &TyxMetaType::enumerator()
-{
-    return typeTable().types;
-}
+const TyxEnum &TyxMetaType::enumerator() { return typeTable().types; }
 
-TyxStrList TyxMetaType::allKeys()
-{
-    return TyxStrList(enumerator().allKeys());
-}
+TyxStrList TyxMetaType::allKeys() { return TyxStrList(enumerator().allKeys()); }
 
 TyxMetaType TyxMetaType::fromString(const TyxString &name)
 {
@@ -189,10 +180,7 @@ TyxMetaType TyxMetaType::fromTypeID(uint64_t typeID)
     return TyxMetaType();
 }
 
-bool TyxMetaType::isValid(const TyxString &name)
-{
-    return enumerator().isValid(name);
-}
+bool TyxMetaType::isValid(const TyxString &name) { return enumerator().isValid(name); }
 
 TyxMetaType TyxMetaType::registerType(uint64_t typeID, const TyxString &name)
 {
@@ -215,15 +203,9 @@ TyxMetaType TyxMetaType::registerType(uint64_t typeID, const TyxString &name)
     return TyxMetaType(static_cast<Code>(code));
 }
 
-std::wostream &operator<<(std::wostream &os, const TyxMetaType &type)
-{
-    return os << type.toString();
-}
+std::wostream &operator<<(std::wostream &os, const TyxMetaType &type) { return os << type.toString(); }
 
-std::ostream &operator<<(std::ostream &os, const TyxMetaType &type)
-{
-    return os << type.toString();
-}
+std::ostream &operator<<(std::ostream &os, const TyxMetaType &type) { return os << type.toString(); }
 
 std::wistream &operator>>(std::wistream &is, TyxMetaType &type)
 {
