@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <functional>
 #include <limits>
 #include <map>
 #include <sstream>
@@ -367,34 +368,10 @@ struct Logical {
 
 // ---- Arithmetic --------------------------------------------------------------
 
-struct AddOp {
-    template <class X, class Y>
-    auto operator()(const X &x, const Y &y) const
-    {
-        return x + y;
-    }
-};
-struct SubOp {
-    template <class X, class Y>
-    auto operator()(const X &x, const Y &y) const
-    {
-        return x - y;
-    }
-};
-struct MulOp {
-    template <class X, class Y>
-    auto operator()(const X &x, const Y &y) const
-    {
-        return x * y;
-    }
-};
-struct DivOp {
-    template <class X, class Y>
-    auto operator()(const X &x, const Y &y) const
-    {
-        return x / y;
-    }
-};
+using AddOp = std::plus<>;
+using SubOp = std::minus<>;
+using MulOp = std::multiplies<>;
+using DivOp = std::divides<>;
 
 // A scalar beside a tile counts by its value: a double when it is real, a
 // complex number otherwise. Units do not reach tiles.

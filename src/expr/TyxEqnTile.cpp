@@ -2,6 +2,7 @@
 #include <tyx/TyxEqnTile.h>
 
 #include <algorithm>
+#include <functional>
 #include <istream>
 #include <limits>
 #include <ostream>
@@ -24,34 +25,10 @@ using Cplx = TileComplex;
 
 // ---- Binary arithmetic ---------------------------------------------------
 
-struct AddOp {
-    template <class X, class Y>
-    auto operator()(const X &x, const Y &y) const
-    {
-        return x + y;
-    }
-};
-struct SubOp {
-    template <class X, class Y>
-    auto operator()(const X &x, const Y &y) const
-    {
-        return x - y;
-    }
-};
-struct MulOp {
-    template <class X, class Y>
-    auto operator()(const X &x, const Y &y) const
-    {
-        return x * y;
-    }
-};
-struct DivOp {
-    template <class X, class Y>
-    auto operator()(const X &x, const Y &y) const
-    {
-        return x / y;
-    }
-};
+using AddOp = std::plus<>;
+using SubOp = std::minus<>;
+using MulOp = std::multiplies<>;
+using DivOp = std::divides<>;
 
 template <class Op>
 TyxEqnTile tileWithTile(const TyxEqnTile &a, const TyxEqnTile &b, Op op)
