@@ -140,6 +140,22 @@ const V &pick(State &s, const V &x, const V &y, const V &z)
     return C::apply(s, x, y, z);
 }
 
+/// Picks \p F's routine for a pair of Double and Scalar operands (F::DD or
+/// F::UU<CX, CY>); null for any other pair, which the caller handles.
+template <class F>
+const V *pickRealPair(State &s, const V &x, const V &y, int cx, int cy)
+{
+    if (cx == kD && cy == kD)
+        return &pick<typename F::DD>(s, x, y);
+    if (cx == kU && cy == kU)
+        return &pick<typename F::template UU<kU, kU>>(s, x, y);
+    if (cx == kD && cy == kU)
+        return &pick<typename F::template UU<kD, kU>>(s, x, y);
+    if (cx == kU && cy == kD)
+        return &pick<typename F::template UU<kU, kD>>(s, x, y);
+    return nullptr;
+}
+
 // ---- Value views -------------------------------------------------------------
 
 inline TyxScalar scalarOf(const V &v, int c)
@@ -629,14 +645,8 @@ struct Binary {
         const V &y = evalArg(a, 1);
         const int cx = code(x);
         const int cy = code(y);
-        if (cx == kD && cy == kD)
-            return pick<DD>(s, x, y);
-        if (cx == kU && cy == kU)
-            return pick<UU<kU, kU>>(s, x, y);
-        if (cx == kD && cy == kU)
-            return pick<UU<kD, kU>>(s, x, y);
-        if (cx == kU && cy == kD)
-            return pick<UU<kU, kD>>(s, x, y);
+        if (const V *picked = pickRealPair<Binary>(s, x, y, cx, cy))
+            return *picked;
         if constexpr (WithTile) {
             if (cx == kT && isNumber(y))
                 return pick<TN>(s, x, y);
@@ -727,14 +737,8 @@ struct pow_s {
         const V &y = evalArg(a, 1);
         const int cx = code(x);
         const int cy = code(y);
-        if (cx == kD && cy == kD)
-            return pick<DD>(s, x, y);
-        if (cx == kD && cy == kU)
-            return pick<UU<kD, kU>>(s, x, y);
-        if (cx == kU && cy == kD)
-            return pick<UU<kU, kD>>(s, x, y);
-        if (cx == kU && cy == kU)
-            return pick<UU<kU, kU>>(s, x, y);
+        if (const V *picked = pickRealPair<pow_s>(s, x, y, cx, cy))
+            return *picked;
         if (cx == kT && cy != kT && isNumber(y))
             return pick<TN>(s, x, y);
         if (cy == kT && cx != kT && isNumber(x))
@@ -784,14 +788,8 @@ struct cmplx_s {
         const V &y = evalArg(a, 1);
         const int cx = code(x);
         const int cy = code(y);
-        if (cx == kD && cy == kD)
-            return pick<DD>(s, x, y);
-        if (cx == kU && cy == kU)
-            return pick<UU<kU, kU>>(s, x, y);
-        if (cx == kD && cy == kU)
-            return pick<UU<kD, kU>>(s, x, y);
-        if (cx == kU && cy == kD)
-            return pick<UU<kU, kD>>(s, x, y);
+        if (const V *picked = pickRealPair<cmplx_s>(s, x, y, cx, cy))
+            return *picked;
         if (cx == kT && cy == kT)
             return pick<TT>(s, x, y);
         if (cx == kT && isNumber(y))
