@@ -5,7 +5,7 @@
 #include <iosfwd>
 #include <vector>
 
-#include <tyx/TyxCodeCasts.h>
+#include <tyx/internal/TyxCodeCasts.h>
 #include <tyx/TyxGlobal.h>
 #include <tyx/TyxNumericType.h>
 #include <tyx/TyxString.h>

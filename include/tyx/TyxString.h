@@ -188,10 +188,12 @@ TYX_EXPORT std::wostream &cerr();
 TYX_EXPORT std::wistream &cin();
 } // namespace internal
 
-/// The wide console streams, so that all console text is wide.
-[[maybe_unused]] static std::wostream &cout = internal::cout();
-[[maybe_unused]] static std::wostream &cerr = internal::cerr();
-[[maybe_unused]] static std::wistream &cin = internal::cin();
+/// The wide console streams, so that all console text is wide. They are
+/// defined once in the library and bound to the standard objects by constant
+/// initialisation, so including this header runs nothing at start-up.
+TYX_EXPORT extern std::wostream &cout;
+TYX_EXPORT extern std::wostream &cerr;
+TYX_EXPORT extern std::wistream &cin;
 
 // ---- Inline members ---------------------------------------------------------------
 

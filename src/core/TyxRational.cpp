@@ -1,6 +1,7 @@
 // Fraction of two integers: text forms of the four instantiations.
 #include <tyx/TyxRational.h>
 
+#include <cmath>
 #include <sstream>
 
 #include <tyx/TyxVariant.h>
@@ -22,6 +23,53 @@ std::basic_istream<Char> &readRational(std::basic_istream<Char> &is, TyxRational
 }
 
 } // namespace
+
+// Declared with the text functions; it lives here, beside its main user.
+void approximate(double value, int64_t limit, int64_t *numerator, int64_t *denominator)
+{
+    if (limit < 2) {
+        *numerator = static_cast<int64_t>(value);
+        *denominator = 1;
+        return;
+    }
+    const bool negative = value < 0;
+    double magnitude = negative ? -value : value;
+    int64_t d = 1;
+    // The doubling stops before the denominator overflows; what is left of
+    // the fraction then no longer matters to any reachable limit.
+    while (std::floor(magnitude) != magnitude && d < (INT64_C(1) << 62)) {
+        magnitude *= 2;
+        d *= 2;
+    }
+    int64_t n = magnitude < 9.2e18 ? static_cast<int64_t>(magnitude) : INT64_MAX;
+    int64_t h0 = 0, h1 = 1, k0 = 1, k1 = 0;
+    for (int i = 0; i < 64; ++i) {
+        const int64_t a = d ? n / d : 0;
+        if (i != 0 && a == 0)
+            break;
+        const int64_t remainder = d ? n % d : 0;
+        n = d;
+        d = remainder;
+        int64_t x = a;
+        bool last = false;
+        if (a * k1 + k0 >= limit) {
+            x = k1 ? (limit - k0) / k1 : 0;
+            if (2 * x < a && k1 < limit)
+                break;
+            last = true;
+        }
+        const int64_t h2 = x * h1 + h0;
+        h0 = h1;
+        h1 = h2;
+        const int64_t k2 = x * k1 + k0;
+        k0 = k1;
+        k1 = k2;
+        if (last)
+            break;
+    }
+    *numerator = negative ? -h1 : h1;
+    *denominator = k1;
+}
 
 template <class T>
 TyxRational<T>::operator TyxString() const

@@ -10,7 +10,6 @@
 #include <string>
 #include <unistd.h>
 
-#include <tyx/TyxFileInfo.h>
 #include <tyx/TyxForLoopBase.h>
 
 namespace tyx {
@@ -125,22 +124,28 @@ int64_t timeStampFromStr(const TyxString &text)
 
 TyxString exeFilePath()
 {
-    static TyxString path;
-    if (path.empty()) {
+    // Built once by the language's thread-safe initialisation: the first
+    // callers may come from several threads at once.
+    static const TyxString path = [] {
         char buffer[PATH_MAX];
         const ssize_t length = readlink("/proc/self/exe", buffer, sizeof(buffer));
-        if (length > 0)
-            path = fromUTF8(std::string_view(buffer, static_cast<size_t>(length)));
-    }
+        return length > 0 ? fromUTF8(std::string_view(buffer, static_cast<size_t>(length))) : TyxString();
+    }();
     return path;
 }
 
 TyxString exePath()
 {
-    static TyxString path;
-    if (path.empty())
-        path = TyxFileInfo(exeFilePath()).absolutePath();
-    return path;
+    // The link target is absolute and normalised, so the folder is the text
+    // before the last separator ("/" for a program in the root).
+    static const TyxString folder = [] {
+        const TyxString file = exeFilePath();
+        const size_t slash = file.rfind(L'/');
+        if (slash == TyxString::npos)
+            return TyxString();
+        return slash == 0 ? TyxString(L"/") : TyxString(file.substr(0, slash));
+    }();
+    return folder;
 }
 
 TyxString dsoPath(const void *address)

@@ -8,11 +8,13 @@
 #include <tyx/TyxSystem.h>
 #include <tyx/TyxTextHandler.h>
 
+#include <atomic>
 #include <cmath>
 #include <cstdlib>
 #include <ctime>
 #include <stdexcept>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -85,6 +87,30 @@ TEST(TyxSystemTest, RunningProgramPaths)
     EXPECT_EQ(exePath() + L"/tyx_core_tests", exe);
     EXPECT_NE(dsoPath(reinterpret_cast<const void *>(&exeFilePath)).find(L"libtyx.so"), TyxString::npos);
     EXPECT_EQ(dsoPath(nullptr), L"");
+}
+
+// Run alone in a fresh process as well (see CMakeLists.txt), so that these
+// threads are the first to ask and race for the lazily built paths.
+TEST(TyxSystemTest, ProgramPathsFromManyThreadsAtFirstUse)
+{
+    constexpr int threadCount = 8;
+    std::vector<TyxString> folders(threadCount), files(threadCount);
+    std::atomic<int> waiting{threadCount};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < threadCount; ++i) {
+        threads.emplace_back([&, i] {
+            --waiting;
+            while (waiting.load() > 0) {
+            }
+            folders[i] = exePath();
+            files[i] = exeFilePath();
+        });
+    }
+    for (std::thread &thread : threads)
+        thread.join();
+    for (int i = 0; i < threadCount; ++i) {
+        EXPECT_EQ(folders[i] + L"/tyx_core_tests", files[i]);
+    }
 }
 
 TEST(TyxSystemTest, GeodesyAgainstIndependentValues)
