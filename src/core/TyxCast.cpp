@@ -3,22 +3,21 @@
 
 #include <cmath>
 #include <cwchar>
-#include <cwctype>
 #include <limits>
 #include <sstream>
 
 #include <tyx/TyxVariant.h>
 
+#include "core/TyxTextScan.h"
+
 namespace tyx::internal {
 
 namespace {
 
-bool isBlank(wchar_t unit) { return std::iswspace(static_cast<wint_t>(unit)) != 0; }
-
 bool isBlankText(const TyxString &text)
 {
     for (wchar_t unit : text) {
-        if (!isBlank(unit))
+        if (!isBlankUnit(unit))
             return false;
     }
     return true;
@@ -30,7 +29,7 @@ bool onlyBlanksAfter(const wchar_t *start, const wchar_t *end, const wchar_t *la
 {
     if (end == start)
         return false;
-    while (end < last && isBlank(*end))
+    while (end < last && isBlankUnit(*end))
         ++end;
     return end == last;
 }

@@ -7,6 +7,14 @@
 
 namespace tyx::internal {
 
+/// Whether \p unit is white space of the C locale: space, tab, line feed,
+/// carriage return, vertical tab or form feed. The text readers share it so
+/// that they agree whatever locale the program has set.
+inline bool isBlankUnit(wchar_t unit)
+{
+    return unit == L' ' || unit == L'\t' || unit == L'\n' || unit == L'\r' || unit == L'\v' || unit == L'\f';
+}
+
 /// One unit through C tolower; units outside the byte range stay as they are.
 inline wchar_t lowerUnit(wchar_t unit)
 {

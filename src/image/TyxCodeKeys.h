@@ -3,7 +3,6 @@
 
 #include <initializer_list>
 #include <istream>
-#include <mutex>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -12,21 +11,21 @@
 #include <tyx/TyxString.h>
 #include <tyx/TyxVariant.h>
 
+#include "core/TyxBuildOnce.h"
+
 namespace tyx::internal {
 
 /// The enumerator of the code class \p Class, filled with \p items on the
-/// first call under a lock of its own. Callers keep the reference in a
-/// function-local static, so later reads take no lock.
+/// first call; later calls read it without a lock.
 template <class Class, class Items = std::initializer_list<TyxEnum::Item>>
 const TyxEnum &buildCodeEnumerator(const Items &items)
 {
-    static std::mutex lock;
-    static TyxEnum table;
-    std::lock_guard<std::mutex> guard(lock);
-    if (table.empty())
+    return buildOnce([&items] {
+        TyxEnum built;
         for (const TyxEnum::Item &item : items)
-            table.insert(item);
-    return table;
+            built.insert(item);
+        return built;
+    });
 }
 
 /// The code of \p key in \p table, or \p invalid when the key is unknown.

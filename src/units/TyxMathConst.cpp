@@ -1,12 +1,12 @@
 // Named mathematical and physical constants.
 #include <tyx/TyxMathConst.h>
 
-#include <atomic>
 #include <istream>
-#include <mutex>
 #include <ostream>
 
 #include <tyx/TyxVariant.h>
+
+#include "core/TyxBuildOnce.h"
 
 namespace tyx {
 
@@ -78,24 +78,14 @@ TyxVariant constantValue(int code)
 
 } // namespace
 
-// Built once under a mutex of its own, then read without it.
 const TyxEnum &TyxMathConst::enumerator()
 {
-    static std::mutex mutex;
-    static std::atomic<const TyxEnum *> built{nullptr};
-    const TyxEnum *table = built.load(std::memory_order_acquire);
-    if (!table) {
-        std::lock_guard<std::mutex> lock(mutex);
-        table = built.load(std::memory_order_relaxed);
-        if (!table) {
-            static TyxEnum constants;
-            for (int code = 0; code < Invalid; ++code)
-                constants.insert(TyxEnum::Item(code, kConstants[code].key, constantValue(code)));
-            table = &constants;
-            built.store(table, std::memory_order_release);
-        }
-    }
-    return *table;
+    return internal::buildOnce([] {
+        TyxEnum constants;
+        for (int code = 0; code < Invalid; ++code)
+            constants.insert(TyxEnum::Item(code, kConstants[code].key, constantValue(code)));
+        return constants;
+    });
 }
 
 TyxMathConst::TyxMathConst(Code code) : m_code(code >= 0 && code < Invalid ? code : Invalid) {}

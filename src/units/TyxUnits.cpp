@@ -2,17 +2,17 @@
 #include <tyx/TyxUnits.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cmath>
 #include <istream>
-#include <mutex>
 #include <ostream>
 #include <string_view>
 #include <unordered_map>
 
 #include <tyx/TyxVariant.h>
 
+#include "core/TyxBuildOnce.h"
 #include "core/TyxPost.h"
+#include "core/TyxTextScan.h"
 #include "units/TyxShortestText.h"
 
 namespace tyx {
@@ -142,14 +142,12 @@ double tidyExponent(double e)
     return std::fabs(e - whole) < 1e-12 ? whole : e;
 }
 
-bool isBlank(wchar_t c)
-{
-    return c == L' ' || c == L'\t' || c == L'\n' || c == L'\r' || c == L'\v' || c == L'\f';
-}
-
 // '*' is accepted as a separator and reads like a blank, since the unit part
 // of a number token may hold it ("2 m*s"); it does not end a denominator.
-bool endsToken(wchar_t c) { return isBlank(c) || c == L'*' || c == L'/' || c == L'(' || c == L')'; }
+bool endsToken(wchar_t c)
+{
+    return internal::isBlankUnit(c) || c == L'*' || c == L'/' || c == L'(' || c == L')';
+}
 
 // Parser of the unit syntax. Works without recursion, so that deeply nested
 // or very long text cannot exhaust the stack: the parentheses are matched in
@@ -180,7 +178,7 @@ public:
         size_t i = 0;
         while (i < text.size()) {
             const wchar_t c = text[i];
-            if (isBlank(c) || c == L'*') {
+            if (internal::isBlankUnit(c) || c == L'*') {
                 ++i;
             } else if (c == L'/') {
                 sign = -baseSign;
@@ -274,9 +272,9 @@ private:
     TyxString m_error;
 };
 
-UnitTables *buildTables()
+UnitTables buildTables()
 {
-    static UnitTables tables;
+    UnitTables tables;
     for (int unit = 0; unit < TyxUnits::NumUnits; ++unit) {
         tables.base.emplace(kBaseUnits[unit].name, static_cast<TyxUnits::Unit>(unit));
         tables.categories[kBaseUnits[unit].category].insert(TyxEnum::Item(unit, kBaseUnits[unit].name));
@@ -291,25 +289,10 @@ UnitTables *buildTables()
         named.scale = derived.scale * definitionScale;
         tables.derived.emplace(derived.name, named);
     }
-    return &tables;
+    return tables;
 }
 
-// Built once under a mutex of its own, then read without it.
-const UnitTables &unitTables()
-{
-    static std::mutex mutex;
-    static std::atomic<const UnitTables *> built{nullptr};
-    const UnitTables *tables = built.load(std::memory_order_acquire);
-    if (!tables) {
-        std::lock_guard<std::mutex> lock(mutex);
-        tables = built.load(std::memory_order_relaxed);
-        if (!tables) {
-            tables = buildTables();
-            built.store(tables, std::memory_order_release);
-        }
-    }
-    return *tables;
-}
+const UnitTables &unitTables() { return internal::buildOnce(buildTables); }
 
 bool isKnownUnit(TyxUnits::Unit unit) { return unit >= 0 && unit < TyxUnits::NumUnits; }
 

@@ -1,5 +1,6 @@
 # Script run by the "package" test: stage an installation, build the examples
-# against it as an outside project would, run them and check tyx.pc.
+# against it as an outside project would, run them and check tyx.pc. The
+# consumer sets no language standard of its own: the package must carry it.
 
 function(run)
   execute_process(COMMAND ${ARGN} RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err)
@@ -18,13 +19,20 @@ foreach(required include/tyx/TyxGlobal.h include/tyx/TyxString.h)
   endif()
 endforeach()
 file(GLOB_RECURSE libs ${TYX_STAGE_DIR}/lib*/libtyx.so*)
-list(LENGTH libs nlibs)
-if(NOT nlibs EQUAL 3)
-  message(FATAL_ERROR "Expected libtyx.so, libtyx.so.4 and libtyx.so.4.1.0, found: ${libs}")
+set(names "")
+foreach(lib IN LISTS libs)
+  get_filename_component(name ${lib} NAME)
+  list(APPEND names ${name})
+endforeach()
+list(SORT names)
+set(expected libtyx.so libtyx.so.${TYX_SOVERSION} libtyx.so.${TYX_VERSION})
+if(NOT names STREQUAL expected)
+  message(FATAL_ERROR "Expected ${expected}, found: ${names}")
 endif()
 
 run(${CMAKE_COMMAND} -S ${TYX_EXAMPLES_DIR} -B ${TYX_CONSUMER_DIR} -G ${TYX_GENERATOR}
     -DCMAKE_PREFIX_PATH=${TYX_STAGE_DIR} -DCMAKE_BUILD_TYPE=Release
+    -DCMAKE_CXX_COMPILER=${TYX_CXX_COMPILER}
     "-DCMAKE_CXX_FLAGS=${TYX_CONSUMER_FLAGS}")
 run(${CMAKE_COMMAND} --build ${TYX_CONSUMER_DIR})
 run(${TYX_CONSUMER_DIR}/tyx-example)
@@ -36,14 +44,14 @@ if(PKG_CONFIG)
   set(ENV{PKG_CONFIG_PATH} ${pcdir})
   run(${PKG_CONFIG} --modversion tyx)
   string(STRIP "${last_output}" version)
-  if(NOT version STREQUAL "4.1.0")
+  if(NOT version STREQUAL TYX_VERSION)
     message(FATAL_ERROR "tyx.pc reports version '${version}'")
   endif()
   run(${PKG_CONFIG} --cflags --libs tyx)
   string(STRIP "${last_output}" flags)
   separate_arguments(flags UNIX_COMMAND "${flags}")
   separate_arguments(consumer_flags UNIX_COMMAND "${TYX_CONSUMER_FLAGS}")
-  run(c++ ${consumer_flags} ${TYX_EXAMPLES_DIR}/main.cpp ${flags}
+  run(${TYX_CXX_COMPILER} ${consumer_flags} ${TYX_EXAMPLES_DIR}/main.cpp ${flags}
       -o ${TYX_CONSUMER_DIR}/tyx-example-pc)
   run(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${pcdir}/.. ${TYX_CONSUMER_DIR}/tyx-example-pc)
 endif()
