@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <iomanip>
 #include <iostream>
+#include <span>
 
 #include <tyx/TyxCoreLibMgr.h>
 #include <tyx/TyxDataType.h>
@@ -36,19 +37,13 @@ void report(const char *step, double ms)
 tyx::TyxEqnTile makeBand(unsigned shift)
 {
     tyx::TyxEqnTile band(tyx::TyxDataType(tyx::TyxNumericType::U16), kSamples);
-    auto *samples = static_cast<uint16_t *>(band.buffer()->data());
+    const std::span<uint16_t> samples = band.samples<uint16_t>();
     for (uint64_t y = 0; y < kHeight; ++y) {
         for (uint64_t x = 0; x < kWidth; ++x)
             samples[y * kWidth + x] =
                 static_cast<uint16_t>(1 + (x * 7 + y * (3 + shift) + shift * 1000) % 60000);
     }
     return band;
-}
-
-template <class T>
-const T *samplesOf(const tyx::TyxEqnTile &tile)
-{
-    return static_cast<const T *>(tile.buffer()->data());
 }
 
 } // namespace
@@ -109,10 +104,10 @@ int main()
     // A few samples against the same arithmetic written out.
     start = Clock::now();
     int mismatches = 0;
-    const uint16_t *a = samplesOf<uint16_t>(nir);
-    const uint16_t *b = samplesOf<uint16_t>(red);
-    const double *got = samplesOf<double>(ndvi);
-    const int16_t *gotPacked = samplesOf<int16_t>(packed);
+    const auto a = nir.samples<uint16_t>();
+    const auto b = red.samples<uint16_t>();
+    const auto got = ndvi.samples<double>();
+    const auto gotPacked = packed.samples<int16_t>();
     std::cout << "  sample checks:\n";
     for (const uint64_t i : {uint64_t(0), uint64_t(4097), kSamples / 3, kSamples / 2 + 17, kSamples - 1}) {
         const double expected = (double(a[i]) - double(b[i])) / (double(a[i]) + double(b[i]));

@@ -4,6 +4,8 @@
 #include <complex>
 #include <cstdint>
 #include <iosfwd>
+#include <span>
+#include <type_traits>
 
 #include <tyx/TyxBuffer.h>
 #include <tyx/TyxDataType.h>
@@ -59,6 +61,47 @@ public:
 
     /// "TyxEqnTile".
     TyxString className() const override;
+
+    // Typed access to the samples: the library's addition beside the
+    // described tile, so that no caller casts the buffer's block.
+
+    /// The samples as a span of \p T, which must be the C++ type of the
+    /// tile's data type (int8_t to uint64_t, float, double,
+    /// std::complex<float>, std::complex<double>). Another \p T, a step
+    /// other than 1, or a buffer too small for the samples posts an error
+    /// saying why, and the result is an empty span when the handler returns.
+    /// An empty tile gives an empty span without a message. The span points
+    /// into the shared buffer and is valid while that block lives.
+    template <class T>
+    std::span<T> samples()
+    {
+        static_assert(TyxNumericType::codeOf<T>() != TyxNumericType::Invalid, "T is not a sample type");
+        if (!sampleAccessAllowed(TyxNumericType::codeOf<T>()))
+            return {};
+        return std::span<T>(static_cast<T *>(m_buffer->data()), static_cast<size_t>(m_size));
+    }
+    /// As samples(), read-only.
+    template <class T>
+    std::span<const T> samples() const
+    {
+        static_assert(TyxNumericType::codeOf<T>() != TyxNumericType::Invalid, "T is not a sample type");
+        if (!sampleAccessAllowed(TyxNumericType::codeOf<T>()))
+            return {};
+        return std::span<const T>(static_cast<const T *>(m_buffer->data()), static_cast<size_t>(m_size));
+    }
+
+    /// A tile of step 1 over \p samples, without a copy: the caller owns
+    /// the memory and keeps it alive, unmoved, for as long as the tile or
+    /// any copy of it (a variant holding it, a parser's variable) is used.
+    /// Operations that write in place write into it.
+    template <class T>
+    static TyxEqnTile wrap(std::span<T> samples)
+    {
+        static_assert(TyxNumericType::codeOf<T>() != TyxNumericType::Invalid && !std::is_const_v<T>,
+                      "T must be a writable sample type");
+        const TyxBufferPtr buffer(new TyxBuffer(samples.size_bytes(), samples.data(), false));
+        return TyxEqnTile(buffer, TyxDataType(TyxNumericType::codeOf<T>()), samples.size(), 1);
+    }
 
     // Arithmetic, element by element in double precision.
     TyxEqnTile operator+(const TyxEqnTile &other) const;
@@ -200,6 +243,10 @@ public:
     TyxEqnTile ternary(const Complex &a, const Complex &b) const;
 
 private:
+    /// Whether samples() of type \p asked may hand out a span; posts the
+    /// reason when not (except for an empty tile).
+    bool sampleAccessAllowed(TyxNumericType::Code asked) const;
+
     /// A buffer, and all elements by step inside it; all else is false. Then
     /// every element exactly 1 (1 + 0i) for floating and complex tiles;
     /// integer tiles are never true.

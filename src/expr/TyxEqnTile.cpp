@@ -10,6 +10,7 @@
 
 #include <tyx/TyxVariant.h>
 
+#include "core/TyxPost.h"
 #include "expr/TyxEqnTileLoops.h"
 
 namespace tyx {
@@ -237,6 +238,27 @@ void TyxEqnTile::initialize(const TyxDataType &type, uint64_t size)
 
 TyxString TyxEqnTile::className() const { return L"TyxEqnTile"; }
 
+bool TyxEqnTile::sampleAccessAllowed(TyxNumericType::Code asked) const
+{
+    if (m_size == 0)
+        return false;
+    if (asked != m_dataType.code()) {
+        TYX_POST_ERROR(L"TyxEqnTile::samples: asked for " + TyxDataType(asked).toString() +
+                       L" samples, but the tile holds " + m_dataType.toString());
+        return false;
+    }
+    if (m_step != 1) {
+        TYX_POST_ERROR(L"TyxEqnTile::samples: the step is " + std::to_wstring(m_step) + L", not 1");
+        return false;
+    }
+    if (!m_buffer || !m_buffer->data() || m_buffer->size() / m_dataType.size() < m_size) {
+        TYX_POST_ERROR(L"TyxEqnTile::samples: the buffer holds fewer than " + std::to_wstring(m_size) +
+                       L" samples");
+        return false;
+    }
+    return true;
+}
+
 bool TyxEqnTile::booleanTest() const
 {
     if (!m_buffer || !readable(*this))
@@ -245,7 +267,7 @@ bool TyxEqnTile::booleanTest() const
         return false;
     return visitServedCode(m_dataType.code(), false, [&](auto tt) {
         using T = typename decltype(tt)::type;
-        const T *p = samples<T>(*this);
+        const T *p = internal::samples<T>(*this);
         for (uint64_t i = 0; i < m_size; ++i)
             if (widen(p[i * m_step]) != decltype(widen(T()))(1.0))
                 return false;

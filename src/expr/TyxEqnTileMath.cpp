@@ -370,7 +370,7 @@ double TyxEqnTile::median() const
         return none;
     return visitRealCode(m_dataType.code(), none, [&](auto tt) {
         using T = typename decltype(tt)::type;
-        const T *p = samples<T>(*this);
+        const T *p = internal::samples<T>(*this);
         std::vector<T> values;
         if (m_step == 1) {
             values.assign(p, p + m_size);
@@ -448,7 +448,7 @@ TyxEqnTile TyxEqnTile::roundclip(const TyxDataType &type, double lo, double hi) 
     range.step = 1;
     return visitRealCode(m_dataType.code(), TyxEqnTile(), [&](auto ta) {
         using A = typename decltype(ta)::type;
-        const A *in = samples<A>(*this);
+        const A *in = internal::samples<A>(*this);
         return visitRealCode(type.code(), TyxEqnTile(), [&](auto tt) {
             using T = typename decltype(tt)::type;
             bool failed = false;
