@@ -266,7 +266,8 @@ TEST(TyxEqnParserTest, CopiesEvaluateIndependently)
     other.setValue(L"a", TyxString(L"x"));
     other.setValue(L"b", TyxString(L"y"));
     EXPECT_EQ(other.evaluate().value<TyxString>(), L"xxy");
-    other = other;
+    const TyxEqnParser &self = other;
+    other = self;
     EXPECT_EQ(other.evaluate().value<TyxString>(), L"xxy");
 }
 

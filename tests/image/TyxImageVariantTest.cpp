@@ -58,7 +58,7 @@ TEST(TyxImageVariantTest, DataTypeJoinsWithCode27)
 
 TEST(TyxImageVariantTest, LayoutAndByteOrderJoin)
 {
-    const TyxVariant layout(TyxDataLayout(TyxDataLayout::BlockInterleaved));
+    const TyxVariant layout{TyxDataLayout(TyxDataLayout::BlockInterleaved)};
     EXPECT_EQ(layout.type(), TyxMetaType::DataLayout);
     EXPECT_EQ(textOf(layout), L"TyxDataLayout,BlockInterleaved");
     EXPECT_EQ(layout.value<int>(), 3);
@@ -67,7 +67,7 @@ TEST(TyxImageVariantTest, LayoutAndByteOrderJoin)
     EXPECT_EQ(TyxVariant(1).value<TyxDataLayout>(), TyxDataLayout::BandInterleaved);
     EXPECT_EQ(TyxVariant(L"pixelinterleaved").value<TyxDataLayout>(), TyxDataLayout::PixelInterleaved);
 
-    const TyxVariant order(TyxByteOrder(TyxByteOrder::BigEndian));
+    const TyxVariant order{TyxByteOrder(TyxByteOrder::BigEndian)};
     EXPECT_EQ(order.type(), TyxMetaType::ByteOrder);
     EXPECT_EQ(order.value<TyxString>(), L"BigEndian");
     EXPECT_EQ(order.value<unsigned char>(), 1);
