@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <climits>
 #include <cstdint>
 #include <type_traits>
 
@@ -17,8 +18,12 @@ inline T lutEntry(double d)
 {
     if constexpr (std::is_floating_point_v<T>)
         return static_cast<T>(d);
+    // Types up to 32 bits, U32 aside, truncate through 32 bits: the rounded
+    // value fits, and the 32-bit conversion vectorises.
     else if constexpr (std::is_signed_v<T>)
-        return static_cast<T>(static_cast<int64_t>(d >= 0.0 ? d + 0.5 : d - 0.5));
+        return static_cast<T>(static_cast<int32_t>(d >= 0.0 ? d + 0.5 : d - 0.5));
+    else if constexpr (sizeof(T) < 4)
+        return static_cast<T>(static_cast<int32_t>(d + 0.5));
     else
         return static_cast<T>(static_cast<int64_t>(d + 0.5));
 }
@@ -49,8 +54,14 @@ void fillLutBand(T *dst, const TyxBreakPoint *p, size_t n, int64_t minIn, int64_
         // x runs through whole numbers, so start + i is exactly the value a
         // running sum of 1.0 would hold, without its loop-carried chain.
         const double start = double(a.in());
-        for (int64_t i = 0; i < dx; ++i)
-            out[i] = lutEntry<T>((start + double(i)) * slope + intercept);
+        if (dx <= INT32_MAX) {
+            const int32_t count = int32_t(dx);
+            for (int32_t i = 0; i < count; ++i)
+                out[i] = lutEntry<T>((start + double(i)) * slope + intercept);
+        } else {
+            for (int64_t i = 0; i < dx; ++i)
+                out[i] = lutEntry<T>((start + double(i)) * slope + intercept);
+        }
         out += dx;
     }
     std::fill_n(out, maxIn - int64_t(p[n - 1].in()) + 1, lutEntry<T>(p[n - 1].out()));
