@@ -8,11 +8,8 @@
 #include <tyx/TyxGlobal.h>
 #include <tyx/TyxLutDesc.h>
 #include <tyx/TyxRefCounted.h>
-#include <tyx/TyxSmartPtr.h>
 
 namespace tyx {
-
-TYX_DECLARE_SMART_PTR(TyxBreakPointLut);
 
 /// Break points per band between which output values are interpolated
 /// linearly. lut() turns them into a dense TyxLutDesc for one input type and

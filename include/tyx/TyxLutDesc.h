@@ -14,7 +14,7 @@ namespace tyx {
 
 class TyxEqnTile;
 
-TYX_DECLARE_SMART_PTR(TyxLutDesc);
+TYX_DECLARE_SMART_PTR_ONLY(TyxLutDesc);
 
 /// A dense table: for each band, numEntriesPerBand() entries of dataType(),
 /// band after band in one buffer. The entry for input value v of band b is at

@@ -104,7 +104,9 @@ TyxLutDescPtr TyxLutDesc::clone() const
 void TyxLutDesc::indexRange(int64_t &min, int64_t &max) const
 {
     min = m_minIndex;
-    max = m_minIndex + int64_t(m_numEntriesPerBand) - 1;
+    // Unsigned arithmetic: a minimum near the top of the range wraps instead
+    // of overflowing.
+    max = int64_t(uint64_t(m_minIndex) + m_numEntriesPerBand - 1);
 }
 
 bool TyxLutDesc::operator==(const TyxLutDesc &other) const
@@ -125,10 +127,10 @@ TyxEqnTile TyxLutDesc::apply(const TyxEqnTile &samples, unsigned band) const
     if (!m_buffer || !m_buffer->data() || m_numEntriesPerBand == 0 || useBand >= m_numBands ||
         entrySize == 0 || !samples.dataType().isInteger() || !tileFits(samples))
         return TyxEqnTile();
-    // The band's entries must lie inside the buffer; 64 bits cannot overflow
-    // here (2^32 bands of 2^32 entries of 16 bytes).
-    const uint64_t needed = (uint64_t(useBand) + 1) * m_numEntriesPerBand * entrySize;
-    if (needed > m_buffer->size())
+    // The band's entries must lie inside the buffer. A band is at most 2^36
+    // bytes; the band count is compared by division so nothing can wrap.
+    const uint64_t bandBytes = uint64_t(m_numEntriesPerBand) * entrySize;
+    if (uint64_t(useBand) + 1 > m_buffer->size() / bandBytes)
         return TyxEqnTile();
 
     const int64_t lo = m_minIndex;

@@ -367,7 +367,7 @@ bool writeEntries(const TyxLutDesc &lut, std::wostream &stream)
     const TyxBufferConstPtr buffer = lut.buffer();
     const uint64_t available = buffer && buffer->data() ? buffer->size() : 0;
     // Every band must be in the buffer; a shared single band serves all.
-    const bool allBands = available >= bandBytes * lut.numBands();
+    const bool allBands = bandBytes == 0 || available / bandBytes >= lut.numBands();
     if (!allBands && !(lut.reuseLutDataForAllBands() && available >= bandBytes)) {
         TYX_POST_ERROR(L"The LUT buffer holds fewer entries than the descriptor names.");
         return false;
