@@ -94,6 +94,18 @@ TEST(TyxTokenizerTest, CommentsAreSkippedAnywhereBetweenTokens)
     EXPECT_EQ(tokensOf(L"a<skip>{b", L"<", L">"), expected);
 }
 
+TEST(TyxTokenizerTest, TwoCharacterLineMarkerNeedsBothCharacters)
+{
+    std::wistringstream stream(L"a/b c//d\ne");
+    TyxTokenizer tokenizer(stream, L"", L"//", L"", L"", L" ");
+    std::vector<TyxString> tokens;
+    TyxString token;
+    while (tokenizer.nextToken(token))
+        tokens.push_back(token);
+    EXPECT_EQ(tokens, (std::vector<TyxString>{L"a/b", L"c", L"e"}));
+    EXPECT_EQ(tokenizer.lineNumber(), 2);
+}
+
 TEST(TyxTokenizerTest, CountsLinesInWhiteSpaceCommentsAndLiterals)
 {
     std::wistringstream stream(L"a\n\nb # c\n/* \n */ \"x\ny\" d\r\n");
