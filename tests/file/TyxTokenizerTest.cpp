@@ -1,0 +1,284 @@
+#include <tyx/TyxCoreLibMgr.h>
+#include <tyx/TyxTextHandler.h>
+#include <tyx/TyxTokenizer.h>
+
+#include "TyxTestDir.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using tyx::TyxString;
+using tyx::TyxTextMsg;
+using tyx::TyxTokenizer;
+
+class RecordingHandler : public tyx::TyxTextHandler {
+public:
+    void handleMessage(const TyxTextMsg &message) override { messages.push_back(message); }
+    std::vector<TyxTextMsg> messages;
+};
+
+class HandlerScope {
+public:
+    HandlerScope() : handler(new RecordingHandler) { tyx::TyxCoreLibMgr::instance().setTextHandler(handler); }
+    ~HandlerScope() { tyx::TyxCoreLibMgr::instance().setTextHandler(nullptr); }
+    tyx::TyxSmartPtr<RecordingHandler> handler;
+};
+
+using Token = std::pair<TyxString, TyxTokenizer::TokenType>;
+
+// All tokens of \p text with the LUT reader's sets and "/*" "*/" blocks.
+std::vector<Token> tokensOf(const TyxString &text, const TyxString &blockBegin = L"/*",
+                            const TyxString &blockEnd = L"*/")
+{
+    std::wistringstream stream(text);
+    TyxTokenizer tokenizer(stream, L"{}=$", L"#", blockBegin, blockEnd, L" \t");
+    std::vector<Token> tokens;
+    TyxString token;
+    TyxTokenizer::TokenType type = TyxTokenizer::Word;
+    while (tokenizer.nextToken(token, type))
+        tokens.emplace_back(token, type);
+    return tokens;
+}
+
+TEST(TyxTokenizerTest, DelimitersNeedNoBlanks)
+{
+    const std::vector<Token> expected = {
+        {L"a", TyxTokenizer::Word}, {L"=", TyxTokenizer::Delimiter}, {L"b", TyxTokenizer::Word}};
+    EXPECT_EQ(tokensOf(L"a=b"), expected);
+    EXPECT_EQ(tokensOf(L"  a =\tb  "), expected);
+}
+
+TEST(TyxTokenizerTest, QuoteEndsWordAndOpensLiteral)
+{
+    const std::vector<Token> expected = {{L"ab", TyxTokenizer::Word}, {L"cd", TyxTokenizer::Literal}};
+    EXPECT_EQ(tokensOf(L"ab\"cd\""), expected);
+    EXPECT_EQ(tokensOf(L"\"x = # y\""), (std::vector<Token>{{L"x = # y", TyxTokenizer::Literal}}));
+}
+
+TEST(TyxTokenizerTest, BackslashMakesNextCharacterPlain)
+{
+    EXPECT_EQ(tokensOf(L"\"a\\\"b\""), (std::vector<Token>{{L"a\"b", TyxTokenizer::Literal}}));
+    EXPECT_EQ(tokensOf(L"\"a\\\\\" z"),
+              (std::vector<Token>{{L"a\\", TyxTokenizer::Literal}, {L"z", TyxTokenizer::Word}}));
+    EXPECT_EQ(tokensOf(L"\"\\n\""), (std::vector<Token>{{L"n", TyxTokenizer::Literal}}));
+}
+
+TEST(TyxTokenizerTest, EmptyLiteralAnswersFalse)
+{
+    std::wistringstream stream(L"\"\" next");
+    TyxTokenizer tokenizer(stream, L"", L"", L"", L"", L" ");
+    TyxString token = L"old";
+    TyxTokenizer::TokenType type = TyxTokenizer::Word;
+    EXPECT_FALSE(tokenizer.nextToken(token, type));
+    EXPECT_EQ(type, TyxTokenizer::Literal);
+    EXPECT_TRUE(token.empty());
+    EXPECT_TRUE(tokenizer.nextToken(token));
+    EXPECT_EQ(token, L"next");
+}
+
+TEST(TyxTokenizerTest, CommentsAreSkippedAnywhereBetweenTokens)
+{
+    const std::vector<Token> expected = {
+        {L"a", TyxTokenizer::Word}, {L"{", TyxTokenizer::Delimiter}, {L"b", TyxTokenizer::Word}};
+    EXPECT_EQ(tokensOf(L"# first\na# tail\n/* block\n */{b"), expected);
+    // A line comment on the last line needs no newline.
+    EXPECT_EQ(tokensOf(L"a { b # end"), expected);
+    // A block end must match both characters.
+    EXPECT_EQ(tokensOf(L"a/* * / **/{/***/b"), expected);
+    // One-character block markers.
+    EXPECT_EQ(tokensOf(L"a<skip>{b", L"<", L">"), expected);
+}
+
+TEST(TyxTokenizerTest, TwoCharacterLineMarkerNeedsBothCharacters)
+{
+    std::wistringstream stream(L"a/b c//d\ne");
+    TyxTokenizer tokenizer(stream, L"", L"//", L"", L"", L" ");
+    std::vector<TyxString> tokens;
+    TyxString token;
+    while (tokenizer.nextToken(token))
+        tokens.push_back(token);
+    EXPECT_EQ(tokens, (std::vector<TyxString>{L"a/b", L"c", L"e"}));
+    EXPECT_EQ(tokenizer.lineNumber(), 2);
+}
+
+TEST(TyxTokenizerTest, CountsLinesInWhiteSpaceCommentsAndLiterals)
+{
+    std::wistringstream stream(L"a\n\nb # c\n/* \n */ \"x\ny\" d\r\n");
+    TyxTokenizer tokenizer(stream, L"", L"#", L"/*", L"*/", L" ");
+    TyxString token;
+    ASSERT_TRUE(tokenizer.nextToken(token));
+    EXPECT_EQ(tokenizer.lineNumber(), 1);
+    ASSERT_TRUE(tokenizer.nextToken(token));
+    EXPECT_EQ(token, L"b");
+    EXPECT_EQ(tokenizer.lineNumber(), 3);
+    ASSERT_TRUE(tokenizer.nextToken(token));
+    EXPECT_EQ(token, L"x\ny");
+    EXPECT_EQ(tokenizer.lineNumber(), 6);
+    ASSERT_TRUE(tokenizer.nextToken(token));
+    EXPECT_EQ(token, L"d");
+    EXPECT_FALSE(tokenizer.nextToken(token));
+    EXPECT_EQ(tokenizer.lineNumber(), 7);
+    tokenizer.setLineNumber(40);
+    EXPECT_EQ(tokenizer.lineNumber(), 40);
+}
+
+TEST(TyxTokenizerTest, UnclosedLiteralReportsItsFirstLine)
+{
+    HandlerScope scope;
+    std::wistringstream stream(L"a\nb\n\"open\n\n\n");
+    TyxTokenizer tokenizer(stream, L"", L"", L"", L"", L" ");
+    TyxString token;
+    ASSERT_TRUE(tokenizer.nextToken(token));
+    ASSERT_TRUE(tokenizer.nextToken(token));
+    EXPECT_FALSE(tokenizer.nextToken(token));
+    EXPECT_TRUE(token.empty());
+    ASSERT_EQ(scope.handler->messages.size(), 1u);
+    EXPECT_EQ(scope.handler->messages[0].text(), L"Failed to find closing literal delimiter (\") at line 3.");
+    EXPECT_EQ(scope.handler->messages[0].type(), TyxTextMsg::Error);
+    EXPECT_EQ(scope.handler->messages[0].srcFname(), L"TyxTokenizer.cpp");
+    // The failure stays: every later call posts it again.
+    EXPECT_FALSE(tokenizer.nextToken(token));
+    EXPECT_EQ(scope.handler->messages.size(), 2u);
+    EXPECT_EQ(tokenizer.status().text(), scope.handler->messages[0].text());
+}
+
+TEST(TyxTokenizerTest, UnclosedBlockCommentReportsItsFirstLine)
+{
+    HandlerScope scope;
+    std::wistringstream stream(L"a\n/* never\nclosed *");
+    TyxTokenizer tokenizer(stream, L"", L"", L"/*", L"*/", L" ");
+    TyxString token;
+    ASSERT_TRUE(tokenizer.nextToken(token));
+    EXPECT_FALSE(tokenizer.nextToken(token));
+    ASSERT_EQ(scope.handler->messages.size(), 1u);
+    EXPECT_EQ(scope.handler->messages[0].text(),
+              L"Failed to find closing block comment delimiter at line 2.");
+}
+
+TEST(TyxTokenizerTest, DefaultHandlerThrowsTheFailure)
+{
+    std::wistringstream stream(L"\"open");
+    TyxTokenizer tokenizer(stream, L"", L"", L"", L"", L" ");
+    TyxString token;
+    EXPECT_THROW(tokenizer.nextToken(token), TyxTextMsg);
+}
+
+TEST(TyxTokenizerTest, NextDataReadsRawTextToTerminator)
+{
+    std::wistringstream stream(L"key = a # b\nc;tail");
+    TyxTokenizer tokenizer(stream, L"=", L"#", L"", L"", L" ");
+    TyxString text;
+    ASSERT_TRUE(tokenizer.nextToken(text));
+    ASSERT_TRUE(tokenizer.nextToken(text));
+    EXPECT_EQ(text, L"=");
+    EXPECT_TRUE(tokenizer.nextData(text, L';'));
+    EXPECT_EQ(text, L" a # b\nc");
+    EXPECT_EQ(tokenizer.lineNumber(), 2);
+    EXPECT_FALSE(tokenizer.nextData(text, L';'));
+    EXPECT_EQ(text, L"tail");
+}
+
+struct ValidationCase {
+    const wchar_t *delimiters;
+    const wchar_t *lineComment;
+    const wchar_t *blockBegin;
+    const wchar_t *blockEnd;
+    const wchar_t *whitespace;
+    const wchar_t *message;
+};
+
+TEST(TyxTokenizerTest, InvalidCharacterSetsLeaveTheirStatus)
+{
+    const std::vector<ValidationCase> cases = {
+        {L"", L"###", L"", L"", L" ", L"Line comment identifier, '###', exceeds maximum length of 2"},
+        {L"", L"#\"", L"", L"", L" ",
+         L"Line comment identifier, '#\"' may not include literal token identifier '\"'"},
+        {L"", L"# ", L"", L"", L" ", L"Line comment identifier may not include whitespace TyxCharacters"},
+        {L"", L"#", L"", L"*/", L" ",
+         L"Block comment begin, '', and block comment end, '*/', failed length test"},
+        {L"", L"#", L"/*", L"", L" ",
+         L"Block comment begin, '/*', and block comment end, '', failed length test"},
+        {L"", L"#", L"/**", L"*/", L" ",
+         L"Block comment begin, '/**', and block comment end, '*/', failed length test"},
+        {L"", L"#", L"/\"", L"*/", L" ", L"Invalid character, '\"', in block comment begin identifier"},
+        {L"", L"#", L"/*", L"\"/", L" ", L"Invalid  TyxCharacter, '\"', in block comment end identifier"},
+        {L"", L"#", L"/\n", L"*/", L" ", L"White space found in block comment begin identifier"},
+        {L"", L"#", L"/*", L"*\t", L"\t", L"White  space found in block comment end identifier"},
+        {L"", L"*", L"/*", L"*/", L" ",
+         L"The line comment TyxCharacter '*' must differ from each TyxCharacter in the block comment begin "
+         L"identifier '/*'"},
+        {L"", L"//", L"/", L"\\", L" ",
+         L"The block comment begin TyxCharacter '/' must differ from each TyxCharacter in the line comment "
+         L"identifier '//'"},
+        {L"", L"/*", L"/*", L"*/", L" ", L"Block begin comment and line comment  identifiers must differ"},
+        {L"=;", L"#", L"", L"", L" ;", L"';' cannot be listed as both whitespace and as a delimiter"},
+        {L"=\n", L"#", L"", L"", L" ", L"'\n' cannot be listed as both whitespace and as a delimiter"},
+        {L"=", L"#", L"", L"", L" \"", L"Literal TyxCharacter, '\"', cannot be listed as a whitespace"},
+        {L"=\"", L"#", L"", L"", L" ", L"Literal TyxCharacter, '\"', cannot be listed as a delimiter"},
+    };
+    for (const ValidationCase &c : cases) {
+        std::wistringstream stream(L"a");
+        TyxTokenizer tokenizer(stream, c.delimiters, c.lineComment, c.blockBegin, c.blockEnd, c.whitespace);
+        EXPECT_EQ(tokenizer.status().text(), c.message);
+        EXPECT_EQ(tokenizer.status().type(), TyxTextMsg::Error);
+        HandlerScope scope;
+        TyxString token = L"x";
+        EXPECT_FALSE(tokenizer.nextToken(token));
+        EXPECT_TRUE(token.empty());
+        ASSERT_EQ(scope.handler->messages.size(), 1u);
+        EXPECT_EQ(scope.handler->messages[0].text(), c.message);
+    }
+}
+
+TEST(TyxTokenizerTest, FailedStreamAndFactoryPost)
+{
+    HandlerScope scope;
+    std::wistringstream stream(L"a");
+    stream.setstate(std::ios_base::failbit);
+    auto tokenizer = TyxTokenizer::create(stream, L"", L"", L"", L"", L" ");
+    ASSERT_TRUE(tokenizer);
+    ASSERT_EQ(scope.handler->messages.size(), 1u);
+    EXPECT_EQ(scope.handler->messages[0].text(), L"Invalid input stream for the tokenizer.");
+    std::wistringstream good(L"a");
+    EXPECT_TRUE(TyxTokenizer::create(good, L"", L"", L"", L"", L" "));
+    EXPECT_EQ(scope.handler->messages.size(), 1u);
+}
+
+TEST(TyxTokenizerTest, FindTokenReadsTheStartOfAFile)
+{
+    tyx::test::TyxTestDir dir;
+    dir.write("head.txt", "  # comment\n{ type = l }");
+    TyxString token;
+    TyxTokenizer::TokenType type = TyxTokenizer::Word;
+    const TyxString path = dir.file("head.txt");
+    EXPECT_TRUE(TyxTokenizer::findToken(token, type, path, 100, L"{}=$", L"#", L"", L"", L" "));
+    EXPECT_EQ(token, L"{");
+    EXPECT_EQ(type, TyxTokenizer::Delimiter);
+    // Cut inside the comment: only newlines follow, so no token.
+    EXPECT_FALSE(TyxTokenizer::findToken(token, type, path, 6, L"{}=$", L"#", L"", L"", L" "));
+    dir.write("word.txt", "abc");
+    EXPECT_TRUE(TyxTokenizer::findToken(token, type, dir.file("word.txt"), 64, L"", L"", L"", L"", L" "));
+    EXPECT_EQ(token, L"abc");
+    EXPECT_EQ(type, TyxTokenizer::Word);
+    EXPECT_TRUE(TyxTokenizer::findToken(token, type, dir.file("word.txt"), 2, L"", L"", L"", L"", L" "));
+    EXPECT_EQ(token, L"ab");
+}
+
+TEST(TyxTokenizerTest, FindTokenPostsWhenFileIsMissing)
+{
+    HandlerScope scope;
+    tyx::test::TyxTestDir dir;
+    const TyxString path = dir.file("missing.txt");
+    TyxString token;
+    TyxTokenizer::TokenType type = TyxTokenizer::Word;
+    EXPECT_FALSE(TyxTokenizer::findToken(token, type, path, 10, L"", L"", L"", L"", L" "));
+    ASSERT_EQ(scope.handler->messages.size(), 1u);
+    EXPECT_EQ(scope.handler->messages[0].text(), L"Cannot open file for read-only access: " + path);
+}
+
+} // namespace

@@ -1,0 +1,313 @@
+#include <tyx/TyxBreakPointLut.h>
+
+#include "TyxLutTestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+namespace {
+
+using tyx::TyxBreakPoint;
+using tyx::TyxBreakPointLut;
+using tyx::TyxDataType;
+using tyx::TyxLutDescPtr;
+using tyx::TyxNumericType;
+using tyx::test::HandlerScope;
+
+const TyxDataType U8(TyxNumericType::U8);
+const TyxDataType I8(TyxNumericType::I8);
+const TyxDataType I16(TyxNumericType::I16);
+const TyxDataType U16(TyxNumericType::U16);
+const TyxDataType FloatType(TyxNumericType::Float);
+
+template <class T>
+std::vector<T> entries(const TyxLutDescPtr &lut)
+{
+    const T *p = static_cast<const T *>(lut->buffer()->data());
+    return std::vector<T>(p, p + uint64_t(lut->numEntriesPerBand()) * lut->numBands());
+}
+
+TEST(TyxBreakPointLutTest, NoPointsGiveIdentityInOneReusedBand)
+{
+    TyxBreakPointLut bpl(U8);
+    const TyxLutDescPtr &lut = bpl.lut(U8);
+    ASSERT_TRUE(lut);
+    EXPECT_EQ(lut->numBands(), 1u);
+    EXPECT_EQ(lut->numEntriesPerBand(), 256u);
+    EXPECT_EQ(lut->minIndex(), 0);
+    EXPECT_TRUE(lut->reuseLutDataForAllBands());
+    EXPECT_EQ(lut->dataType(), U8);
+    const auto values = entries<uint8_t>(lut);
+    for (int v = 0; v < 256; ++v)
+        ASSERT_EQ(values[v], v);
+}
+
+TEST(TyxBreakPointLutTest, InterpolationRoundsHalfUp)
+{
+    TyxBreakPointLut bpl(U8);
+    bpl.add(TyxBreakPoint(0, 0.0, 0));
+    bpl.add(TyxBreakPoint(255, 127.5, 0));
+    const auto values = entries<uint8_t>(bpl.lut(U8));
+    EXPECT_EQ(values[0], 0);
+    EXPECT_EQ(values[1], 1); // 0.5 + 0.5
+    EXPECT_EQ(values[127], 64);
+    EXPECT_EQ(values[254], 127);
+    EXPECT_EQ(values[255], 128); // the last point's own value, 127.5 rounded
+}
+
+TEST(TyxBreakPointLutTest, FlatOutsidePointsAndJumpAtEqualInputs)
+{
+    TyxBreakPointLut bpl(TyxDataType(TyxNumericType::I16));
+    // Out of order on purpose: building sorts them.
+    bpl.add(TyxBreakPoint(20, 50.0, 0));
+    bpl.add(TyxBreakPoint(10, -10.0, 0));
+    bpl.add(TyxBreakPoint(15, 0.0, 0));
+    bpl.add(TyxBreakPoint(15, 100.0, 0));
+    const auto values = entries<int16_t>(bpl.lut(U8));
+    EXPECT_EQ(values[0], -10);
+    EXPECT_EQ(values[9], -10);
+    EXPECT_EQ(values[10], -10);
+    EXPECT_EQ(values[12], -6); // -10 + 2 * 2 = -6
+    EXPECT_EQ(values[14], -2);
+    EXPECT_EQ(values[15], 100); // the later of the two equal inputs starts the next segment
+    EXPECT_EQ(values[17], 80);
+    EXPECT_EQ(values[20], 50);
+    EXPECT_EQ(values[255], 50);
+}
+
+TEST(TyxBreakPointLutTest, NegativeValuesRoundAwayFromZero)
+{
+    TyxBreakPointLut bpl(I8);
+    bpl.add(TyxBreakPoint(0, -128.0, 0));
+    bpl.add(TyxBreakPoint(2, -127.0, 0));
+    bpl.add(TyxBreakPoint(255, 127.0, 0));
+    const auto values = entries<int8_t>(bpl.lut(U8));
+    EXPECT_EQ(values[0], -128);
+    EXPECT_EQ(values[1], -128); // -127.5 rounds away from zero
+    EXPECT_EQ(values[2], -127);
+    EXPECT_EQ(values[255], 127);
+}
+
+TEST(TyxBreakPointLutTest, OutputTypesAtTheirLimits)
+{
+    {
+        TyxBreakPointLut bpl(U8);
+        bpl.add(TyxBreakPoint(0, 255.0, 0));
+        bpl.add(TyxBreakPoint(255, 0.0, 0));
+        const auto values = entries<uint8_t>(bpl.lut(U8));
+        EXPECT_EQ(values.front(), 255);
+        EXPECT_EQ(values.back(), 0);
+    }
+    {
+        TyxBreakPointLut bpl(I16);
+        bpl.add(TyxBreakPoint(0, -32768.0, 0));
+        bpl.add(TyxBreakPoint(65535, 32767.0, 0));
+        const auto values = entries<int16_t>(bpl.lut(U16));
+        EXPECT_EQ(values.front(), -32768);
+        EXPECT_EQ(values[32768], 0); // -32768 + 32768 * 65535 / 65535 = 0
+        EXPECT_EQ(values.back(), 32767);
+    }
+    {
+        TyxBreakPointLut bpl(FloatType);
+        bpl.add(TyxBreakPoint(0, -32768.0, 0));
+        bpl.add(TyxBreakPoint(255, 32767.0, 0));
+        const auto values = entries<float>(bpl.lut(U8));
+        EXPECT_EQ(values.front(), -32768.0f);
+        EXPECT_EQ(values.back(), 32767.0f);
+        EXPECT_FLOAT_EQ(values[1], float(-32768.0 + 65535.0 / 255.0));
+    }
+}
+
+TEST(TyxBreakPointLutTest, InputTypesSetRangeOfTable)
+{
+    TyxBreakPointLut bpl(U8);
+    const TyxDataType u12(TyxNumericType::U16, 12);
+    const TyxLutDescPtr lut12 = bpl.lut(u12);
+    ASSERT_TRUE(lut12);
+    int64_t lo = 0, hi = 0;
+    lut12->indexRange(lo, hi);
+    EXPECT_EQ(lo, 0);
+    EXPECT_EQ(hi, 4095);
+    EXPECT_EQ(bpl.inputBitDepth(), 12u);
+    EXPECT_EQ(bpl.lut(I8)->minIndex(), -128);
+    const TyxLutDescPtr &lutFloat = bpl.lut(FloatType);
+    EXPECT_EQ(lutFloat->minIndex(), -32768);
+    EXPECT_EQ(lutFloat->numEntriesPerBand(), 65536u);
+}
+
+TEST(TyxBreakPointLutTest, SeveralBandsEachGetTheirOwnEntries)
+{
+    TyxBreakPointLut bpl(U8);
+    bpl.add(TyxBreakPoint(0, 0.0, 0));
+    bpl.add(TyxBreakPoint(255, 255.0, 0));
+    bpl.add(TyxBreakPoint(0, 255.0, 1));
+    bpl.add(TyxBreakPoint(255, 0.0, 1));
+    EXPECT_EQ(bpl.numBands(), 2u);
+    const TyxLutDescPtr &lut = bpl.lut(U8);
+    ASSERT_TRUE(lut);
+    EXPECT_EQ(lut->numBands(), 2u);
+    EXPECT_FALSE(lut->reuseLutDataForAllBands());
+    const auto values = entries<uint8_t>(lut);
+    EXPECT_EQ(values[10], 10);
+    EXPECT_EQ(values[256 + 10], 245);
+}
+
+TEST(TyxBreakPointLutTest, TableIsCachedUntilSomethingChanges)
+{
+    TyxBreakPointLut bpl(U8);
+    const TyxLutDescPtr first = bpl.lut(U8);
+    EXPECT_EQ(bpl.lut(U8).get(), first.get());
+    bpl.add(TyxBreakPoint(0, 3.0, 0));
+    bpl.add(TyxBreakPoint(255, 3.0, 0));
+    const TyxLutDescPtr second = bpl.lut(U8);
+    EXPECT_NE(second.get(), first.get());
+    EXPECT_EQ(entries<uint8_t>(first)[7], 7); // the dropped table lives on while shared
+    bpl.setOutputDataType(U8);                // same type: ignored
+    EXPECT_EQ(bpl.lut(U8).get(), second.get());
+    bpl.setOutputDataType(TyxDataType()); // invalid: ignored
+    EXPECT_EQ(bpl.lut(U8).get(), second.get());
+    EXPECT_NE(bpl.lut(U16).get(), second.get());
+    bpl.setOutputDataType(I16);
+    EXPECT_EQ(bpl.lut(U8)->dataType(), I16);
+}
+
+TEST(TyxBreakPointLutTest, CopiesTakePointsButNoTable)
+{
+    HandlerScope scope;
+    TyxBreakPointLut bpl(U8);
+    bpl.add(TyxBreakPoint(1, 2.0, 0));
+    ASSERT_FALSE(bpl.lut(U8)); // one point is not enough
+    TyxBreakPointLut copy(bpl);
+    EXPECT_EQ(copy.points(), bpl.points());
+    EXPECT_EQ(copy.outputDataType(), U8);
+    EXPECT_FALSE(copy.inputDataType().isValid());
+    TyxBreakPointLut assigned;
+    assigned = bpl;
+    EXPECT_EQ(assigned.points().size(), 1u);
+    EXPECT_FALSE(assigned.inputDataType().isValid());
+}
+
+TEST(TyxBreakPointLutTest, GetSortsOneBandOrGivesTypeRange)
+{
+    TyxBreakPointLut bpl(U16);
+    std::vector<TyxBreakPoint> result = {TyxBreakPoint(1, 1.0, 1)};
+    bpl.get(result, 0);
+    EXPECT_TRUE(result.empty());
+    ASSERT_TRUE(bpl.lut(U8));
+    bpl.get(result, 2);
+    EXPECT_EQ(result, (std::vector<TyxBreakPoint>{{0, 0.0, 2}, {255, 65535.0, 2}}));
+    bpl.add(TyxBreakPoint(9, 1.0, 1));
+    bpl.add(TyxBreakPoint(3, 1.0, 0));
+    bpl.add(TyxBreakPoint(2, 1.0, 1));
+    bpl.get(result, 1);
+    EXPECT_EQ(result, (std::vector<TyxBreakPoint>{{2, 1.0, 1}, {9, 1.0, 1}}));
+    bpl.clear();
+    EXPECT_TRUE(bpl.points().empty());
+    EXPECT_FALSE(bpl.inputDataType().isValid());
+    EXPECT_EQ(bpl.numBands(), 0u);
+}
+
+TEST(TyxBreakPointLutTest, NumBandsFromPointsSpan)
+{
+    TyxBreakPointLut bpl(U8);
+    bpl.add(TyxBreakPoint(0, 0.0, 3));
+    bpl.add(TyxBreakPoint(0, 0.0, 5));
+    EXPECT_EQ(bpl.numBands(), 3u);
+}
+
+struct FailureCase {
+    const char *name;
+    std::vector<TyxBreakPoint> points;
+    TyxDataType input;
+    TyxDataType output;
+    const wchar_t *message;
+};
+
+TEST(TyxBreakPointLutTest, FailuresPostTheirMessageAndGiveNull)
+{
+    const std::vector<FailureCase> cases = {
+        {"invalid input", {}, TyxDataType(), U8, L"Input data type ((,0)) is not valid."},
+        {"invalid output", {}, U8, TyxDataType(), L"Output data type ((,0)) is not valid."},
+        {"input below",
+         {{-1, 0.0, 0}, {255, 0.0, 0}},
+         U8,
+         U8,
+         L"Minimum input value (-1) for all bands is smaller than minimum (0) for bit depth."},
+        {"input above",
+         {{0, 0.0, 0}, {300, 0.0, 0}},
+         U8,
+         U8,
+         L"Maximum input value (300) for all bands is larger than maximum (255) for bit depth."},
+        {"output below",
+         {{0, -0.5, 0}, {255, 0.0, 0}},
+         U8,
+         U8,
+         L"Minimum output value (-0.5) for all bands is smaller than minimum (0) for bit depth."},
+        {"output above",
+         {{0, 0.0, 0}, {255, 40000.0, 0}},
+         U8,
+         FloatType,
+         L"Maximum output value (40000) for all bands is larger than maximum (32767) for bit depth."},
+        {"band gap",
+         {{0, 0.0, 0}, {255, 0.0, 0}, {0, 0.0, 2}, {255, 0.0, 2}},
+         U8,
+         U8,
+         L"Band 1 does not have at least two break points."},
+        {"band not from zero",
+         {{0, 0.0, 1}, {255, 0.0, 1}},
+         U8,
+         U8,
+         L"Band numbers must start at zero and cannot be negative."},
+        {"I64 output", {}, U8, TyxDataType(TyxNumericType::I64), L"Invalid data type"},
+        {"ComplexFloat output", {}, U8, TyxDataType(TyxNumericType::ComplexFloat), L"Invalid data type"},
+        {"U32 input",
+         {},
+         TyxDataType(TyxNumericType::U32),
+         U8,
+         L"Could not allocate 4294967296 for LUT data."},
+    };
+    for (const FailureCase &c : cases) {
+        HandlerScope scope;
+        TyxBreakPointLut bpl(c.output);
+        for (const TyxBreakPoint &p : c.points)
+            bpl.add(p);
+        EXPECT_FALSE(bpl.lut(c.input)) << c.name;
+        EXPECT_EQ(scope.onlyText(), c.message) << c.name;
+        if (!scope.handler->messages.empty()) {
+            EXPECT_EQ(scope.handler->messages.front().type(), tyx::TyxTextMsg::Error);
+        }
+    }
+}
+
+TEST(TyxBreakPointLutTest, FailedBuildKeepsRequestedInputTypeAndStaysUsable)
+{
+    HandlerScope scope;
+    TyxBreakPointLut bpl(U8);
+    bpl.add(TyxBreakPoint(0, 0.0, 0));
+    bpl.add(TyxBreakPoint(300, 0.0, 0));
+    EXPECT_FALSE(bpl.lut(U8));
+    EXPECT_EQ(bpl.inputDataType(), U8);
+    EXPECT_TRUE(bpl.lut(U16));
+}
+
+TEST(TyxBreakPointLutTest, NaNOutputFailsForIntegerTypes)
+{
+    HandlerScope scope;
+    TyxBreakPointLut bpl(U8);
+    bpl.add(TyxBreakPoint(0, std::nan(""), 0));
+    bpl.add(TyxBreakPoint(255, 1.0, 0));
+    EXPECT_FALSE(bpl.lut(U8));
+    EXPECT_EQ(scope.onlyText(),
+              L"Minimum output value (nan) for all bands is smaller than minimum (0) for bit depth.");
+}
+
+TEST(TyxBreakPointLutTest, DefaultHandlerThrowsPostedError)
+{
+    TyxBreakPointLut bpl;
+    EXPECT_THROW(bpl.lut(U8), tyx::TyxTextMsg);
+}
+
+} // namespace

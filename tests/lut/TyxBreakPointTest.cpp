@@ -1,0 +1,78 @@
+#include <tyx/TyxBreakPoint.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+#include <vector>
+
+namespace {
+
+using tyx::TyxBreakPoint;
+using tyx::TyxString;
+
+TEST(TyxBreakPointTest, DefaultIsNull)
+{
+    TyxBreakPoint p;
+    EXPECT_TRUE(p.isNull());
+    EXPECT_EQ(p.in(), 0);
+    EXPECT_EQ(p.out(), 0.0);
+    EXPECT_EQ(p.band(), 0u);
+    p.rOut() = 0.5;
+    EXPECT_FALSE(p.isNull());
+    p.setAll(-3, 1.5, 2);
+    EXPECT_EQ(p, TyxBreakPoint(-3, 1.5, 2));
+    EXPECT_NE(p, TyxBreakPoint(-3, 1.5, 1));
+}
+
+TEST(TyxBreakPointTest, OrdersByBandThenInThenOut)
+{
+    std::vector<TyxBreakPoint> points = {{5, 1.0, 1}, {7, 0.0, 0}, {5, 0.5, 1}, {2, 9.0, 1}, {7, -1.0, 0}};
+    std::sort(points.begin(), points.end());
+    const std::vector<TyxBreakPoint> expected = {
+        {7, -1.0, 0}, {7, 0.0, 0}, {2, 9.0, 1}, {5, 0.5, 1}, {5, 1.0, 1}};
+    EXPECT_EQ(points, expected);
+}
+
+TEST(TyxBreakPointTest, TextForms)
+{
+    const TyxBreakPoint p(0, 12.5, 1);
+    EXPECT_EQ(p.toString(), L"(0,12.5,1)");
+    EXPECT_EQ(TyxString(p), L"(0,12.5,1)");
+    std::ostringstream narrow;
+    narrow << TyxBreakPoint(-7, -0.25, 3);
+    EXPECT_EQ(narrow.str(), "(-7,-0.25,3)");
+}
+
+TEST(TyxBreakPointTest, FromStringAnswersPositionAfterText)
+{
+    TyxBreakPoint p;
+    EXPECT_EQ(p.fromString(L"(1,2.5,3)"), 9u);
+    EXPECT_EQ(p, TyxBreakPoint(1, 2.5, 3));
+    EXPECT_EQ(p.fromString(L"(4,5,6) rest"), 7u);
+    EXPECT_EQ(p, TyxBreakPoint(4, 5.0, 6));
+}
+
+TEST(TyxBreakPointTest, FailedParseLeavesTargetAlone)
+{
+    TyxBreakPoint p(9, 9.0, 9);
+    for (const wchar_t *text : {L"", L"(1,2.5)", L"(x,2,3)", L"(1,2,-)", L"(1,2,3"}) {
+        EXPECT_EQ(p.fromString(text), 0u) << text;
+        EXPECT_EQ(p, TyxBreakPoint(9, 9.0, 9)) << text;
+    }
+}
+
+TEST(TyxBreakPointTest, StreamReadIgnoresSeparatorCharacters)
+{
+    std::wistringstream is(L"[1;2.5;3]");
+    TyxBreakPoint p;
+    is >> p;
+    EXPECT_TRUE(is.good());
+    EXPECT_EQ(p, TyxBreakPoint(1, 2.5, 3));
+    std::istringstream narrow("(1,2");
+    narrow >> p;
+    EXPECT_FALSE(narrow.good());
+    EXPECT_EQ(p, TyxBreakPoint(1, 2.5, 3));
+}
+
+} // namespace

@@ -1,0 +1,212 @@
+#include <tyx/TyxBreakPointLut.h>
+#include <tyx/TyxEqnTile.h>
+#include <tyx/TyxLutDesc.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <sstream>
+#include <vector>
+
+namespace {
+
+using tyx::TyxBuffer;
+using tyx::TyxBufferPtr;
+using tyx::TyxDataType;
+using tyx::TyxEqnTile;
+using tyx::TyxLutDesc;
+using tyx::TyxLutDescPtr;
+using tyx::TyxNumericType;
+
+template <class T>
+TyxBufferPtr bufferOf(const std::vector<T> &values)
+{
+    TyxBufferPtr buffer(new TyxBuffer(values.size() * sizeof(T), true));
+    std::memcpy(buffer->data(), values.data(), values.size() * sizeof(T));
+    return buffer;
+}
+
+template <class T>
+TyxEqnTile tileOf(TyxNumericType::Code code, const std::vector<T> &values)
+{
+    return TyxEqnTile(bufferOf(values), TyxDataType(code), values.size(), 1);
+}
+
+template <class T>
+std::vector<T> valuesOf(const TyxEqnTile &tile)
+{
+    const T *p = static_cast<const T *>(tile.buffer()->data());
+    return std::vector<T>(p, p + tile.size());
+}
+
+TEST(TyxLutDescTest, DefaultDescriptor)
+{
+    const TyxLutDesc lut;
+    EXPECT_TRUE(lut.reuseLutDataForAllBands());
+    EXPECT_EQ(lut.numEntriesPerBand(), 0u);
+    EXPECT_EQ(lut.numBands(), 0u);
+    EXPECT_EQ(lut.minIndex(), 0);
+    EXPECT_FALSE(lut.buffer());
+    EXPECT_FALSE(lut.dataType().isValid());
+    EXPECT_EQ(lut, TyxLutDesc());
+}
+
+TEST(TyxLutDescTest, CopiesShareAndClonesCopyTheBuffer)
+{
+    TyxLutDesc lut(bufferOf<uint8_t>({1, 2, 3}), TyxDataType(TyxNumericType::U8), 3, -1, 1, false);
+    EXPECT_EQ(lut.bitDepth(), 8u);
+    int64_t lo = 0, hi = 0;
+    lut.indexRange(lo, hi);
+    EXPECT_EQ(lo, -1);
+    EXPECT_EQ(hi, 1);
+
+    TyxLutDesc copy(lut);
+    EXPECT_EQ(copy.buffer().get(), lut.buffer().get());
+    TyxLutDesc assigned;
+    assigned = lut;
+    EXPECT_EQ(assigned.buffer().get(), lut.buffer().get());
+
+    const TyxLutDescPtr clone = lut.clone();
+    EXPECT_NE(clone->buffer().get(), lut.buffer().get());
+    EXPECT_EQ(*clone, lut);
+    static_cast<uint8_t *>(clone->buffer()->data())[0] = 9;
+    EXPECT_NE(*clone, lut);
+    EXPECT_FALSE(TyxLutDesc().clone()->buffer());
+}
+
+TEST(TyxLutDescTest, EqualityLooksAtEveryField)
+{
+    const TyxDataType u8(TyxNumericType::U8);
+    const TyxLutDesc base(bufferOf<uint8_t>({1, 2}), u8, 2, 0, 1, false);
+    EXPECT_EQ(base, TyxLutDesc(bufferOf<uint8_t>({1, 2}), u8, 2, 0, 1, false));
+    EXPECT_NE(base,
+              TyxLutDesc(bufferOf<uint8_t>({1, 2}), TyxDataType(TyxNumericType::U8, 7), 2, 0, 1, false));
+    EXPECT_NE(base, TyxLutDesc(bufferOf<uint8_t>({1, 2}), u8, 1, 0, 1, false));
+    EXPECT_NE(base, TyxLutDesc(bufferOf<uint8_t>({1, 2}), u8, 2, 1, 1, false));
+    EXPECT_NE(base, TyxLutDesc(bufferOf<uint8_t>({1, 2}), u8, 2, 0, 2, false));
+    EXPECT_NE(base, TyxLutDesc(bufferOf<uint8_t>({1, 2}), u8, 2, 0, 1, true));
+    EXPECT_NE(base, TyxLutDesc(nullptr, u8, 2, 0, 1, false));
+    EXPECT_EQ(TyxLutDesc(nullptr, u8, 2, 0, 1, false), TyxLutDesc(nullptr, u8, 2, 0, 1, false));
+}
+
+TEST(TyxLutDescTest, StreamOperatorsOnlySetFailbit)
+{
+    TyxLutDesc lut;
+    std::wostringstream wos;
+    wos << lut;
+    EXPECT_TRUE(wos.fail());
+    EXPECT_TRUE(wos.str().empty());
+    std::ostringstream os;
+    os << lut;
+    EXPECT_TRUE(os.fail());
+    std::wistringstream wis(L"{ type = l }");
+    wis >> lut;
+    EXPECT_TRUE(wis.fail());
+    std::istringstream is("x");
+    is >> lut;
+    EXPECT_TRUE(is.fail());
+    EXPECT_EQ(is.tellg(), -1);
+}
+
+TEST(TyxLutDescTest, ApplyClampsBelowAndAboveTheTable)
+{
+    // Entries for the inputs 10, 11, 12.
+    const TyxLutDesc lut(bufferOf<int16_t>({-5, 0, 5}), TyxDataType(TyxNumericType::I16), 3, 10, 1, true);
+    const TyxEqnTile result = lut.apply(tileOf<uint8_t>(TyxNumericType::U8, {0, 9, 10, 11, 12, 13, 255}));
+    EXPECT_EQ(result.dataType(), TyxDataType(TyxNumericType::I16));
+    EXPECT_EQ(result.step(), 1u);
+    EXPECT_EQ(valuesOf<int16_t>(result), (std::vector<int16_t>{-5, -5, -5, 0, 5, 5, 5}));
+
+    const TyxEqnTile wide =
+        lut.apply(tileOf<uint64_t>(TyxNumericType::U64, {std::numeric_limits<uint64_t>::max(), 11}));
+    EXPECT_EQ(valuesOf<int16_t>(wide), (std::vector<int16_t>{5, 0}));
+    const TyxEqnTile wideSigned =
+        lut.apply(tileOf<int64_t>(TyxNumericType::I64, {std::numeric_limits<int64_t>::min(), 12}));
+    EXPECT_EQ(valuesOf<int16_t>(wideSigned), (std::vector<int16_t>{-5, 5}));
+}
+
+TEST(TyxLutDescTest, ApplyPicksTheBandUnlessShared)
+{
+    const tyx::TyxBufferPtr two = bufferOf<float>({1.5f, 2.5f, 10.5f, 20.5f});
+    const TyxLutDesc perBand(two, TyxDataType(TyxNumericType::Float), 2, -1, 2, false);
+    const TyxEqnTile samples = tileOf<int8_t>(TyxNumericType::I8, {-1, 0});
+    EXPECT_EQ(valuesOf<float>(perBand.apply(samples, 0)), (std::vector<float>{1.5f, 2.5f}));
+    EXPECT_EQ(valuesOf<float>(perBand.apply(samples, 1)), (std::vector<float>{10.5f, 20.5f}));
+    EXPECT_TRUE(perBand.apply(samples, 2).empty());
+
+    const TyxLutDesc shared(two, TyxDataType(TyxNumericType::Float), 2, -1, 2, true);
+    EXPECT_EQ(valuesOf<float>(shared.apply(samples, 1)), (std::vector<float>{1.5f, 2.5f}));
+}
+
+TEST(TyxLutDescTest, ApplyFollowsTheStep)
+{
+    const TyxLutDesc lut(bufferOf<uint8_t>({7, 8, 9}), TyxDataType(TyxNumericType::U8), 3, 0, 1, true);
+    const TyxEqnTile strided(bufferOf<uint16_t>({0, 99, 1, 99, 2}), TyxDataType(TyxNumericType::U16), 3, 2);
+    EXPECT_EQ(valuesOf<uint8_t>(lut.apply(strided)), (std::vector<uint8_t>{7, 8, 9}));
+}
+
+TEST(TyxLutDescTest, ApplyRefusesWhatItCannotServe)
+{
+    const TyxDataType u8(TyxNumericType::U8);
+    const TyxLutDesc lut(bufferOf<uint8_t>({1, 2, 3, 4}), u8, 4, 0, 1, true);
+    EXPECT_TRUE(lut.apply(tileOf<float>(TyxNumericType::Float, {1.0f})).empty());
+    EXPECT_TRUE(lut.apply(TyxEqnTile()).empty());
+    // A tile that claims more samples than its buffer holds.
+    EXPECT_TRUE(lut.apply(TyxEqnTile(bufferOf<uint8_t>({1, 2}), u8, 3, 1)).empty());
+    // A descriptor that claims more entries than its buffer holds.
+    const TyxLutDesc tooShort(bufferOf<uint8_t>({1, 2}), u8, 4, 0, 1, true);
+    EXPECT_TRUE(tooShort.apply(tileOf<uint8_t>(TyxNumericType::U8, {1})).empty());
+    const TyxLutDesc complex(bufferOf<double>({1, 2, 3, 4}), TyxDataType(TyxNumericType::ComplexFloat), 2, 0,
+                             1, true);
+    EXPECT_TRUE(complex.apply(tileOf<uint8_t>(TyxNumericType::U8, {1})).empty());
+    EXPECT_TRUE(TyxLutDesc().apply(tileOf<uint8_t>(TyxNumericType::U8, {1})).empty());
+}
+
+// One typed test over the integer input types: a table built from break
+// points maps every value of a small range as a hand loop does.
+template <class T>
+struct InputType;
+template <>
+struct InputType<int8_t> {
+    static constexpr TyxNumericType::Code code = TyxNumericType::I8;
+};
+template <>
+struct InputType<uint8_t> {
+    static constexpr TyxNumericType::Code code = TyxNumericType::U8;
+};
+template <>
+struct InputType<int16_t> {
+    static constexpr TyxNumericType::Code code = TyxNumericType::I16;
+};
+template <>
+struct InputType<uint16_t> {
+    static constexpr TyxNumericType::Code code = TyxNumericType::U16;
+};
+
+template <class T>
+class TyxLutDescApplyTest : public ::testing::Test {
+};
+using InputTypes = ::testing::Types<int8_t, uint8_t, int16_t, uint16_t>;
+TYPED_TEST_SUITE(TyxLutDescApplyTest, InputTypes);
+
+TYPED_TEST(TyxLutDescApplyTest, BuiltTableMapsLikeHandLoop)
+{
+    const TyxDataType input(InputType<TypeParam>::code);
+    tyx::TyxBreakPointLut bpl(TyxDataType(TyxNumericType::U16));
+    bpl.add(tyx::TyxBreakPoint(int32_t(input.logicalMinValue()), 0.0, 0));
+    bpl.add(tyx::TyxBreakPoint(int32_t(input.logicalMaxValue()), 1000.0, 0));
+    const TyxLutDescPtr &lut = bpl.lut(input);
+    ASSERT_TRUE(lut);
+    std::vector<TypeParam> samples;
+    for (int v = -128; v < 128; ++v)
+        samples.push_back(TypeParam(v));
+    const auto result = valuesOf<uint16_t>(lut->apply(tileOf<TypeParam>(input.code(), samples)));
+    const auto *table = static_cast<const uint16_t *>(lut->buffer()->data());
+    ASSERT_EQ(result.size(), samples.size());
+    for (size_t i = 0; i < samples.size(); ++i)
+        ASSERT_EQ(result[i], table[int64_t(samples[i]) - lut->minIndex()]) << i;
+}
+
+} // namespace

@@ -1,0 +1,329 @@
+#include <tyx/TyxBreakPointLut.h>
+#include <tyx/TyxLutIO.h>
+
+#include "TyxLutTestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <sstream>
+#include <vector>
+
+namespace {
+
+using tyx::TyxBreakPoint;
+using tyx::TyxBreakPointLut;
+using tyx::TyxBuffer;
+using tyx::TyxBufferPtr;
+using tyx::TyxDataType;
+using tyx::TyxLutDesc;
+using tyx::TyxLutDescPtr;
+using tyx::TyxLutIO;
+using tyx::TyxNumericType;
+using tyx::TyxString;
+using tyx::test::HandlerScope;
+
+std::unique_ptr<TyxLutDesc> readText(const TyxString &text, int *line = nullptr)
+{
+    std::wistringstream stream(text);
+    return std::unique_ptr<TyxLutDesc>(TyxLutIO::readCommon(stream, line));
+}
+
+template <class T>
+std::vector<T> entriesOf(const TyxLutDesc &lut)
+{
+    const T *p = static_cast<const T *>(lut.buffer()->data());
+    return std::vector<T>(p, p + lut.buffer()->size() / sizeof(T));
+}
+
+TyxString writeText(const TyxLutDesc &lut)
+{
+    std::wostringstream stream;
+    EXPECT_TRUE(TyxLutIO::writeCommon(lut, stream));
+    return stream.str();
+}
+
+template <class T>
+TyxBufferPtr bufferOf(const std::vector<T> &values)
+{
+    TyxBufferPtr buffer(new TyxBuffer(values.size() * sizeof(T), true));
+    std::memcpy(buffer->data(), values.data(), values.size() * sizeof(T));
+    return buffer;
+}
+
+TEST(TyxLutIOTest, ZeroChannelsGiveEmptyDescriptor)
+{
+    const auto lut = readText(L"{ type = l channels = 0 } 1 2 3");
+    ASSERT_TRUE(lut);
+    EXPECT_EQ(*lut, TyxLutDesc());
+}
+
+TEST(TyxLutIOTest, DenseTypeFromValuesOfTheLastBand)
+{
+    const auto lut = readText(L"{ type = l channels = 1 length = 3 } 1 2 3 $");
+    ASSERT_TRUE(lut);
+    EXPECT_EQ(lut->dataType(), TyxDataType::fromMinMax(1, 3));
+    EXPECT_EQ(lut->dataType().code(), TyxNumericType::U8);
+    EXPECT_EQ(lut->numEntriesPerBand(), 3u);
+    EXPECT_EQ(lut->minIndex(), 0);
+    EXPECT_EQ(lut->numBands(), 1u);
+    EXPECT_FALSE(lut->reuseLutDataForAllBands());
+    EXPECT_EQ(entriesOf<uint8_t>(*lut), (std::vector<uint8_t>{1, 2, 3}));
+}
+
+TEST(TyxLutIOTest, ZeroOffsetsPadRows)
+{
+    const auto lut = readText(L"{ type = l channels = 2 length = 2 2 zeroOffset = 0 2 } 1 2 $ 3 4 $");
+    ASSERT_TRUE(lut);
+    EXPECT_EQ(lut->numEntriesPerBand(), 4u);
+    EXPECT_EQ(lut->minIndex(), 0);
+    EXPECT_EQ(entriesOf<uint8_t>(*lut), (std::vector<uint8_t>{1, 2, 2, 2, 3, 3, 3, 4}));
+
+    const auto single = readText(L"{ type = l channels = 1 length = 2 zeroOffset = 5 } 1 2 $");
+    ASSERT_TRUE(single);
+    EXPECT_EQ(single->minIndex(), 5);
+    EXPECT_EQ(entriesOf<uint8_t>(*single), (std::vector<uint8_t>{1, 2}));
+
+    const auto negative = readText(L"{ type = l channels = 2 length = 1 1 zeroOffset = -1 +1 } 7 $ 9 $");
+    ASSERT_TRUE(negative);
+    EXPECT_EQ(negative->minIndex(), -1);
+    EXPECT_EQ(entriesOf<uint8_t>(*negative), (std::vector<uint8_t>{7, 7, 7, 9, 9, 9}));
+}
+
+TEST(TyxLutIOTest, KeywordsIgnoreCaseAndCommentsStandAnywhere)
+{
+    EXPECT_TRUE(readText(L"{ TYPE = L CHANNELS = 1 LENGTH = 1 } 7 $"));
+    const auto lut =
+        readText(L"# a comment\n{ # here\n type = l # and here\n tables = 1\n length = 2 dataType = "
+                 L"i16 }\n-3 # between values\n 4 $ trailing tokens are not read");
+    ASSERT_TRUE(lut);
+    EXPECT_EQ(lut->dataType(), TyxDataType(TyxNumericType::I16));
+    EXPECT_EQ(entriesOf<int16_t>(*lut), (std::vector<int16_t>{-3, 4}));
+}
+
+TEST(TyxLutIOTest, DenseEntriesArePlainCastsWithoutRounding)
+{
+    const auto lut = readText(L"{ type = l channels = 1 length = 4 dataType = u8 } 1.9 -1 300 2.5e10 $");
+    ASSERT_TRUE(lut);
+    // Truncated through 32 bits and wrapped; a value beyond 32 bits becomes
+    // the most negative one, whose low byte is 0.
+    EXPECT_EQ(entriesOf<uint8_t>(*lut), (std::vector<uint8_t>{1, 255, 44, 0}));
+    const auto u32 = readText(L"{ type = l channels = 1 length = 2 dataType = U32 } 4294967295.7 -1 $");
+    ASSERT_TRUE(u32);
+    EXPECT_EQ(entriesOf<uint32_t>(*u32), (std::vector<uint32_t>{4294967295u, 4294967295u}));
+}
+
+TEST(TyxLutIOTest, DoubleTablesKeepTheirArgumentOrder)
+{
+    const auto lut =
+        readText(L"{ type = l channels = 2 length = 1 1 zeroOffset = 3 4 dataType = Double } 0.5 $ "
+                 L"1.5 $");
+    ASSERT_TRUE(lut);
+    EXPECT_EQ(lut->dataType(), TyxDataType(TyxNumericType::Double));
+    EXPECT_EQ(lut->numEntriesPerBand(), 3u); // the smallest zero offset
+    EXPECT_EQ(lut->minIndex(), 2);           // the number of channels
+    EXPECT_EQ(lut->numBands(), 1u);
+    EXPECT_EQ(entriesOf<double>(*lut), (std::vector<double>{0.5, 0.5, 1.5, 1.5}));
+}
+
+TEST(TyxLutIOTest, BreakPointsBuildADenseTable)
+{
+    const auto lut = readText(L"{ type = b  tables = 1  length = 3 }\n0 0\n128 64\n255 255\n$");
+    ASSERT_TRUE(lut);
+    EXPECT_EQ(lut->dataType().code(), TyxNumericType::U8);
+    EXPECT_EQ(lut->numEntriesPerBand(), 256u);
+    EXPECT_TRUE(lut->reuseLutDataForAllBands());
+    const auto entries = entriesOf<uint8_t>(*lut);
+    EXPECT_EQ(entries[64], 32);
+    EXPECT_EQ(entries[128], 64);
+    EXPECT_EQ(entries[255], 255);
+}
+
+TEST(TyxLutIOTest, FloatBreakPointsSpanTheFloatRange)
+{
+    const auto lut = readText(L"{ type = b tables = 1 length = 2 dataType = float } 0 0.0 255 1.0 $");
+    ASSERT_TRUE(lut);
+    EXPECT_EQ(lut->dataType(), TyxDataType(TyxNumericType::Float));
+    EXPECT_EQ(lut->numEntriesPerBand(), 65536u);
+    EXPECT_EQ(lut->minIndex(), -32768);
+    const auto entries = entriesOf<float>(*lut);
+    EXPECT_EQ(entries[32768 + 255], 1.0f);
+    EXPECT_FLOAT_EQ(entries[32768 + 51], 0.2f);
+
+    HandlerScope scope;
+    EXPECT_FALSE(readText(L"{ type = b tables = 1 length = 2 dataType = float } 0 0.0 255 40000 $"));
+    EXPECT_EQ(scope.onlyText(),
+              L"Maximum output value (40000) for all bands is larger than maximum (32767) for bit depth.");
+}
+
+TEST(TyxLutIOTest, WritesTheDenseForm)
+{
+    const TyxLutDesc lut(bufferOf<uint8_t>({0, 1, 2, 250}), TyxDataType(TyxNumericType::U8), 2, -1, 2, false);
+    EXPECT_EQ(writeText(lut), L"{\n    type= l\n    channels= 2\n    length= 2 2\n    zeroOffset= -1 -1\n"
+                              L"    dataType = U8\n}\n0\n1\n$\n2\n250\n$\n");
+    EXPECT_EQ(writeText(TyxLutDesc()), L"{\n    type= l\n    channels= 0\n}\n");
+}
+
+TEST(TyxLutIOTest, WritesFloatAndDoubleWithFullPrecisionAndRestoresIt)
+{
+    std::wostringstream stream;
+    stream.precision(3);
+    const TyxLutDesc floats(bufferOf<float>({0.1f}), TyxDataType(TyxNumericType::Float), 1, 0, 1, false);
+    ASSERT_TRUE(TyxLutIO::writeCommon(floats, stream));
+    EXPECT_NE(stream.str().find(L"\n0.100000001\n$\n"), TyxString::npos);
+    EXPECT_EQ(stream.precision(), 3);
+    const TyxLutDesc doubles(bufferOf<double>({0.1}), TyxDataType(TyxNumericType::Double), 1, 0, 1, false);
+    EXPECT_NE(writeText(doubles).find(L"\n0.10000000000000001\n$\n"), TyxString::npos);
+}
+
+TEST(TyxLutIOTest, WriterRefusesUnservedTypesAfterTheHeader)
+{
+    HandlerScope scope;
+    std::wostringstream stream;
+    const TyxLutDesc lut(bufferOf<int64_t>({1}), TyxDataType(TyxNumericType::I64), 1, 0, 1, false);
+    EXPECT_FALSE(TyxLutIO::writeCommon(lut, stream));
+    EXPECT_EQ(scope.onlyText(), L"Invalid data type.");
+    EXPECT_EQ(stream.str(), L"{\n    type= l\n    channels= 1\n    length= 1\n    zeroOffset= 0\n"
+                            L"    dataType = I64\n}\n");
+}
+
+TEST(TyxLutIOTest, WriterRefusesBufferShorterThanItsEntries)
+{
+    HandlerScope scope;
+    std::wostringstream stream;
+    const TyxLutDesc lut(bufferOf<uint8_t>({1, 2}), TyxDataType(TyxNumericType::U8), 2, 0, 2, false);
+    EXPECT_FALSE(TyxLutIO::writeCommon(lut, stream));
+    EXPECT_EQ(scope.onlyText(), L"The LUT buffer holds fewer entries than the descriptor names.");
+    // A shared band serves every band it names.
+    const TyxLutDesc shared(bufferOf<uint8_t>({1, 2}), TyxDataType(TyxNumericType::U8), 2, 0, 2, true);
+    EXPECT_EQ(writeText(shared).substr(writeText(shared).find(L"}\n")), L"}\n1\n2\n$\n1\n2\n$\n");
+}
+
+// Break points to a dense table, to a file and back, for each table type
+// that the file keeps exactly.
+TEST(TyxLutIOTest, RoundTripsThroughTheFile)
+{
+    const TyxNumericType::Code codes[] = {TyxNumericType::I8,   TyxNumericType::U8,  TyxNumericType::I16,
+                                          TyxNumericType::U16,  TyxNumericType::I32, TyxNumericType::U32,
+                                          TyxNumericType::Float};
+    for (TyxNumericType::Code code : codes) {
+        const TyxDataType output(code);
+        TyxBreakPointLut bpl(output);
+        for (uint32_t band = 0; band < 3; ++band) {
+            bpl.add(TyxBreakPoint(0, output.isSigned() ? -100.0 : 0.0, band));
+            bpl.add(TyxBreakPoint(70 + 10 * int(band), 33.3, band));
+            bpl.add(TyxBreakPoint(255, 127.0, band));
+        }
+        const TyxLutDescPtr &built = bpl.lut(TyxDataType(TyxNumericType::U8));
+        ASSERT_TRUE(built) << code;
+        // The reader marks every table as per band.
+        const TyxLutDesc expected(built->buffer(), built->dataType(), built->numEntriesPerBand(),
+                                  built->minIndex(), built->numBands(), false);
+        const auto read = readText(writeText(*built));
+        ASSERT_TRUE(read) << code;
+        EXPECT_EQ(*read, expected) << code;
+    }
+}
+
+struct BadFile {
+    const wchar_t *text;
+    const wchar_t *message;
+    int line;
+};
+
+TEST(TyxLutIOTest, MalformedFilesPostTheirMessageAtTheirLine)
+{
+    const std::vector<BadFile> cases = {
+        {L"", L"Unable to find the begin-of-header token '{'.", 1},
+        {L"\n\n", L"Unable to find the begin-of-header token '{'.", 3},
+        {L"type = l", L"Unable to find the begin-of-header token '{'.", 1},
+        {L"{\n type l }", L"Failed parsing for '='. Previous token: 'type'.", 2},
+        {L"{\n type =", L"Missing value for keyword 'type'.", 2},
+        {L"{ tables = 1\n tables = 1 }", L"Multiple 'tables' keyword definitions", 2},
+        {L"{ tables = 0 }", L"Invalid value, 0, for keyword 'tables'", 1},
+        {L"{ tables = x }", L"Invalid value, 0, for keyword 'tables'", 1},
+        {L"{ type = l type = b }", L"Multiple 'type' keyword definitions", 1},
+        {L"{ channels = 1\n\n channels = 1 }", L"Multiple 'channels' keyword definitions", 3},
+        {L"{ channels = -2 }", L"Invalid value, -2, for keyword 'channels'", 1},
+        {L"{ length = 1 length = 1 }", L"Multiple 'length' keyword definitions", 1},
+        {L"{ zeroOffset = 1 zeroOffset = 1 }", L"Multiple 'zeroOffset' keyword definitions", 1},
+        {L"{ type = l\n colour = red }", L"Unknown header section token 'colour'.", 2},
+        {L"{ type = l }", L"Missing required 'channel' keyword", 1},
+        {L"{ type = l channels = 2 tables = 3 length = 1 1 }",
+         L"Number of tables, 3, does not equal number of channels, 2", 1},
+        {L"{ channels = 1 length = 1 } 1 $", L"Missing required 'type' keyword", 1},
+        {L"{ type = l channels = 1 }", L"Missing required 'length' keyword", 1},
+        {L"{ type = l channels = 1 length = 2 2 }", L"Expected 1 length value(s); got 2 length value(s)", 1},
+        {L"{ type = l channels = 0 length = 2 }", L"Expected 0 length value(s); got 1 length value(s)", 1},
+        {L"{ type = b tables = 1 length = 2 zeroOffset = 0 }",
+         L"ZeroOffset keyword is only valid when type is 'l'", 1},
+        {L"{ type = l tables = 2 length = 1 1 zeroOffset = 0 }",
+         L"Expected 2 zero offset value(s); got 1 value(s)", 1},
+        {L"{ type = x tables = 1 length = 1 }",
+         L"Invalid type value, x Valid types are 'l' for LUT and 'b' for breakpoint", 1},
+        {L"{ type = l channels = 1 length = 2 }\n", L"Missing lut out value", 2},
+        {L"{ type = l channels = 1 length = 2 } $", L"Missing lut out value", 1},
+        {L"{ type = l channels = 1 length = 2 } 1 $", L"Missing lut value", 1},
+        {L"{ type = l channels = 2 length = 2 2 }\n1 2 $\n3\n", L"Missing lut value", 4},
+        {L"{ type = l channels = 1 length = 2 }\n1\n2\n3 $",
+         L"Failed to find expected end of data section symbol, $", 4},
+        {L"{ type = l channels = 1 length = 1 } 1", L"Failed to find expected end of data section symbol, $",
+         1},
+        {L"{ type = l channels = 1 length = 1 dataType = I64 } 1 $", L"Invalid data type.", 1},
+        {L"{ type = l channels = 1 length = 1 dataType = nonsense } 1 $", L"Invalid data type.", 1},
+        {L"{ type = l channels = 2 length = 300000000 1 } 1 $",
+         L"The total number of bytes required for the LUT exceeds the valid maximum of 4294967295.", 1},
+        {L"{ type = l channels = 1 length = 4000000000 } 1 $",
+         L"Invalid value, -294967296, for keyword 'length'", 1},
+        {L"{ type = l channels = 1 length = 500000000 } 1 $", L"Missing lut value", 1},
+        {L"{ type = l channels = 2 length = 1 1 zeroOffset = -2147483648 2147483647 } 1 $ 2 $",
+         L"The total number of bytes required for the LUT exceeds the valid maximum of 4294967295.", 1},
+        {L"{ type = b tables = 1 length = 2 }\n0 0\n$", L"Missing 'in' breakpoint value", 3},
+        {L"{ type = b tables = 1 length = 2 }\n0 0\n5", L"Missing 'out' breakpoint value", 3},
+        {L"{ type = b tables = 1 length = 1 } 0 0 1 1 $",
+         L"Failed to find expected end of data section symbol, $", 1},
+        {L"{ type = b tables = 1 length = 2 } 0 0 255 9 $\n extra",
+         L"Found unexpected token, extra, at end of data section", 2},
+        {L"{ type = b tables = 1 length = 2 } 0 0 2000000000 300 $",
+         L"The total number of bytes required for the LUT exceeds the valid maximum of 4294967295.", 1},
+        {L"{ type = b tables = 1 length = 1 } 0 0 $", L"Band 0 does not have at least two break points.", 1},
+    };
+    for (const BadFile &c : cases) {
+        HandlerScope scope;
+        int line = -1;
+        EXPECT_FALSE(readText(c.text, &line)) << c.text;
+        EXPECT_EQ(scope.onlyText(), c.message) << c.text;
+        EXPECT_EQ(line, c.line) << c.text;
+        for (const tyx::TyxTextMsg &m : scope.handler->messages)
+            EXPECT_EQ(m.type(), tyx::TyxTextMsg::Error);
+    }
+}
+
+TEST(TyxLutIOTest, TruncatedLastBandIsAnError)
+{
+    HandlerScope scope;
+    int line = 0;
+    EXPECT_FALSE(readText(L"{ type = l channels = 3 length = 2 2 2 }\n1 2 $\n3 4 $\n5", &line));
+    EXPECT_EQ(scope.onlyText(), L"Missing lut value");
+    EXPECT_EQ(line, 4);
+}
+
+TEST(TyxLutIOTest, DefaultHandlerThrowsAndNothingLeaks)
+{
+    std::wistringstream stream(L"{ type = l channels = 1 length = 2 } 1 $");
+    EXPECT_THROW(TyxLutIO::readCommon(stream), tyx::TyxTextMsg);
+}
+
+TEST(TyxLutIOTest, StreamIsLeftAtTheFailingToken)
+{
+    HandlerScope scope;
+    std::wistringstream stream(L"{ type = l channels = 1 length = 1 } 1 2 $ rest");
+    EXPECT_EQ(TyxLutIO::readCommon(stream), nullptr);
+    std::wstring rest;
+    std::getline(stream, rest);
+    EXPECT_EQ(rest, L" $ rest");
+}
+
+} // namespace
