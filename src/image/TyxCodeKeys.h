@@ -9,10 +9,22 @@
 #include <vector>
 
 #include <tyx/TyxEnum.h>
+#include <tyx/TyxRational.h>
 #include <tyx/TyxString.h>
 #include <tyx/TyxVariant.h>
 
 namespace tyx::internal {
+
+/// Joins the code class \p Class to the variant with its casts: those with
+/// the core types, and those to the two rationals a variant holds, which are
+/// not among the core types.
+template <class Class>
+bool joinCodeVariant()
+{
+    TyxVariantRegistrar::join<Class>();
+    TyxVariantRegistrar::joinCasts<Class, TyxRational<int64_t>, TyxRational<uint64_t>>();
+    return true;
+}
 
 /// The enumerator of the code class \p Class, filled with \p items on the
 /// first call under a lock of its own. Callers keep the reference in a
