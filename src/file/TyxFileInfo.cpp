@@ -178,7 +178,9 @@ TyxString TyxFileInfo::canonicalize() const
             return fromUTF8(*real);
     }
     const TyxString absolute = absoluteFilePath();
-    if (absolute.empty() || absolute.front() != L'/')
+    // A path holding a null character names no file, and its UTF-8 form would
+    // end at the null: it is not resolved.
+    if (absolute.empty() || absolute.front() != L'/' || absolute.find(L'\0') != TyxString::npos)
         return absolute;
 
     const std::string absoluteNative = toUTF8(absolute);

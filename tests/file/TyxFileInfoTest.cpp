@@ -171,6 +171,7 @@ TEST(TyxFileInfoTest, OddPathsAreHandled)
     const TyxString withNull = folder + TyxString(L"/\0x", 3);
     EXPECT_FALSE(TyxFileInfo(withNull).isDir());
     EXPECT_EQ(TyxFileInfo(withNull).access(F_OK), -1);
+    EXPECT_EQ(tyx::canonicalizePath(withNull), withNull);
 
     // A text that is not Unicode, and a very long path.
     const TyxString surrogate(1, static_cast<wchar_t>(0xD800));
