@@ -100,10 +100,7 @@ void TyxFileInfo::normalize()
         out.erase(0, 2);
     if (out.size() > 1 && out.back() == L'/')
         out.pop_back();
-    // "./" names the current directory; it keeps the name "." instead of
-    // becoming the empty path.
-    if (out.empty())
-        out = L".";
+    // "./" loses its leading "./" like any other path and is left empty.
     m_filePath = std::move(out);
 }
 
