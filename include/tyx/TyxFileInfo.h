@@ -9,8 +9,8 @@ namespace tyx {
 
 /// One path, stored in a normal form: every "\" becomes "/", "/./" becomes
 /// "/", doubled "/" become one, a leading "./" goes and a trailing "/" goes
-/// unless the path is "/". The empty path is the default. Copies, comparisons
-/// and ordering are those of the stored path.
+/// unless the path is "/", so "./" becomes the empty path. The empty path is
+/// the default. Copies, comparisons and ordering are those of the stored path.
 class TYX_EXPORT TyxFileInfo {
 public:
     TyxFileInfo() = default;

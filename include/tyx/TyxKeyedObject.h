@@ -8,9 +8,9 @@
 
 namespace tyx {
 
-/// An object with an identity: a key and a name. The name is trimmed of
-/// surrounding white space, and an empty name becomes the key's decimal
-/// text, so every keyed object has a name.
+/// An object with an identity: a key and a name. The name is kept as given,
+/// white space included; an empty name becomes the key's decimal text, so
+/// every keyed object has a name.
 class TYX_EXPORT TyxKeyedObject : public TyxObject, public TyxRefCounted {
 public:
     /// Takes both as given, apart from the name rule above.

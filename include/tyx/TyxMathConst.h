@@ -13,7 +13,9 @@ namespace tyx {
 /// One of a fixed table of constants, each with a key that starts with an
 /// underscore ("_pi", "_c") and a value that is a number or a scalar with
 /// units. Keys are matched without regard to case; an unknown key gives the
-/// invalid code, never an error.
+/// invalid code, never an error. Units are given as unit text, where a
+/// category named again replaces the earlier entry (see TyxUnits): "J s" is
+/// kg m^2 s.
 class TYX_EXPORT TyxMathConst {
 public:
     enum Code : int32_t {
@@ -22,13 +24,13 @@ public:
         SpeedOfLight,        ///< "_c", m / s
         DegreesToRadians,    ///< "_DtoR"
         ElementaryCharge,    ///< "_e", C
-        VacuumPermittivity,  ///< "_eps0", F / m
+        VacuumPermittivity,  ///< "_eps0", F / m: s^4 A^2 / m kg
         Euler,               ///< "_euler"
         Faraday,             ///< "_F", C / mol
         Gravitation,         ///< "_G", m^3 / kg s^2
         StandardGravity,     ///< "_gn", m / s^2
-        Planck,              ///< "_h", J s
-        ReducedPlanck,       ///< "_hbar", J s
+        Planck,              ///< "_h", J s: kg m^2 s
+        ReducedPlanck,       ///< "_hbar", J s: kg m^2 s
         ImaginaryUnit,       ///< "_i"
         Boltzmann,           ///< "_k", J / K
         LightYear,           ///< "_ly", m
@@ -49,7 +51,7 @@ public:
         ElectronRadius,      ///< "_re", m
         RadiansToDegrees,    ///< "_RtoD"
         Rydberg,             ///< "_rydberg", m^-1
-        StefanBoltzmann,     ///< "_sigma", W / m^2 K^4
+        StefanBoltzmann,     ///< "_sigma", W / m^2 K^4: kg / m^2 s^3 K^4
         StandardTemperature, ///< "_T0", K
         AtomicMass,          ///< "_u", kg
         MolarVolume,         ///< "_Vm", m^3 / mol

@@ -143,7 +143,8 @@ public:
     /// Squared modulus, real; the units are squared.
     TyxScalar &norm();
     TyxScalar norm() const { return TyxScalar(*this).norm(); }
-    /// Rounds both parts half away from zero; units stay.
+    /// Rounds both parts away from zero: adds 0.5 (subtracts it below zero)
+    /// and truncates, so 0.49999999999999994 rounds to 1; units stay.
     TyxScalar &round();
     TyxScalar round() const { return TyxScalar(*this).round(); }
     /// Sine, with units as cos().
@@ -301,15 +302,14 @@ struct TyxCast<From, TyxScalar> {
     }
 };
 
-/// A scalar gives its value and drops its units, as a complex number does:
-/// a real or integer target takes the real part, a complex target both
-/// parts (the value would otherwise be lost where the target can hold it),
-/// and bool is true when either part is not 0.
+/// A scalar converts through its value as a double, then as that double:
+/// the units and the imaginary part are dropped, so (0, 2i) is false as a
+/// bool and (1, 2i) is (1, 0) as a complex number.
 template <TyxMatrixNumber To>
 struct TyxCast<TyxScalar, To> {
     static bool cast(const TyxScalar &from, To &to)
     {
-        to = numberCast<To>(from.complex());
+        to = numberCast<To>(from.real());
         return true;
     }
 };

@@ -74,8 +74,9 @@ private:
 
 // ---- Conversions -----------------------------------------------------------
 
-/// Encodes as UTF-8. A unit that is not a Unicode scalar value makes the whole
-/// text fall back to the low byte of each unit.
+/// Encodes as UTF-8 the text up to its first 0 unit, if it holds one. A unit
+/// that is not a Unicode scalar value makes the whole of that text fall back
+/// to the low byte of each unit.
 TYX_EXPORT std::string toUTF8(const std::wstring &text);
 /// Decodes UTF-8. Malformed input falls back to widening each byte with its
 /// sign, so a byte of 0xFF becomes a unit with all bits set.

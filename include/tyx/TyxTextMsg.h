@@ -80,7 +80,8 @@ private:
 
 /// Writes "label: text - (file : line)"; an empty text writes nothing.
 TYX_EXPORT std::wostream &operator<<(std::wostream &os, const TyxTextMsg &message);
-/// The same text in UTF-8.
+/// The same text in UTF-8, each piece (label, text, file name) encoded by
+/// itself.
 TYX_EXPORT std::ostream &operator<<(std::ostream &os, const TyxTextMsg &message);
 
 /// Records an Error as the last error, then hands the message to the current

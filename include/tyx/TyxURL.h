@@ -68,7 +68,11 @@ public:
     /// before that. Empty without a path.
     TyxString filename() const;
     /// The segments of the path behind its first character, cut at "/" only,
-    /// without empty segments; a backslash stays inside its segment.
+    /// without empty segments; a backslash stays inside its segment. The
+    /// path's begin and length, counted in bytes of the UTF-8 form, are
+    /// applied to the text itself: non-ASCII text before the path shifts the
+    /// cut (for "http://ü/a/b" the segments are "b"), and the cut stays
+    /// inside the text.
     TyxStrList parsedPath() const;
 
 private:

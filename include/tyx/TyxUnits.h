@@ -20,9 +20,12 @@ namespace tyx {
 /// (case matters), optionally with "^" and a signed, possibly fractional
 /// exponent, or a parenthesised expression. A "/" puts every factor after it,
 /// up to the end of its parentheses, in the denominator, so "kg / m s^2" and
-/// "m / s / s" read as the derived units table writes them. A category named
-/// twice combines as a product in the unit named first: "m cm" is m^2 with
-/// the scale 0.01. "unitless", and empty text, name no units.
+/// "kg / m / s^2" read alike. A factor whose category is already named
+/// replaces the earlier entry, unit and exponent: "m cm" is cm with the scale
+/// 1.0, "m / m" is m^-1 and "J s" (a derived unit expands entry by entry) is
+/// kg m^2 s. Unit text names units and does not multiply them: multFactor()
+/// and divFactor() are the way to form the units of a product or a quotient,
+/// adding exponents. "unitless", and empty text, name no units.
 class TYX_EXPORT TyxUnits {
 public:
     /// The base units, in the order of the unit table. A code outside the
@@ -155,7 +158,8 @@ public:
     /// Stores the units of a product of values in \p a's and \p b's units in
     /// \p result (which may be \p a or \p b) and returns the factor that the
     /// product of the values is multiplied with. A category that both share
-    /// takes \p a's unit.
+    /// takes \p a's unit and the sum of the exponents: m times cm is m^2 with
+    /// the factor 0.01. This, not unit text, is the way to multiply units.
     static double multFactor(const TyxUnits &a, const TyxUnits &b, TyxUnits *result);
     /// As multFactor, for the quotient of \p a by \p b.
     static double divFactor(const TyxUnits &a, const TyxUnits &b, TyxUnits *result);

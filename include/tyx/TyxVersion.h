@@ -16,7 +16,8 @@ public:
     {
     }
     /// Starts from 1.0.0 and reads \p text as operator>> does, so "4.1" is
-    /// 4.1.0 and "2" is 2.0.0.
+    /// 4.1.0, "2" is 2.0.0 and only the first line counts: "4.1\n5.6" is
+    /// 4.1.0.
     explicit TyxVersion(const TyxString &text);
 
     unsigned int major() const { return m_major; }

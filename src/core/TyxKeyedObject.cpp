@@ -21,13 +21,10 @@ TyxKey nextKey()
     return next;
 }
 
+// The name is kept as given; only an empty one takes the key's text.
 TyxString nameOrKey(const TyxString &name, const TyxKey &key)
 {
-    TyxString trimmed = trim(name);
-    // trim() leaves text made only of white space as it is.
-    if (trimmed.find_first_not_of(L" \t\r\n") == TyxString::npos)
-        trimmed.clear();
-    return trimmed.empty() ? static_cast<TyxString>(key) : trimmed;
+    return name.empty() ? static_cast<TyxString>(key) : name;
 }
 
 } // namespace

@@ -154,8 +154,11 @@ size_t deliver(Char *dest, size_t n, const std::optional<Text> &converted)
 
 // ---- Conversions -----------------------------------------------------------
 
-std::string toUTF8(const std::wstring &text)
+std::string toUTF8(const std::wstring &whole)
 {
+    // The conversion works on terminated text: it ends at the first 0 unit,
+    // in the fallback too.
+    const std::wstring_view text = std::wstring_view(whole).substr(0, whole.find(L'\0'));
     if (text.empty())
         return {};
     if (auto encoded = encodeUtf8(text))

@@ -3,6 +3,7 @@
 
 #include <mutex>
 #include <ostream>
+#include <string>
 
 #include <tyx/TyxCoreLibMgr.h>
 #include <tyx/TyxTextHandler.h>
@@ -171,7 +172,15 @@ TyxString TyxTextMsg::trimFname(TyxString &&name)
 
 std::wostream &operator<<(std::wostream &os, const TyxTextMsg &message) { return os << textForm(message); }
 
-std::ostream &operator<<(std::ostream &os, const TyxTextMsg &message) { return os << textForm(message); }
+// Each piece is encoded by itself, so a unit that UTF-8 cannot hold sends only
+// its own piece into the byte-per-unit fallback.
+std::ostream &operator<<(std::ostream &os, const TyxTextMsg &message)
+{
+    if (message.empty())
+        return os;
+    return os << toUTF8(label(message.type())) << ": " << toUTF8(message.text()) << " - ("
+              << toUTF8(message.srcFname()) << " : " << std::to_string(message.srcLine()) << ")";
+}
 
 void postMessage(const TyxTextMsg &message)
 {

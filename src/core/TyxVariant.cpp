@@ -468,11 +468,8 @@ std::wistream &operator>>(std::wistream &is, TyxVariant &variant)
         is.clear(std::ios_base::eofbit); // an empty value is no failure
     const TyxString name = internal::stripped(typeText);
     const TyxString value = internal::stripped(rest);
-    if (name.empty() && value.empty()) {
-        // The form of the invalid variant.
-        variant.clear();
-        return is;
-    }
+    // A type text without a prototype, the invalid variant's empty one
+    // included, reads the value as text.
     std::shared_ptr<TyxVariantIF> prototype = internal::findPrototype(TyxMetaType::fromString(name));
     std::shared_ptr<TyxVariantIF> impl =
         prototype ? prototype->clone() : std::make_shared<TyxStringVariant>(TyxString());

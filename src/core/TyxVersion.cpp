@@ -7,7 +7,8 @@
 
 namespace tyx {
 
-TyxVersion::TyxVersion(const TyxString &text) { read(text); }
+// Only the first line counts, as operator>> reads one line.
+TyxVersion::TyxVersion(const TyxString &text) { read(text.substr(0, text.find(L'\n'))); }
 
 bool TyxVersion::operator<(const TyxVersion &other) const
 {

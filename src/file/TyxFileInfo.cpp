@@ -100,10 +100,7 @@ void TyxFileInfo::normalize()
         out.erase(0, 2);
     if (out.size() > 1 && out.back() == L'/')
         out.pop_back();
-    // "./" names the current directory; it keeps the name "." instead of
-    // becoming the empty path.
-    if (out.empty())
-        out = L".";
+    // "./" loses its leading "./" like any other path and is left empty.
     m_filePath = std::move(out);
 }
 
@@ -178,7 +175,9 @@ TyxString TyxFileInfo::canonicalize() const
             return fromUTF8(*real);
     }
     const TyxString absolute = absoluteFilePath();
-    if (absolute.empty() || absolute.front() != L'/')
+    // A path holding a null character names no file, and its UTF-8 form would
+    // end at the null: it is not resolved.
+    if (absolute.empty() || absolute.front() != L'/' || absolute.find(L'\0') != TyxString::npos)
         return absolute;
 
     const std::string absoluteNative = toUTF8(absolute);

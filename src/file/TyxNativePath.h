@@ -13,11 +13,13 @@ namespace tyx::internal {
 /// system never sees a shortened name.
 inline bool nativePath(const TyxString &path, std::string &native)
 {
-    native = toUTF8(path);
-    if (native.find('\0') != std::string::npos) {
+    // Checked on the wide text: the UTF-8 form ends at the first null.
+    if (path.find(L'\0') != TyxString::npos) {
+        native.clear();
         errno = EINVAL;
         return false;
     }
+    native = toUTF8(path);
     return true;
 }
 

@@ -1,6 +1,7 @@
 // URL parsing: component positions on the UTF-8 form of the text.
 #include <tyx/TyxURL.h>
 
+#include <algorithm>
 #include <istream>
 #include <limits>
 #include <string>
@@ -169,19 +170,24 @@ TyxString TyxURL::filename() const
     return fromUTF8(std::string_view(utf8).substr(begin, end - begin));
 }
 
+// The path's positions count bytes of the UTF-8 form but index the wide text
+// here, so non-ASCII text before the path shifts the cut and non-ASCII text
+// inside it moves the end. The range is kept inside the wide text.
 TyxStrList TyxURL::parsedPath() const
 {
     TyxStrList segments;
-    const TyxString whole = path();
-    if (whole.size() < 2)
+    const Range range = m_parts[Path];
+    if (range.length < 2)
         return segments;
-    size_t begin = 1;
-    while (begin <= whole.size()) {
-        size_t end = whole.find(L'/', begin);
-        if (end == TyxString::npos)
-            end = whole.size();
+    const size_t last =
+        std::min(static_cast<size_t>(range.begin) + static_cast<size_t>(range.length), m_text.size());
+    size_t begin = static_cast<size_t>(range.begin) + 1;
+    while (begin < last) {
+        size_t end = m_text.find(L'/', begin);
+        if (end == TyxString::npos || end > last)
+            end = last;
         if (end > begin)
-            segments.push_back(whole.substr(begin, end - begin));
+            segments.push_back(m_text.substr(begin, end - begin));
         begin = end + 1;
     }
     return segments;

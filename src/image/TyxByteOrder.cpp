@@ -8,7 +8,7 @@ namespace tyx {
 namespace {
 
 // Joins the variant (code 30) and the conversion matrix at library load.
-[[maybe_unused]] const bool joinedVariant = internal::TyxVariantRegistrar::join<TyxByteOrder>();
+[[maybe_unused]] const bool joinedVariant = internal::joinCodeVariant<TyxByteOrder>();
 
 } // namespace
 

@@ -8,12 +8,24 @@
 #include <vector>
 
 #include <tyx/TyxEnum.h>
+#include <tyx/TyxRational.h>
 #include <tyx/TyxString.h>
 #include <tyx/TyxVariant.h>
 
 #include "core/TyxBuildOnce.h"
 
 namespace tyx::internal {
+
+/// Joins the code class \p Class to the variant with its casts: those with
+/// the core types, and those to the two rationals a variant holds, which are
+/// not among the core types.
+template <class Class>
+bool joinCodeVariant()
+{
+    TyxVariantRegistrar::join<Class>();
+    TyxVariantRegistrar::joinCasts<Class, TyxRational<int64_t>, TyxRational<uint64_t>>();
+    return true;
+}
 
 /// The enumerator of the code class \p Class, filled with \p items on the
 /// first call; later calls read it without a lock.

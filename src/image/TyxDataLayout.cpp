@@ -8,7 +8,7 @@ namespace tyx {
 namespace {
 
 // Joins the variant (code 28) and the conversion matrix at library load.
-[[maybe_unused]] const bool joinedVariant = internal::TyxVariantRegistrar::join<TyxDataLayout>();
+[[maybe_unused]] const bool joinedVariant = internal::joinCodeVariant<TyxDataLayout>();
 
 } // namespace
 

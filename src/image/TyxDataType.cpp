@@ -18,7 +18,7 @@ constexpr int kCodeCount = TyxNumericType::Invalid;
 
 // Joins the variant (code 27) and the conversion matrix at library load, with
 // the variant of the table's rows under its registered name.
-[[maybe_unused]] const bool joinedVariant = internal::TyxVariantRegistrar::join<TyxDataType>();
+[[maybe_unused]] const bool joinedVariant = internal::joinCodeVariant<TyxDataType>();
 [[maybe_unused]] const bool joinedInfo = internal::TyxVariantRegistrar::join<TyxDataTypeInfo>();
 
 // The rows of the data-type table. size() and the limits read this table

@@ -391,12 +391,19 @@ TyxScalar &TyxScalar::trunc()
     return *this;
 }
 
-// Half away from zero in both parts. std::round does it exactly, where adding
-// 0.5 and truncating goes wrong just below one half and above 2^52.
+namespace {
+
+// 0.5 added (or, below zero, subtracted) in double, then truncation. The sum
+// is itself rounded, so 0.49999999999999994 gives 1 and an odd value above
+// 2^52 goes one further out; callers rely on this formula.
+double addHalfAndTruncate(double value) { return std::trunc(value >= 0.0 ? value + 0.5 : value - 0.5); }
+
+} // namespace
+
 TyxScalar &TyxScalar::round()
 {
-    m_real = std::round(m_real);
-    m_imaginary = std::round(m_imaginary);
+    m_real = addHalfAndTruncate(m_real);
+    m_imaginary = addHalfAndTruncate(m_imaginary);
     return *this;
 }
 

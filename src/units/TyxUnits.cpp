@@ -2,6 +2,7 @@
 #include <tyx/TyxUnits.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <istream>
 #include <ostream>
@@ -164,7 +165,7 @@ public:
             m_error = L"Unmatched open or close parentheses: " + std::wstring(text);
             return false;
         }
-        m_units.clear();
+        m_entries.fill(TyxUnits::UnitExp());
         m_scale = 1.0;
         struct Group {
             double baseSign;
@@ -201,7 +202,13 @@ public:
                 i = end;
             }
         }
-        units = m_units;
+        // The categories are distinct, so the products only gather them.
+        TyxUnits parsed;
+        for (const TyxUnits::UnitExp &entry : m_entries) {
+            if (entry.exponent != 0.0)
+                TyxUnits::multFactor(parsed, TyxUnits(entry), &parsed);
+        }
+        units = parsed;
         scale = m_scale;
         return true;
     }
@@ -244,14 +251,14 @@ private:
 
         const std::wstring key(name);
         if (auto base = m_tables.base.find(key); base != m_tables.base.end()) {
-            combine(TyxUnits(base->second, exponent));
+            insert(TyxUnits(base->second, exponent));
             return true;
         }
         if (m_withDerived) {
             if (auto derived = m_tables.derived.find(key); derived != m_tables.derived.end()) {
                 TyxUnits expansion = derived->second.units;
                 expansion.pow(exponent);
-                combine(expansion);
+                insert(expansion);
                 m_scale *= std::pow(derived->second.scale, exponent);
                 return true;
             }
@@ -260,14 +267,22 @@ private:
         return false;
     }
 
-    // A category that the text names twice ("J / m", "m cm") is combined as
-    // a product, in the unit named first, so that the text means what its
-    // arithmetic says; the scale takes the conversion.
-    void combine(const TyxUnits &factor) { m_scale *= TyxUnits::multFactor(m_units, factor, &m_units); }
+    // Each entry of \p factor replaces the entry of its category, unit and
+    // exponent: "m cm" is cm and "J s" is kg m^2 s. The text names units; it
+    // does not multiply them, which is what multFactor is for. A factor holds
+    // no entry with the exponent 0 or of the unit-less category.
+    void insert(const TyxUnits &factor)
+    {
+        for (unsigned int i = 0; i < factor.numCategories(); ++i) {
+            const TyxUnits::UnitExp &entry = factor[static_cast<int>(i)];
+            m_entries[static_cast<size_t>(TyxUnits::category(entry.unit))] = entry;
+        }
+    }
 
     const UnitTables &m_tables;
     bool m_withDerived;
-    TyxUnits m_units;
+    // One entry per category; an exponent of 0 marks a category not named.
+    std::array<TyxUnits::UnitExp, TyxUnits::NumCategories> m_entries{};
     double m_scale = 1.0;
     TyxString m_error;
 };

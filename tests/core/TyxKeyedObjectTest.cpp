@@ -18,11 +18,15 @@ TEST(TyxKeyedObjectTest, EqualNamesCompareEqualWhateverTheKeys)
     EXPECT_FALSE(a.isMetaObject());
 }
 
-TEST(TyxKeyedObjectTest, NamesAreTrimmedAndEmptyNamesTakeTheKey)
+TEST(TyxKeyedObjectTest, NamesAreKeptAndEmptyNamesTakeTheKey)
 {
-    EXPECT_EQ(TyxKeyedObject(TyxKey(5), L"  padded\t").name(), L"padded");
+    EXPECT_EQ(TyxKeyedObject(TyxKey(1), L" padded ").name(), L" padded ");
+    EXPECT_EQ(TyxKeyedObject(TyxKey(5), L"  padded\t").name(), L"  padded\t");
+    EXPECT_EQ(TyxKeyedObject(TyxKey(18), L" \n ").name(), L" \n ");
+    EXPECT_EQ(TyxKeyedObject(L" counted ").name(), L" counted ");
+    EXPECT_NE(TyxKeyedObject(TyxKey(1), L" a"), TyxKeyedObject(TyxKey(1), L"a"));
     EXPECT_EQ(TyxKeyedObject(TyxKey(17), L"").name(), L"17");
-    EXPECT_EQ(TyxKeyedObject(TyxKey(18), L" \n ").name(), L"18");
+    EXPECT_EQ(TyxKeyedObject(TyxKey(), L"").name(), L"4294967295");
     const TyxKeyedObject counted(L"");
     EXPECT_EQ(counted.name(), static_cast<tyx::TyxString>(counted.key()));
 }

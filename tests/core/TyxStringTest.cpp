@@ -52,6 +52,26 @@ TEST(TyxStringTest, NonScalarValuesFallBackToLowBytes)
     EXPECT_EQ(toUTF8(beyond), std::string("\xE9\x41"));
 }
 
+TEST(TyxStringTest, Utf8EncodingStopsAtAnEmbeddedTerminator)
+{
+    const struct {
+        std::wstring wide;
+        std::string utf8;
+    } cases[] = {
+        {std::wstring(L"a\0b", 3), "a"},
+        {std::wstring(L"\0b", 2), ""},
+        {std::wstring(L"\u00E9\0\xD800", 3), "\xC3\xA9"},
+        {std::wstring(L"a\xD841\0\u00E9", 4), "aA"},
+        {std::wstring(L"ab\0", 3), "ab"},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(toUTF8(c.wide), c.utf8);
+    EXPECT_EQ(std::string(TyxString(std::wstring(L"x\0y", 3))), "x");
+    std::ostringstream out;
+    out << TyxString(std::wstring(L"x\0y", 3));
+    EXPECT_EQ(out.str(), "x");
+}
+
 TEST(TyxStringTest, NullAndEmptyNarrowTextClear)
 {
     TyxString text(L"x");

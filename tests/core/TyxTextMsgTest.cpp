@@ -89,6 +89,27 @@ TEST(TyxTextMsgTest, TextForm)
     EXPECT_TRUE(empty.str().empty());
 }
 
+TEST(TyxTextMsgTest, NarrowTextFormEncodesEachPieceByItself)
+{
+    // A unit that is not a Unicode scalar value sends only its own piece into
+    // the byte-per-unit fallback; the file name stays UTF-8.
+    const struct {
+        const wchar_t *text;
+        const wchar_t *file;
+        const char *expected;
+    } cases[] = {
+        {L"bad \xD8E9", L"\u00E9.cpp", "error: bad \xE9 - (\xC3\xA9.cpp : 3)"},
+        {L"\u00E9", L"\xDCE9.cpp", "error: \xC3\xA9 - (\xE9.cpp : 3)"},
+        {L"\u65E5", L"\u00E9.cpp", "error: \xE6\x97\xA5 - (\xC3\xA9.cpp : 3)"},
+        {L"\x110041", L"F", "error: A - (F : 3)"},
+    };
+    for (const auto &c : cases) {
+        std::ostringstream narrow;
+        narrow << TyxTextMsg(c.text, c.file, 3, TyxTextMsg::Error);
+        EXPECT_EQ(narrow.str(), c.expected);
+    }
+}
+
 TEST(TyxTextMsgTest, EqualityCoversEveryFieldButTheWhatBuffer)
 {
     TyxTextMsg a(L"text", L"F", 3, TyxTextMsg::Warning);

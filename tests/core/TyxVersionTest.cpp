@@ -18,6 +18,26 @@ TEST(TyxVersionTest, ReadsAsManyFieldsAsTheTextHolds)
     EXPECT_EQ(TyxVersion(), TyxVersion(1, 0, 0));
 }
 
+TEST(TyxVersionTest, TextReadsOneLineAsTheStreamDoes)
+{
+    const struct {
+        const wchar_t *text;
+        TyxVersion expected;
+    } cases[] = {
+        {L"4.1\n5.6", TyxVersion(4, 1, 0)}, {L"4.1.2\n5", TyxVersion(4, 1, 2)},
+        {L"\n5.6.7", TyxVersion(1, 0, 0)},  {L"3\n", TyxVersion(3, 0, 0)},
+        {L"2.5", TyxVersion(2, 5, 0)},
+    };
+    for (const auto &c : cases) {
+        EXPECT_EQ(TyxVersion(c.text), c.expected);
+        std::wistringstream in(c.text);
+        TyxVersion read;
+        in >> read;
+        EXPECT_EQ(read, c.expected);
+    }
+    EXPECT_TRUE(TyxVersion(4, 1, 0) == TyxString(L"4.1\n9"));
+}
+
 TEST(TyxVersionTest, OrdersByMajorMinorBuild)
 {
     EXPECT_GT(TyxVersion(4, 1, 0), TyxVersion(4, 0, 9));

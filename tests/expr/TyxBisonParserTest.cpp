@@ -260,8 +260,13 @@ TEST(TyxBisonParserTest, BytesOutsideTheLanguage)
         {"\xc3\xa9", "Parsing error at column #1 : syntax error token"},
         {"a+\x80", "Parsing error at column #3 : syntax error token"},
         {"\"\xff\xfe\"", "\"\xff\xfe\""},
-        {"\"\0\""s, "\"\0\""s},
+        // The tree text goes through toUTF8, which ends at the null.
+        {"\"\0\""s, "\"\""},
     });
+    // The constant itself keeps its null.
+    const Parsed parsed = run("\"\0\""s);
+    ASSERT_EQ(parsed.entries.size(), 1u);
+    EXPECT_EQ(parsed.entries[0].second->evaluate().value<tyx::TyxString>(), tyx::TyxString(L"\0", 1));
 }
 
 TEST(TyxBisonParserTest, AnyBytesParseOrFailWithTheErrorText)

@@ -119,6 +119,31 @@ TEST(TyxEqnFunctionsTest, MessagesAndResults)
         EXPECT_EQ(run(c.text), c.expected) << c.text;
 }
 
+TEST(TyxEqnFunctionsTest, RoundOfANumberAddsOneHalfAndTruncates)
+{
+    constexpr double twoTo52 = 4503599627370496.0;
+    const struct {
+        double x;
+        double rounded;
+    } cases[] = {
+        {0.49999999999999994, 1.0},
+        {-0.49999999999999994, -1.0},
+        {2.5, 3.0},
+        {-2.5, -3.0},
+        {twoTo52 + 1.0, twoTo52 + 2.0},
+        {2.4, 2.0},
+    };
+    TyxEqnParser parser;
+    ASSERT_EQ(parser.parse(L"round(x)"), 0);
+    for (const auto &c : cases) {
+        parser.setValue(L"x", c.x);
+        const TyxVariant &result = parser.evaluate();
+        // round goes through the scalar function and gives a complex value.
+        EXPECT_EQ(result.type(), TyxMetaType::ComplexDouble) << c.x;
+        EXPECT_EQ(result.value<std::complex<double>>(), std::complex<double>(c.rounded, 0.0)) << c.x;
+    }
+}
+
 TEST(TyxEqnFunctionsTest, ComplexResults)
 {
     TyxEqnParser parser;

@@ -25,7 +25,10 @@ TEST(TyxFileInfoTest, StoresTheLinuxNormalForm)
         {L"/", L"/"},
         {L"//", L"/"},
         {L".", L"."},
-        {L"./", L"."},
+        {L"./", L""},
+        {L".//", L""},
+        {L"././", L""},
+        {L".\\", L""},
         {L"./a", L"a"},
         {L"././a", L"a"},
         {L".//a", L"a"},
@@ -43,6 +46,15 @@ TEST(TyxFileInfoTest, StoresTheLinuxNormalForm)
     };
     for (const auto &c : cases)
         EXPECT_EQ(TyxFileInfo(TyxString(c.given)).filePath(), c.stored) << c.given;
+}
+
+TEST(TyxFileInfoTest, CurrentDirectoryWithSlashIsTheEmptyPath)
+{
+    const TyxFileInfo current(TyxString(L"./"));
+    EXPECT_EQ(current.filePath(), L"");
+    EXPECT_EQ(current, TyxFileInfo());
+    EXPECT_EQ(current.absoluteFilePath(), L"");
+    EXPECT_EQ(TyxFileInfo(TyxString(L".")).filePath(), L".");
 }
 
 TEST(TyxFileInfoTest, SetFileRenormalisesAndComparesStoredPaths)
@@ -171,6 +183,7 @@ TEST(TyxFileInfoTest, OddPathsAreHandled)
     const TyxString withNull = folder + TyxString(L"/\0x", 3);
     EXPECT_FALSE(TyxFileInfo(withNull).isDir());
     EXPECT_EQ(TyxFileInfo(withNull).access(F_OK), -1);
+    EXPECT_EQ(tyx::canonicalizePath(withNull), withNull);
 
     // A text that is not Unicode, and a very long path.
     const TyxString surrogate(1, static_cast<wchar_t>(0xD800));

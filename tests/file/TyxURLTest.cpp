@@ -119,6 +119,27 @@ TEST(TyxURLTest, ParsedPathCutsAtSlashesOnly)
     EXPECT_TRUE(TyxURL(TyxString(L"s://h")).parsedPath().empty());
 }
 
+TEST(TyxURLTest, ParsedPathIndexesTheWideTextAtUtf8Positions)
+{
+    // The path's begin and length count UTF-8 bytes and are applied to the
+    // wide text: every multibyte character before the path shifts the cut,
+    // and one inside it stretches the end.
+    const struct {
+        const wchar_t *text;
+        tyx::TyxStrList segments;
+    } cases[] = {
+        {L"http://\u00FC/a/b", {L"b"}},
+        {L"http://\u65E5/a/b/c", {L"b", L"c"}},
+        {L"http://\u00FC\u00FC/abc/def", {L"c", L"def"}},
+        {L"s://h/\u00E9/x?q=1", {L"\u00E9", L"x?"}},
+        {L"http://\u00FC\u00FC\u00FC\u00FC/a", {}},
+        {L"http://h/a/b", {L"a", L"b"}},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(TyxURL(TyxString(c.text)).parsedPath(), c.segments) << tyx::toUTF8(c.text);
+    EXPECT_EQ(TyxURL(TyxString(L"http://\u00FC/a/b")).path(), L"/a/b");
+}
+
 TEST(TyxURLTest, AssignmentReparsesAndClearEmpties)
 {
     TyxURL url(TyxString(L"s://h1:1/p"));

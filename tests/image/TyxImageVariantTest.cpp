@@ -4,6 +4,7 @@
 #include <tyx/TyxDataType.h>
 #include <tyx/TyxDataTypeInfo.h>
 #include <tyx/TyxEnum.h>
+#include <tyx/TyxRational.h>
 #include <tyx/TyxVariant.h>
 
 #include <gtest/gtest.h>
@@ -73,6 +74,39 @@ TEST(TyxImageVariantTest, LayoutAndByteOrderJoin)
     EXPECT_EQ(order.value<unsigned char>(), 1);
     EXPECT_EQ(TyxVariant(7).value<TyxByteOrder>(), TyxByteOrder::Invalid);
     EXPECT_TRUE(TyxVariant(TyxByteOrder()) == TyxVariant(0));
+}
+
+// Every code of a code class, the invalid one included, becomes that code
+// over 1 in each kind of rational, directly and through a variant.
+template <class Code>
+void expectCodesBecomeRationals(int invalidCode)
+{
+    for (int code = 0; code <= invalidCode; ++code) {
+        const Code value(static_cast<typename tyx::internal::TyxCodeClass<Code>::Code>(code));
+        const TyxVariant held(value);
+        EXPECT_EQ(held.value<tyx::TyxRational<int64_t>>(), tyx::TyxRational<int64_t>(code, 1)) << code;
+        EXPECT_EQ(held.value<tyx::TyxRational<uint64_t>>(), tyx::TyxRational<uint64_t>(code, 1)) << code;
+        tyx::TyxRational<int> narrow(7, 7);
+        EXPECT_TRUE((tyx::internal::TyxCast<Code, tyx::TyxRational<int>>::cast(value, narrow)));
+        EXPECT_EQ(narrow, tyx::TyxRational<int>(code, 1)) << code;
+        tyx::TyxRational<unsigned int> unsignedNarrow(7, 7);
+        EXPECT_TRUE(
+            (tyx::internal::TyxCast<Code, tyx::TyxRational<unsigned int>>::cast(value, unsignedNarrow)));
+        EXPECT_EQ(unsignedNarrow, tyx::TyxRational<unsigned int>(static_cast<unsigned int>(code), 1u))
+            << code;
+    }
+}
+
+TEST(TyxImageVariantTest, CodesConvertToRationals)
+{
+    tyx::TyxRational<int64_t> target(5, 5);
+    EXPECT_TRUE(TyxVariant(TyxByteOrder(TyxByteOrder::BigEndian))
+                    .value(TyxMetaType(TyxMetaType::I64Rational), &target));
+    EXPECT_EQ(target, tyx::TyxRational<int64_t>(1, 1));
+
+    expectCodesBecomeRationals<TyxByteOrder>(TyxByteOrder::Invalid);
+    expectCodesBecomeRationals<TyxDataLayout>(TyxDataLayout::Invalid);
+    expectCodesBecomeRationals<TyxDataType>(N::Invalid);
 }
 
 TEST(TyxImageVariantTest, BufferPointerJoinsWithCode18)

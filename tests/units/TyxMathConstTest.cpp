@@ -60,17 +60,23 @@ TEST(TyxMathConstTest, ValuesCarryTheirUnits)
     EXPECT_EQ(double(TyxMathConst(TyxMathConst::Pi)), std::numbers::pi);
     EXPECT_TRUE(TyxMathConst(TyxMathConst::Pi).value().isUnitLess());
 
-    // Units that name a category twice combine: J s is kg m^2 / s, and
-    // W / m^2 K^4 is kg / s^3 K^4.
+    // A category that the unit text names twice takes the later entry:
+    // J s is kg m^2 s, and W / m^2 K^4 is kg / m^2 s^3 K^4.
     struct Case {
         TyxMathConst::Code code;
         const wchar_t *units;
     };
     const Case cases[] = {
-        {TyxMathConst::Planck, L"kg m^2 / s"},
-        {TyxMathConst::StefanBoltzmann, L"kg / s^3 K^4"},
-        {TyxMathConst::VacuumPermittivity, L"s^4 A^2 / m^3 kg"},
+        {TyxMathConst::Planck, L"kg m^2 s"},
+        {TyxMathConst::ReducedPlanck, L"kg m^2 s"},
+        {TyxMathConst::StefanBoltzmann, L"kg / m^2 s^3 K^4"},
+        {TyxMathConst::VacuumPermittivity, L"s^4 A^2 / m kg"},
+        {TyxMathConst::Boltzmann, L"kg m^2 / s^2 K"},
         {TyxMathConst::GasConstant, L"kg m^2 / s^2 K mol"},
+        {TyxMathConst::VacuumPermeability, L"kg m / s^2 A^2"},
+        {TyxMathConst::Faraday, L"A s / mol"},
+        {TyxMathConst::ElementaryCharge, L"A s"},
+        {TyxMathConst::Gravitation, L"m^3 / kg s^2"},
         {TyxMathConst::Loschmidt, L"m^-3"},
         {TyxMathConst::StandardPressure, L"kg / m s^2"},
     };
@@ -79,6 +85,7 @@ TEST(TyxMathConstTest, ValuesCarryTheirUnits)
 
     // h = 2 pi hbar, to the digits both are given with.
     const TyxScalar h = TyxMathConst(TyxMathConst::Planck);
+    EXPECT_EQ(h.real(), 6.62606957e-34);
     const TyxScalar twoPiHbar = TyxScalar(2.0 * std::numbers::pi) * TyxMathConst(TyxMathConst::ReducedPlanck);
     EXPECT_EQ(twoPiHbar.units(), h.units());
     EXPECT_NEAR(twoPiHbar.real() / h.real(), 1.0, 1e-9);

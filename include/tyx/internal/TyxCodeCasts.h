@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include <tyx/TyxCast.h>
+#include <tyx/TyxRational.h>
 #include <tyx/TyxString.h>
 
 namespace tyx::internal {
@@ -52,6 +53,16 @@ requires(TyxMatrixCode<From> &&TyxMatrixNumber<To>) struct TyxCast<From, To> {
         else
             to = numberCast<To>(static_cast<int>(static_cast<Code>(from)));
         return true;
+    }
+};
+
+/// A code to a rational: the code as an int, over 1.
+template <class From, class To>
+requires(TyxMatrixCode<From> &&TyxMatrixRational<To>) struct TyxCast<From, To> {
+    static bool cast(const From &from, To &to)
+    {
+        using Code = typename TyxCodeClass<From>::Code;
+        return TyxCast<int, To>::cast(static_cast<int>(static_cast<Code>(from)), to);
     }
 };
 
