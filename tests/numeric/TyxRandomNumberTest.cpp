@@ -29,7 +29,8 @@ public:
             m_iy = m_iv[0];
         }
         m_state = m_state * 16807 % 2147483647;
-        const int64_t j = m_iy / (1 + (2147483647 - 1) / 32);
+        // The table index is iy / 67108864.9375, that is iy * 16 / (2^30 - 1).
+        const int64_t j = m_iy * 16 / 1073741823;
         m_iy = m_iv[j];
         m_iv[j] = m_state;
         return std::min(static_cast<double>(m_iy) * 4.656612875245797e-10, 0.99999988);
