@@ -19,7 +19,6 @@ public:
     TyxRandomNumber();
     /// Seeded by initialize(\p seed).
     explicit TyxRandomNumber(int seed);
-    virtual ~TyxRandomNumber() = default;
 
     /// Restarts the stream. The state keeps the seed as a negative number:
     /// \p seed itself when negative, -\p seed when positive, -1 for 0, so
