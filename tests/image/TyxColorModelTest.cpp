@@ -1,0 +1,249 @@
+#include <tyx/TyxColorModel.h>
+#include <tyx/TyxEnum.h>
+#include <tyx/TyxVariant.h>
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <vector>
+
+namespace {
+
+using tyx::TyxColorModel;
+using tyx::TyxMetaType;
+using tyx::TyxString;
+using tyx::TyxTextMsg;
+using tyx::TyxVariant;
+using CM = TyxColorModel;
+using Extra = std::vector<TyxColorModel::ExtraBandType>;
+
+std::wstring textOf(const TyxColorModel &model)
+{
+    std::wostringstream out;
+    out << model;
+    return out.str();
+}
+
+TEST(TyxColorModelTest, CodesCarryTheirBandCounts)
+{
+    struct Case {
+        CM::Code code;
+        const wchar_t *key;
+        unsigned bands;
+    };
+    const Case cases[] = {{CM::GrayScale, L"GrayScale", 1},
+                          {CM::RGB, L"RGB", 3},
+                          {CM::sRGB, L"sRGB", 3},
+                          {CM::RIMM_RGB, L"RIMM_RGB", 3},
+                          {CM::ROMM_RGB, L"ROMM_RGB", 3},
+                          {CM::ERIMM_RGB, L"ERIMM_RGB", 3},
+                          {CM::HSI, L"HSI", 3},
+                          {CM::HSV, L"HSV", 3},
+                          {CM::YCbCr, L"YCbCr", 3},
+                          {CM::CMYK, L"CMYK", 4},
+                          {CM::YIQ, L"YIQ", 3},
+                          {CM::YUV, L"YUV", 3},
+                          {CM::CIELAB, L"CIELAB", 3},
+                          {CM::CIELUV, L"CIELUV", 3},
+                          {CM::CIEXYZ, L"CIEXYZ", 3},
+                          {CM::Alpha, L"Alpha", 1},
+                          {CM::PremultipliedAlpha, L"PremultipliedAlpha", 1}};
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.key);
+        const TyxColorModel model(c.code);
+        EXPECT_TRUE(model.isValid());
+        EXPECT_EQ(model.name(), c.key);
+        EXPECT_EQ(static_cast<const TyxString &>(model), c.key);
+        EXPECT_EQ(model.numColorBands(), c.bands);
+        EXPECT_EQ(model.numBands(), c.bands);
+        EXPECT_EQ(CM::enumerator().data(c.code).value<unsigned>(), c.bands);
+        EXPECT_EQ(CM::fromString(c.key), c.code);
+    }
+    EXPECT_EQ(CM::allKeys().size(), 19u);
+    EXPECT_EQ(CM::allKeys()[18], L"Other");
+    EXPECT_EQ(CM::enumerator().data(CM::MultiSpectral).value<unsigned>(), 0u);
+    EXPECT_FALSE(CM::enumerator().isValid(19));
+}
+
+TEST(TyxColorModelTest, ExtraBandsAddToTheCount)
+{
+    EXPECT_EQ(TyxColorModel(CM::CMYK).numBands(), 4u);
+    const TyxColorModel withExtra(CM::CMYK, Extra{CM::AssociatedAlpha, CM::Mask});
+    EXPECT_EQ(withExtra.numBands(), 6u);
+    EXPECT_EQ(withExtra.numExtraBands(), 2u);
+    EXPECT_EQ(withExtra.numColorBands(), 4u);
+
+    // A rejected type still keeps the extra bands.
+    const TyxColorModel rejected(CM::Other, Extra{CM::Depth});
+    EXPECT_FALSE(rejected.isValid());
+    EXPECT_EQ(rejected.numExtraBands(), 1u);
+}
+
+TEST(TyxColorModelTest, SetTypeMessages)
+{
+    struct Case {
+        int code;
+        bool withBands;
+        unsigned bands;
+        const wchar_t *text;
+        unsigned bandsAfter;
+    };
+    const Case cases[] = {
+        {20, false, 0, L"Passed invalid color model type [20]. ", 0},
+        {19, true, 3, L"Passed invalid color model type [19]. ", 0},
+        {1, false, 0,
+         L"Passed invalid color model type MultiSpectral or Other. Please use the alternate setType method.",
+         0},
+        {18, false, 0,
+         L"Passed invalid color model type MultiSpectral or Other. Please use the alternate setType method.",
+         0},
+        {18, true, 0, L"Passed invalid number of image bands (less than 1).", 0},
+        {-1, false, 0, L"Passed an invalid (out-of-range) enumeration type.", 0},
+        {-1, true, 3, L"Passed an invalid (out-of-range) enumeration type.", 0},
+        // The band count of the table stays after the mismatch.
+        {2, true, 4, L"Passed type (RGB) but with an invalid number of bands (4).", 3},
+        {10, true, 3, L"Passed type (CMYK) but with an invalid number of bands (3).", 4},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.text);
+        TyxColorModel model;
+        const auto code = static_cast<CM::Code>(c.code);
+        const TyxTextMsg msg = c.withBands ? model.setType(code, c.bands) : model.setType(code);
+        EXPECT_EQ(msg.text(), c.text);
+        EXPECT_EQ(msg.type(), TyxTextMsg::Error);
+        EXPECT_FALSE(model.isValid());
+        EXPECT_EQ(model.toEnum(), CM::Invalid);
+        EXPECT_EQ(model.numColorBands(), c.bandsAfter);
+    }
+}
+
+TEST(TyxColorModelTest, CallerGivesBandsForMultiSpectralAndOther)
+{
+    TyxColorModel model;
+    EXPECT_TRUE(model.setType(CM::MultiSpectral, 7).empty());
+    EXPECT_TRUE(model.isValid());
+    EXPECT_EQ(model, CM::MultiSpectral);
+    EXPECT_EQ(model.numColorBands(), 7u);
+    EXPECT_TRUE(model.setType(CM::RGB, 3).empty());
+    EXPECT_EQ(model.numColorBands(), 3u);
+
+    // A failure leaves the band count of the last good type.
+    EXPECT_FALSE(model.setType(CM::MultiSpectral).empty());
+    EXPECT_EQ(model.numColorBands(), 3u);
+}
+
+TEST(TyxColorModelTest, KeysIgnoreCase)
+{
+    EXPECT_EQ(CM::fromString(L"srgb"), CM::sRGB);
+    EXPECT_EQ(CM::fromString(L"CIElab"), CM::CIELAB);
+    EXPECT_EQ(CM::fromString(L"Lab"), CM::Invalid);
+    EXPECT_EQ(CM::fromString(L""), CM::Invalid);
+    EXPECT_TRUE(CM::isValid(TyxString(L"ycbcr")));
+    EXPECT_FALSE(CM::isValid(TyxString(L"BGR")));
+    EXPECT_EQ(TyxColorModel(TyxString(L"hsv")), CM::HSV);
+    // A key of a caller-counted type cannot make a model on its own.
+    EXPECT_FALSE(TyxColorModel(TyxString(L"Other")).isValid());
+    EXPECT_EQ(TyxColorModel().name(), L"");
+}
+
+TEST(TyxColorModelTest, EqualityComparesBandsAndExtrasInOrder)
+{
+    const TyxColorModel a(CM::RGB, Extra{CM::AssociatedAlpha, CM::Mask});
+    EXPECT_EQ(a, TyxColorModel(CM::RGB, 3, Extra{CM::AssociatedAlpha, CM::Mask}));
+    EXPECT_NE(a, TyxColorModel(CM::RGB, Extra{CM::Mask, CM::AssociatedAlpha}));
+    EXPECT_NE(a, TyxColorModel(CM::RGB));
+    EXPECT_NE(TyxColorModel(CM::MultiSpectral, 4, {}), TyxColorModel(CM::MultiSpectral, 5, {}));
+    EXPECT_TRUE(a == CM::RGB);
+    EXPECT_TRUE(a != CM::sRGB);
+}
+
+TEST(TyxColorModelTest, TextForms)
+{
+    EXPECT_EQ(textOf(TyxColorModel(CM::RGB, Extra{CM::UnassociatedAlpha})), L"(RGB,3,1:2)");
+    EXPECT_EQ(textOf(TyxColorModel(CM::GrayScale)), L"(GrayScale,1,0)");
+    EXPECT_EQ(textOf(TyxColorModel(CM::Other, 5, Extra{CM::Mask, static_cast<CM::ExtraBandType>(-7)})),
+              L"(Other,5,2:3,-7)");
+    EXPECT_EQ(textOf(TyxColorModel()), L"(,0,0)");
+
+    std::ostringstream narrow;
+    narrow << TyxColorModel(CM::CMYK);
+    EXPECT_EQ(narrow.str(), "(CMYK,4,0)");
+}
+
+TEST(TyxColorModelTest, TextRoundTrips)
+{
+    const TyxColorModel models[] = {
+        TyxColorModel(CM::RGB, Extra{CM::UnassociatedAlpha}), TyxColorModel(CM::GrayScale),
+        TyxColorModel(CM::MultiSpectral, 12, Extra{CM::Mask, CM::Depth, CM::Unspecified}),
+        TyxColorModel(CM::PremultipliedAlpha), TyxColorModel()};
+    for (const TyxColorModel &model : models) {
+        SCOPED_TRACE(textOf(model));
+        std::wistringstream in(textOf(model));
+        TyxColorModel read(CM::MultiSpectral, 0, Extra{CM::Depth});
+        in >> read;
+        EXPECT_FALSE(in.fail());
+        EXPECT_EQ(read, model);
+
+        std::istringstream narrowIn(tyx::toUTF8(textOf(model)));
+        TyxColorModel narrowRead;
+        narrowIn >> narrowRead;
+        EXPECT_EQ(narrowRead, model);
+    }
+}
+
+TEST(TyxColorModelTest, ReadingLeavesTheCloserWithoutExtraBands)
+{
+    std::wistringstream in(L"(YUV,3,0)|(RGB,3,1:1)|");
+    TyxColorModel first, second;
+    in >> first;
+    EXPECT_EQ(static_cast<wchar_t>(in.get()), L')');
+    EXPECT_EQ(static_cast<wchar_t>(in.get()), L'|');
+    in >> second;
+    EXPECT_EQ(static_cast<wchar_t>(in.get()), L'|');
+    EXPECT_EQ(first, TyxColorModel(CM::YUV));
+    EXPECT_EQ(second, TyxColorModel(CM::RGB, Extra{CM::AssociatedAlpha}));
+
+    // The invalid model read over a valid one keeps the old colour band count.
+    std::wistringstream invalid(L"(,0,0)");
+    TyxColorModel overwritten(CM::CMYK);
+    invalid >> overwritten;
+    EXPECT_FALSE(overwritten.isValid());
+    EXPECT_EQ(overwritten.numColorBands(), 4u);
+
+    // A count that does not fit the key gives the invalid model.
+    std::wistringstream wrong(L"(RGB,4,0)");
+    TyxColorModel model(CM::RGB);
+    wrong >> model;
+    EXPECT_FALSE(model.isValid());
+
+    // A claimed count beyond the numbers present stops at the text's end.
+    std::wistringstream truncated(L"(RGB,3,1000000000:1,2)");
+    truncated >> model;
+    EXPECT_EQ(model.numExtraBands(), 2u);
+}
+
+TEST(TyxColorModelTest, JoinsTheVariantWithCode29)
+{
+    const TyxVariant v(TyxColorModel(CM::CMYK, Extra{CM::AssociatedAlpha}));
+    EXPECT_EQ(v.type(), TyxMetaType::ColorModel);
+    std::wostringstream out;
+    out << v;
+    EXPECT_EQ(out.str(), L"TyxColorModel,(CMYK,4,1:1)");
+    EXPECT_EQ(v.value<int>(), 10);
+    EXPECT_EQ(v.value<double>(), 10.0);
+    EXPECT_TRUE(v.value<bool>());
+    EXPECT_FALSE(TyxVariant(TyxColorModel()).value<bool>());
+    EXPECT_EQ(v.value<TyxString>(), L"(CMYK,4,1:1)");
+    EXPECT_EQ(v.value<TyxColorModel>(), TyxColorModel(CM::CMYK, Extra{CM::AssociatedAlpha}));
+
+    // Integers build the model from the bare code.
+    EXPECT_EQ(TyxVariant(3).value<TyxColorModel>(), TyxColorModel(CM::sRGB));
+    EXPECT_FALSE(TyxVariant(1).value<TyxColorModel>().isValid());
+    EXPECT_FALSE(TyxVariant(25).value<TyxColorModel>().isValid());
+    EXPECT_EQ(TyxVariant(L"(hsi,3,0)").value<TyxColorModel>(), TyxColorModel(CM::HSI));
+    EXPECT_TRUE(TyxVariant::prototype(TyxMetaType(TyxMetaType::ColorModel)).isValid());
+    EXPECT_FALSE(
+        TyxVariant::prototype(TyxMetaType(TyxMetaType::ColorModel)).value<TyxColorModel>().isValid());
+}
+
+} // namespace
