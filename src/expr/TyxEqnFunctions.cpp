@@ -15,6 +15,7 @@
 #include <tyx/TyxScalar.h>
 
 #include "core/TyxPost.h"
+#include "core/TyxSaturatingCast.h"
 #include "expr/TyxEqnFcnState.h"
 #include "expr/TyxEqnTileInto.h"
 #include "expr/TyxFcnNode.h"
@@ -183,16 +184,7 @@ inline bool isNumber(const V &v) { return v.type().isNumeric(); }
 // Integer conversion of a double for mod, the order of Bessel functions and
 // string repetition: toward zero, saturated at the ends of the 32-bit range,
 // NaN as 0, so that no conversion is undefined.
-inline int32_t toInt32(double x)
-{
-    if (std::isnan(x))
-        return 0;
-    if (x >= 2147483647.0)
-        return std::numeric_limits<int32_t>::max();
-    if (x <= -2147483648.0)
-        return std::numeric_limits<int32_t>::min();
-    return static_cast<int32_t>(x);
-}
+inline int32_t toInt32(double x) { return saturatingCast<int32_t>(x); }
 
 // ---- Unary groups ------------------------------------------------------------
 
@@ -924,9 +916,7 @@ double roundclipValue(const TyxDataType &type, double v, double lo, double hi)
         if constexpr (std::is_integral_v<T>) {
             // Beyond the target's range the bounds were not clipping; the
             // value saturates instead of an undefined conversion.
-            const double low = static_cast<double>(std::numeric_limits<T>::min());
-            const double high = static_cast<double>(std::numeric_limits<T>::max());
-            return static_cast<double>(static_cast<T>(std::clamp(clipped, low, high)));
+            return static_cast<double>(saturatingCast<T>(clipped));
         } else {
             return static_cast<double>(static_cast<T>(r));
         }
