@@ -1475,10 +1475,23 @@ void collectVars(const TyxEqnNodePtr &node, const TyxString &name, std::vector<T
     }
 }
 
+// Sets the counter of foreach on a variable. A Double that only the node
+// holds is overwritten in place; otherwise the node gets a new variant.
+void setCounter(TyxVarNode &var, double counter)
+{
+    const V &value = var.value();
+    if (code(value) == kD && !value.isShared())
+        *static_cast<double *>(const_cast<void *>(value.impl().constData())) = counter;
+    else
+        var.setValue(V(counter));
+}
+
 // foreach(name, count, expression): the variable of that name in the
 // expression counts from 0 while below count; the values form a tile. The
 // variable nodes of the name in the expression are bound by setting their
-// value in each round. A count of 0 gives the empty tile.
+// value in each round. The first value fixes the element type of the tile,
+// which is then made at its full size and filled as the values come. A
+// count of 0 gives the empty tile.
 struct foreach_s {
     static const V &apply(State &s, const Args &a)
     {
@@ -1490,13 +1503,16 @@ struct foreach_s {
         collectVars(a[2], as<TyxString>(name), vars);
         const double limit = as<double>(count);
         const uint64_t n = limit > 0.0 ? static_cast<uint64_t>(std::min(limit, 9.007199254740992e15)) : 0;
-        std::vector<double> reals;
-        std::vector<Cplx> complexes;
-        bool isComplex = false;
+        TyxEqnTile &out = s.tileResult();
+        if (n == 0) {
+            out = TyxEqnTile();
+            return s.result;
+        }
+        double *reals = nullptr;
+        Cplx *complexes = nullptr;
         for (uint64_t i = 0; i < n; ++i) {
-            const TyxVariant counter(static_cast<double>(i));
             for (TyxVarNode *var : vars)
-                var->setValue(counter);
+                setCounter(*var, static_cast<double>(i));
             const V &value = evalArg(a, 2);
             Cplx c;
             switch (code(value)) {
@@ -1505,19 +1521,19 @@ struct foreach_s {
             case kU: c = as<TyxScalar>(value).complex(); break;
             default: TYX_BAD_ARG(s, value.type());
             }
-            if (i == 0)
-                isComplex = code(value) == kC || (code(value) == kU && c.imag() != 0.0);
-            if (isComplex)
-                complexes.push_back(c);
+            if (i == 0) {
+                // A failed allocation has been posted and leaves the empty tile.
+                if (code(value) == kC || (code(value) == kU && c.imag() != 0.0))
+                    complexes = prepareInto<Cplx>(out, n);
+                else
+                    reals = prepareInto<double>(out, n);
+                if (!complexes && !reals)
+                    return s.result;
+            }
+            if (complexes)
+                complexes[i] = c;
             else
-                reals.push_back(c.real());
-        }
-        TyxEqnTile &out = s.tileResult();
-        if (isComplex) {
-            if (Cplx *r = prepareInto<Cplx>(out, n))
-                std::copy(complexes.begin(), complexes.end(), r);
-        } else if (double *r = prepareInto<double>(out, n)) {
-            std::copy(reals.begin(), reals.end(), r);
+                reals[i] = c.real();
         }
         return s.result;
     }

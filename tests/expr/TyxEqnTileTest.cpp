@@ -271,11 +271,16 @@ TEST(TyxEqnTileTest, UnaryFamily)
 
 TEST(TyxEqnTileTest, SpecialFunctions)
 {
-    const TyxEqnTile d = doubles({0.0, 0.5, 1.0});
-    const std::vector<double> sinc = realsOf(d.sinc());
+    // sinc is sin(x) / x, not normalised, and 1 below the double epsilon.
+    const std::vector<double> sinc = realsOf(doubles({0.0, 0.5, std::numbers::pi, -1e-300, kNaN}).sinc());
     EXPECT_EQ(sinc[0], 1.0);
-    EXPECT_DOUBLE_EQ(sinc[1], 2.0 / std::numbers::pi);
+    EXPECT_EQ(sinc[1], std::sin(0.5) / 0.5);
     EXPECT_NEAR(sinc[2], 0.0, 1e-16);
+    EXPECT_EQ(sinc[3], 1.0);
+    EXPECT_TRUE(std::isnan(sinc[4]));
+    EXPECT_EQ(complexesOf(makeTile<Cplx>(N::ComplexDouble, {{0, 0}, {1, 1}}).sinc()),
+              (std::vector<Cplx>{{1, 0}, std::sin(Cplx(1, 1)) / Cplx(1, 1)}));
+    const TyxEqnTile d = doubles({0.0, 0.5, 1.0});
     EXPECT_EQ(realsOf(d.j1()), (std::vector<double>{::j1(0.0), ::j1(0.5), ::j1(1.0)}));
     EXPECT_EQ(realsOf(d.jn(3)), (std::vector<double>{::jn(3, 0.0), ::jn(3, 0.5), ::jn(3, 1.0)}));
     EXPECT_EQ(realsOf(doubles({1.0}).yn(2)), (std::vector<double>{::yn(2, 1.0)}));
@@ -404,8 +409,8 @@ TEST(TyxEqnTileTest, RoundclipGivesTheSameWithAndWithoutParallelLoops)
 
 TEST(TyxEqnTileTest, TernarySelectsBySample)
 {
-    const TyxEqnTile cond = makeTile<uint8_t>(N::U8, {1, 0, 2, 0});
-    const TyxEqnTile a = doubles({10, 11, 12, 13});
+    TyxEqnTile cond = makeTile<uint8_t>(N::U8, {1, 0, 2, 0});
+    TyxEqnTile a = doubles({10, 11, 12, 13});
     const TyxEqnTile b = makeTile<int16_t>(N::I16, {-1, -2, -3});
     EXPECT_EQ(realsOf(cond.ternary(a, b)), (std::vector<double>{10, -2, 12}));
     EXPECT_EQ(realsOf(cond.ternary(a, 0.0)), (std::vector<double>{10, 0, 12, 0}));
@@ -418,6 +423,13 @@ TEST(TyxEqnTileTest, TernarySelectsBySample)
               (std::vector<Cplx>{{1, 0}, {0, 1}, {1, 0}, {0, 1}}));
     const TyxEqnTile z = makeTile<std::complex<float>>(N::ComplexFloat, {{1, 1}, {2, 2}});
     EXPECT_EQ(complexesOf(cond.ternary(a, z)), (std::vector<Cplx>{{10, 0}, {2, 2}}));
+
+    // Steps other than 1, in the condition or in a source.
+    const TyxEqnTile everyOther(cond.buffer(), TyxDataType(N::U8), 2, 2);
+    EXPECT_EQ(realsOf(everyOther.ternary(a, b)), (std::vector<double>{10, 11}));
+    const TyxEqnTile aStrided(a.buffer(), TyxDataType(N::Double), 2, 2);
+    EXPECT_EQ(realsOf(cond.ternary(aStrided, 0.0)), (std::vector<double>{10, 0}));
+    EXPECT_EQ(realsOf(cond.ternary(-1.0, aStrided)), (std::vector<double>{-1, 12}));
 
     // A NaN condition is not zero; complex conditions are not served.
     EXPECT_EQ(realsOf(doubles({kNaN}).ternary(1.0, 2.0)), (std::vector<double>{1}));
