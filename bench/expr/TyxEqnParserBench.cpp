@@ -174,4 +174,37 @@ void BM_ParserScalar(benchmark::State &state)
 }
 BENCHMARK(BM_ParserScalar);
 
+// foreach over 100000 rounds of a small expression of the counter, against
+// the same values computed by a loop into a vector.
+constexpr uint64_t kRounds = 100000;
+
+void BM_ParserForeach(benchmark::State &state)
+{
+    TyxEqnParser parser;
+    // The count is a variable, so that the call is not folded into a constant.
+    parser.parse(L"foreach(\"i\", n, i * 0.5 + 1)");
+    const tyx::TyxVariant count{static_cast<double>(kRounds)};
+    parser.setValue(L"n", count);
+    parser.evaluate();
+    for (auto _ : state) {
+        parser.setValue(L"n", count);
+        benchmark::DoNotOptimize(&parser.evaluate());
+    }
+    state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * kRounds));
+}
+BENCHMARK(BM_ParserForeach)->Unit(benchmark::kMillisecond);
+
+void BM_ForeachLoop(benchmark::State &state)
+{
+    std::vector<double> values(kRounds);
+    for (auto _ : state) {
+        for (uint64_t i = 0; i < kRounds; ++i)
+            values[i] = double(i) * 0.5 + 1;
+        benchmark::DoNotOptimize(values.data());
+        benchmark::ClobberMemory();
+    }
+    state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * kRounds));
+}
+BENCHMARK(BM_ForeachLoop)->Unit(benchmark::kMillisecond);
+
 } // namespace

@@ -277,4 +277,39 @@ void BM_MedianU16Hand(benchmark::State &state)
 }
 BENCHMARK(BM_MedianU16Hand)->Unit(benchmark::kMillisecond);
 
+// ---- Ternary: U8 condition, U16 tile or a double ---------------------------------------------
+
+const TyxEqnTile &conditions()
+{
+    static const TyxEqnTile tile = randomTile<uint8_t>(N::U8, 0, 1.99, 4);
+    return tile;
+}
+
+void BM_TernaryU8Tile(benchmark::State &state)
+{
+    prepare();
+    conditions();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(conditions().ternary(u16a(), -1.0));
+    finish(state);
+}
+BENCHMARK(BM_TernaryU8Tile)->Unit(benchmark::kMillisecond);
+
+void BM_TernaryU8Hand(benchmark::State &state)
+{
+    const uint8_t *c = samples<uint8_t>(conditions());
+    const uint16_t *a = samples<uint16_t>(u16a());
+    double other = -1.0;
+    benchmark::DoNotOptimize(other);
+    for (auto _ : state) {
+        TyxBufferPtr holder;
+        double *out = newResult<double>(holder);
+        for (uint64_t i = 0; i < kSamples; ++i)
+            out[i] = c[i] != 0 ? static_cast<double>(a[i]) : other;
+        benchmark::DoNotOptimize(out);
+    }
+    finish(state);
+}
+BENCHMARK(BM_TernaryU8Hand)->Unit(benchmark::kMillisecond);
+
 } // namespace

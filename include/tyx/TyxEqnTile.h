@@ -181,7 +181,8 @@ public:
     TyxEqnTile y1() const;
     TyxEqnTile jn(int order) const;
     TyxEqnTile yn(int order) const;
-    /// The normalised sinc, sin(pi x) / (pi x), 1 at 0.
+    /// sin(x) / x, not normalised, as TyxScalar::sinc: 1 for a modulus
+    /// below the double epsilon.
     TyxEqnTile sinc() const;
     /// The factorial of each sample truncated toward zero; samples outside
     /// 0 to 170 give NaN. Real samples only.

@@ -1,22 +1,18 @@
 // Base of the expression tree nodes: casts and the stored form of values.
 #include "expr/TyxEqnNode.h"
 
+#include <complex>
+
+#include <tyx/TyxScalar.h>
+
 namespace tyx::internal {
 
 namespace {
 
-// The scalar type belongs to a later area and joins the variant at start-up,
-// so the conversion goes by type code: a fresh default scalar is made from
-// the registered prototype and filled through the conversion matrix. Should
-// the scalar type be missing or the conversion fail, the value stays as it is.
+// A complex value is kept as a unit-less scalar of the same value.
 TyxVariant asScalar(const TyxVariant &value)
 {
-    const TyxMetaType scalarType(TyxMetaType::Scalar);
-    const TyxVariant scalar(scalarType, nullptr);
-    // The fresh value has no other owner, so writing into it changes no copy.
-    if (scalar.isValid() && value.value(scalarType, const_cast<void *>(scalar.impl().constData())))
-        return scalar;
-    return value;
+    return TyxVariant(TyxScalar(value.value<std::complex<double>>(), TyxUnits()));
 }
 
 } // namespace

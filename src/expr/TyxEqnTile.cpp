@@ -11,7 +11,98 @@
 #include <tyx/TyxVariant.h>
 
 #include "core/TyxPost.h"
-#include "expr/TyxEqnTileLoops.h"
+#include "expr/TyxEqnTileInto.h"
+
+// ---- Arithmetic into an earlier result -------------------------------------------------------
+
+namespace tyx::internal {
+
+template <class Op>
+void tileTileInto(TyxEqnTile &out, const TyxEqnTile &a, const TyxEqnTile &b, Op op)
+{
+    if (!readable(a) || !readable(b)) {
+        out = TyxEqnTile();
+        return;
+    }
+    const uint64_t n = std::min(a.size(), b.size());
+    const bool served = visitServedCode(codeOf(a), false, [&](auto ta) {
+        using A = typename decltype(ta)::type;
+        return visitServedCode(codeOf(b), false, [&](auto tb) {
+            using B = typename decltype(tb)::type;
+            using R = decltype(op(widen(A()), widen(B())));
+            if (R *r = prepareInto<R>(out, n))
+                zipLoop(r, samples<A>(a), a.step(), samples<B>(b), b.step(), n,
+                        [op](const A &x, const B &y) { return op(widen(x), widen(y)); });
+            return true;
+        });
+    });
+    if (!served)
+        out = TyxEqnTile();
+}
+
+template <bool ScalarLeft, class S, class Op>
+void tileScalarInto(TyxEqnTile &out, const TyxEqnTile &a, const S &s, Op op)
+{
+    if (!readable(a)) {
+        out = TyxEqnTile();
+        return;
+    }
+    const uint64_t n = a.size();
+    const bool served = visitServedCode(codeOf(a), false, [&](auto ta) {
+        using A = typename decltype(ta)::type;
+        if constexpr (isComplexFloat<A>) {
+            return false;
+        } else {
+            using R = decltype(op(widen(A()), s));
+            if (R *r = prepareInto<R>(out, n)) {
+                if constexpr (ScalarLeft)
+                    mapLoop(r, samples<A>(a), a.step(), n, [op, s](const A &x) { return op(s, widen(x)); });
+                else
+                    mapLoop(r, samples<A>(a), a.step(), n, [op, s](const A &x) { return op(widen(x), s); });
+            }
+            return true;
+        }
+    });
+    if (!served)
+        out = TyxEqnTile();
+}
+
+void negateInto(TyxEqnTile &out, const TyxEqnTile &a)
+{
+    if (!readable(a)) {
+        out = TyxEqnTile();
+        return;
+    }
+    const uint64_t n = a.size();
+    const bool served = visitServedCode(codeOf(a), false, [&](auto ta) {
+        using A = typename decltype(ta)::type;
+        using R = decltype(widen(A()));
+        if (R *r = prepareInto<R>(out, n))
+            mapLoop(r, samples<A>(a), a.step(), n, [](const A &x) { return -widen(x); });
+        return true;
+    });
+    if (!served)
+        out = TyxEqnTile();
+}
+
+// The one instantiation of the element loops of each operation.
+#define TYX_TILE_ARITHMETIC(Op)                                                                              \
+    template void tileTileInto<Op>(TyxEqnTile &, const TyxEqnTile &, const TyxEqnTile &, Op);                \
+    template void tileScalarInto<false, double, Op>(TyxEqnTile &, const TyxEqnTile &, const double &, Op);   \
+    template void tileScalarInto<true, double, Op>(TyxEqnTile &, const TyxEqnTile &, const double &, Op);    \
+    template void tileScalarInto<false, TileComplex, Op>(TyxEqnTile &, const TyxEqnTile &,                   \
+                                                         const TileComplex &, Op);                           \
+    template void tileScalarInto<true, TileComplex, Op>(TyxEqnTile &, const TyxEqnTile &,                    \
+                                                        const TileComplex &, Op);
+
+TYX_TILE_ARITHMETIC(std::plus<>)
+TYX_TILE_ARITHMETIC(std::minus<>)
+TYX_TILE_ARITHMETIC(std::multiplies<>)
+TYX_TILE_ARITHMETIC(std::divides<>)
+
+#undef TYX_TILE_ARITHMETIC
+
+} // namespace tyx::internal
 
 namespace tyx {
 
@@ -34,44 +125,17 @@ using DivOp = std::divides<>;
 template <class Op>
 TyxEqnTile tileWithTile(const TyxEqnTile &a, const TyxEqnTile &b, Op op)
 {
-    if (!readable(a) || !readable(b))
-        return TyxEqnTile();
-    const uint64_t n = std::min(a.size(), b.size());
-    return visitServedCode(codeOf(a), TyxEqnTile(), [&](auto ta) {
-        using A = typename decltype(ta)::type;
-        return visitServedCode(codeOf(b), TyxEqnTile(), [&](auto tb) {
-            using B = typename decltype(tb)::type;
-            using R = decltype(op(widen(A()), widen(B())));
-            return produce<R>(n, [&](R *out) {
-                zipLoop(out, samples<A>(a), a.step(), samples<B>(b), b.step(), n,
-                        [op](const A &x, const B &y) { return op(widen(x), widen(y)); });
-            });
-        });
-    });
+    TyxEqnTile result;
+    tileTileInto(result, a, b, op);
+    return result;
 }
 
-// The scalar on the right (or on the left with ScalarLeft) of each element.
-// ComplexFloat tiles are not served with a scalar.
 template <bool ScalarLeft, class S, class Op>
 TyxEqnTile tileWithScalar(const TyxEqnTile &a, const S &s, Op op)
 {
-    if (!readable(a))
-        return TyxEqnTile();
-    const uint64_t n = a.size();
-    return visitServedCode(codeOf(a), TyxEqnTile(), [&](auto ta) {
-        using A = typename decltype(ta)::type;
-        if constexpr (isComplexFloat<A>) {
-            return TyxEqnTile();
-        } else {
-            using R = decltype(op(widen(A()), s));
-            return produce<R>(n, [&](R *out) {
-                if constexpr (ScalarLeft)
-                    mapLoop(out, samples<A>(a), a.step(), n, [op, s](const A &x) { return op(s, widen(x)); });
-                else
-                    mapLoop(out, samples<A>(a), a.step(), n, [op, s](const A &x) { return op(widen(x), s); });
-            });
-        }
-    });
+    TyxEqnTile result;
+    tileScalarInto<ScalarLeft>(result, a, s, op);
+    return result;
 }
 
 // ---- Comparisons ---------------------------------------------------------
@@ -148,11 +212,6 @@ TyxEqnTile compareScalar(const TyxEqnTile &a, const S &s, Op op)
         }
     });
 }
-
-struct NegOp {
-    double operator()(double x) const { return -x; }
-    Cplx operator()(const Cplx &z) const { return -z; }
-};
 
 // ---- Text form -----------------------------------------------------------------
 
@@ -325,7 +384,12 @@ TyxEqnTile TyxEqnTile::operator/(const Complex &value) const
     return tileWithScalar<false>(*this, value, DivOp());
 }
 
-TyxEqnTile TyxEqnTile::operator-() const { return unary(*this, NegOp()); }
+TyxEqnTile TyxEqnTile::operator-() const
+{
+    TyxEqnTile result;
+    negateInto(result, *this);
+    return result;
+}
 
 TyxEqnTile operator-(double value, const TyxEqnTile &tile)
 {

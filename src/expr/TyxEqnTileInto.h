@@ -1,7 +1,8 @@
 // Tile arithmetic that writes into the buffer of an earlier result.
 #pragma once
 
-#include <algorithm>
+#include <complex>
+#include <functional>
 
 #include "expr/TyxEqnTileLoops.h"
 
@@ -10,7 +11,8 @@ namespace tyx::internal {
 /// Makes \p out a tile of \p n elements of R with step 1 and returns its
 /// samples. The buffer of \p out is kept when nobody else holds it and it is
 /// large enough, so that a repeated evaluation allocates nothing; otherwise
-/// a new one is allocated. Null when n is 0 or the allocation failed.
+/// a new one is allocated. Null when n is 0 (\p out is then a tile of the
+/// result type and size 0) or when the allocation failed (the empty tile).
 template <class R>
 R *prepareInto(TyxEqnTile &out, uint64_t n)
 {
@@ -23,87 +25,32 @@ R *prepareInto(TyxEqnTile &out, uint64_t n)
         return static_cast<R *>(out.buffer()->data());
     }
     out.initialize(type, n);
-    if (n == 0 || !out.buffer() || !out.buffer()->data()) {
+    if (n == 0)
+        return nullptr;
+    if (!out.buffer() || !out.buffer()->data()) {
         out = TyxEqnTile();
         return nullptr;
     }
     return static_cast<R *>(out.buffer()->data());
 }
 
-/// out = a op b element by element, as the tile operators compute it: the
-/// smaller size, every served pair of types, an empty result otherwise.
-template <class Op>
-void tileTileInto(TyxEqnTile &out, const TyxEqnTile &a, const TyxEqnTile &b, Op op)
-{
-    if (!readable(a) || !readable(b)) {
-        out = TyxEqnTile();
-        return;
-    }
-    const uint64_t n = std::min(a.size(), b.size());
-    const bool served = visitServedCode(codeOf(a), false, [&](auto ta) {
-        using A = typename decltype(ta)::type;
-        return visitServedCode(codeOf(b), false, [&](auto tb) {
-            using B = typename decltype(tb)::type;
-            using R = decltype(op(widen(A()), widen(B())));
-            R *r = prepareInto<R>(out, n);
-            if (r)
-                zipLoop(r, samples<A>(a), a.step(), samples<B>(b), b.step(), n,
-                        [op](const A &x, const B &y) { return op(widen(x), widen(y)); });
-            return true;
-        });
-    });
-    if (!served)
-        out = TyxEqnTile();
-}
+// The arithmetic of tiles, shared by the tile operators and the function
+// bodies of the expression engine. The element loops are instantiated once,
+// in TyxEqnTile.cpp, for the four operations: std::plus<>, std::minus<>,
+// std::multiplies<> and std::divides<>.
 
-/// out = a op s, or s op a with ScalarLeft, for each element. ComplexFloat
-/// tiles are not served with a scalar, as in the tile operators.
+/// out = a op b element by element: the smaller size, every served pair of
+/// types (a complex operand gives a ComplexDouble tile, else Double), and
+/// the empty tile for an unserved type.
+template <class Op>
+void tileTileInto(TyxEqnTile &out, const TyxEqnTile &a, const TyxEqnTile &b, Op op);
+
+/// out = a op s, or s op a with ScalarLeft, for each element, S being double
+/// or std::complex<double>. ComplexFloat tiles are not served with a scalar.
 template <bool ScalarLeft, class S, class Op>
-void tileScalarInto(TyxEqnTile &out, const TyxEqnTile &a, const S &s, Op op)
-{
-    if (!readable(a)) {
-        out = TyxEqnTile();
-        return;
-    }
-    const uint64_t n = a.size();
-    const bool served = visitServedCode(codeOf(a), false, [&](auto ta) {
-        using A = typename decltype(ta)::type;
-        if constexpr (isComplexFloat<A>) {
-            return false;
-        } else {
-            using R = decltype(op(widen(A()), s));
-            R *r = prepareInto<R>(out, n);
-            if (r) {
-                if constexpr (ScalarLeft)
-                    mapLoop(r, samples<A>(a), a.step(), n, [op, s](const A &x) { return op(s, widen(x)); });
-                else
-                    mapLoop(r, samples<A>(a), a.step(), n, [op, s](const A &x) { return op(widen(x), s); });
-            }
-            return true;
-        }
-    });
-    if (!served)
-        out = TyxEqnTile();
-}
+void tileScalarInto(TyxEqnTile &out, const TyxEqnTile &a, const S &s, Op op);
 
 /// out = -a element by element.
-inline void negateInto(TyxEqnTile &out, const TyxEqnTile &a)
-{
-    if (!readable(a)) {
-        out = TyxEqnTile();
-        return;
-    }
-    const uint64_t n = a.size();
-    const bool served = visitServedCode(codeOf(a), false, [&](auto ta) {
-        using A = typename decltype(ta)::type;
-        using R = decltype(widen(A()));
-        R *r = prepareInto<R>(out, n);
-        if (r)
-            mapLoop(r, samples<A>(a), a.step(), n, [](const A &x) { return -widen(x); });
-        return true;
-    });
-    if (!served)
-        out = TyxEqnTile();
-}
+void negateInto(TyxEqnTile &out, const TyxEqnTile &a);
 
 } // namespace tyx::internal

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <bit>
 #include <complex>
 #include <cstdint>
 #include <type_traits>
@@ -10,6 +9,8 @@
 #include <tyx/TyxBuffer.h>
 
 #include <tyx/TyxEqnTile.h>
+
+#include "core/TyxFloatCompare.h"
 
 namespace tyx::internal {
 
@@ -114,19 +115,8 @@ inline void zipLoop(R *__restrict r, const A *__restrict a, uint64_t sa, const B
     }
 }
 
-/// Equality within 4 units in the last place. Each value's bits map to a
-/// biased unsigned integer that grows with the value, so that 0.0 and -0.0
-/// meet; a NaN equals nothing.
-inline bool ulpEqual(double x, double y)
-{
-    constexpr uint64_t sign = uint64_t(1) << 63;
-    const uint64_t bx = std::bit_cast<uint64_t>(x);
-    const uint64_t by = std::bit_cast<uint64_t>(y);
-    const uint64_t mx = (bx & sign) ? ~bx + 1 : bx | sign;
-    const uint64_t my = (by & sign) ? ~by + 1 : by | sign;
-    const uint64_t distance = mx > my ? mx - my : my - mx;
-    return !(x != x) && !(y != y) && distance < 5;
-}
+/// Equality within 4 units in the last place; a NaN equals nothing.
+inline bool ulpEqual(double x, double y) { return withinFourUlps(x, y); }
 
 inline bool ulpEqual(const TileComplex &x, const TileComplex &y)
 {

@@ -108,18 +108,15 @@ struct YnOp {
     double operator()(double x) const { return ::yn(order, x); }
 };
 
-// The normalised sinc, as signal processing and resampling kernels use it;
-// the complex form follows the same formula.
+// sinc is sin(x) / x, not normalised, as the scalar's sinc defines it, so a
+// number and a tile of one sample agree; below the double epsilon in
+// modulus it is 1. The complex form follows the same formula.
 struct SincOp {
-    double operator()(double x) const
-    {
-        const double px = std::numbers::pi * x;
-        return x == 0.0 ? 1.0 : std::sin(px) / px;
-    }
+    static constexpr double kEpsilon = 2.220446049250313e-16;
+    double operator()(double x) const { return std::fabs(x) < kEpsilon ? 1.0 : std::sin(x) / x; }
     Cplx operator()(const Cplx &z) const
     {
-        const Cplx pz = std::numbers::pi * z;
-        return z == Cplx(0.0, 0.0) ? Cplx(1.0, 0.0) : std::sin(pz) / pz;
+        return std::hypot(z.real(), z.imag()) < kEpsilon ? Cplx(1.0, 0.0) : std::sin(z) / z;
     }
 };
 

@@ -16,30 +16,42 @@ using Cplx = TileComplex;
 
 // ---- Selection ---------------------------------------------------------------
 
-// Element sources of ternary: a tile read by step, or a scalar.
+// Element sources of ternary: a tile read by step, or a scalar. at reads
+// the element i of a source whose step is known to be 1.
 template <class T>
 struct TileSource {
     using Value = decltype(widen(T()));
     const T *data;
     uint64_t step;
+    bool unitStep() const { return step == 1; }
     Value operator()(uint64_t i) const { return widen(data[i * step]); }
+    Value at(uint64_t i) const { return widen(data[i]); }
 };
 template <class S>
 struct ScalarSource {
     using Value = S;
     S value;
+    bool unitStep() const { return true; }
     S operator()(uint64_t) const { return value; }
+    S at(uint64_t) const { return value; }
 };
 
+// The unit step of the condition and of every tile source gets a loop of
+// its own, with no multiplication in the index, so that it vectorises.
 template <class C, class SA, class SB>
 TyxEqnTile selectLoop(const C *cond, uint64_t condStep, uint64_t n, SA a, SB b)
 {
     constexpr bool complex =
         TileIsComplex<typename SA::Value>::value || TileIsComplex<typename SB::Value>::value;
     using R = std::conditional_t<complex, Cplx, double>;
-    return produce<R>(n, [&](R *out) {
-        for (uint64_t i = 0; i < n; ++i)
-            out[i] = widen(cond[i * condStep]) != 0.0 ? R(a(i)) : R(b(i));
+    return produce<R>(n, [&](R *__restrict out) {
+        if (condStep == 1 && a.unitStep() && b.unitStep()) {
+            for (uint64_t i = 0; i < n; ++i)
+                out[i] = widen(cond[i]) != 0.0 ? R(a.at(i)) : R(b.at(i));
+        } else {
+            for (uint64_t i = 0; i < n; ++i)
+                out[i] = widen(cond[i * condStep]) != 0.0 ? R(a(i)) : R(b(i));
+        }
     });
 }
 

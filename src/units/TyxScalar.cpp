@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <istream>
@@ -14,7 +13,9 @@
 
 #include <tyx/TyxVariant.h>
 
+#include "core/TyxFloatCompare.h"
 #include "core/TyxPost.h"
+#include "core/TyxSaturatingCast.h"
 #include "units/TyxShortestText.h"
 
 namespace tyx {
@@ -48,34 +49,6 @@ const TyxUnits &radians()
 {
     static const TyxUnits rad(TyxUnits::Radian);
     return rad;
-}
-
-// Maps a double onto an integer line on which neighbouring doubles are
-// neighbouring integers, -0.0 and +0.0 meeting at 0.
-int64_t orderedBits(double value)
-{
-    const auto bits = std::bit_cast<int64_t>(value);
-    return bits < 0 ? std::numeric_limits<int64_t>::min() - bits : bits;
-}
-
-bool withinFourUlps(double a, double b)
-{
-    if (std::isnan(a) || std::isnan(b))
-        return false;
-    const auto ia = static_cast<uint64_t>(orderedBits(a));
-    const auto ib = static_cast<uint64_t>(orderedBits(b));
-    const uint64_t distance = orderedBits(a) >= orderedBits(b) ? ia - ib : ib - ia;
-    return distance <= 4;
-}
-
-// The order of a Bessel function: the truncated value, held within int.
-int besselOrder(double value)
-{
-    if (std::isnan(value))
-        return 0;
-    const double clamped = std::clamp(std::trunc(value), static_cast<double>(std::numeric_limits<int>::min()),
-                                      static_cast<double>(std::numeric_limits<int>::max()));
-    return static_cast<int>(clamped);
 }
 
 // Principal square root of re + i im, scaled by a power of 4 so that the
@@ -264,9 +237,9 @@ bool TyxScalar::operator==(const TyxScalar &other) const
         re *= factor;
         im *= factor;
     }
-    if (!withinFourUlps(m_real, re))
+    if (!internal::withinFourUlps(m_real, re))
         return false;
-    return (m_imaginary == 0.0 && im == 0.0) || withinFourUlps(m_imaginary, im);
+    return (m_imaginary == 0.0 && im == 0.0) || internal::withinFourUlps(m_imaginary, im);
 }
 
 bool TyxScalar::operator<(const TyxScalar &other) const
@@ -604,7 +577,7 @@ TyxScalar &TyxScalar::jn(const TyxScalar &n)
 {
     n.requireUnitLess(L"jn");
     n.requireReal(L"jn");
-    const int order = besselOrder(n.m_real);
+    const int order = internal::saturatingCast<int>(n.m_real);
     bessel(*this, L"jn", [order](double v) { return ::jn(order, v); });
     return *this;
 }
@@ -613,7 +586,7 @@ TyxScalar &TyxScalar::yn(const TyxScalar &n)
 {
     n.requireUnitLess(L"yn");
     n.requireReal(L"yn");
-    const int order = besselOrder(n.m_real);
+    const int order = internal::saturatingCast<int>(n.m_real);
     bessel(*this, L"yn", [order](double v) { return ::yn(order, v); });
     return *this;
 }

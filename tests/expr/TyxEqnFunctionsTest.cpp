@@ -210,6 +210,72 @@ TEST(TyxEqnFunctionsTest, ForeachBuildsATile)
     EXPECT_EQ(parser.evaluate().value<TyxEqnTile>().dataType().code(), N::ComplexDouble);
 }
 
+TEST(TyxEqnFunctionsTest, ForeachFillsItsResultRoundByRound)
+{
+    TyxEqnParser parser;
+    // The expression hands on the counter's own variant. The count is a
+    // variable, so that each setValue asks for a new evaluation.
+    ASSERT_EQ(parser.parse(L"foreach(\"i\", n, i)"), 0);
+    parser.setValue(L"n", 3.0);
+    const TyxVariant *result = &parser.evaluate();
+    EXPECT_EQ(valuesOf<double>(result->value<TyxEqnTile>()), (std::vector<double>{0, 1, 2}));
+    const void *first = result->value<TyxEqnTile>().buffer()->data();
+    parser.setValue(L"n", 2.0);
+    result = &parser.evaluate();
+    EXPECT_EQ(result->value<TyxEqnTile>().buffer()->data(), first);
+    EXPECT_EQ(valuesOf<double>(result->value<TyxEqnTile>()), (std::vector<double>{0, 1}));
+
+    // A held result keeps its values; the next goes into a new buffer.
+    const TyxEqnTile held = result->value<TyxEqnTile>();
+    parser.setValue(L"n", 4.0);
+    const TyxEqnTile next = parser.evaluate().value<TyxEqnTile>();
+    EXPECT_NE(next.buffer()->data(), held.buffer()->data());
+    EXPECT_EQ(valuesOf<double>(held), (std::vector<double>{0, 1}));
+    EXPECT_EQ(valuesOf<double>(next), (std::vector<double>{0, 1, 2, 3}));
+
+    // The first value decides the element type: sqrt of -1 is complex, and
+    // so are the rounds after it.
+    ASSERT_EQ(parser.parse(L"foreach(\"k\", 3, sqrt(k - 1))"), 0);
+    const TyxEqnTile roots = parser.evaluate().value<TyxEqnTile>();
+    EXPECT_EQ(roots.dataType().code(), N::ComplexDouble);
+    EXPECT_EQ(valuesOf<std::complex<double>>(roots),
+              (std::vector<std::complex<double>>{{0, 1}, {0, 0}, {1, 0}}));
+    // A scalar counts by its value: a real first value makes a real tile,
+    // and later imaginary parts are dropped.
+    ASSERT_EQ(parser.parse(L"foreach(\"k\", 3, s * k)"), 0);
+    parser.setValue(L"s", TyxVariant(TyxScalar(1.0, 1.0, tyx::TyxUnits())));
+    const TyxEqnTile reals = parser.evaluate().value<TyxEqnTile>();
+    EXPECT_EQ(reals.dataType().code(), N::Double);
+    EXPECT_EQ(valuesOf<double>(reals), (std::vector<double>{0, 1, 2}));
+    ASSERT_EQ(parser.parse(L"foreach(\"k\", 2.9, k * 10)"), 0);
+    EXPECT_EQ(valuesOf<double>(parser.evaluate().value<TyxEqnTile>()), (std::vector<double>{0, 10}));
+
+    for (const wchar_t *none : {L"foreach(\"k\", 0, k)", L"foreach(\"k\", -3, k)"}) {
+        ASSERT_EQ(parser.parse(none), 0);
+        const TyxEqnTile empty = parser.evaluate().value<TyxEqnTile>();
+        EXPECT_TRUE(empty.isEmpty());
+        EXPECT_FALSE(empty.dataType().isValid());
+    }
+    EXPECT_EQ(run(L"foreach(\"k\", 2, \"x\")"), L"Invalid argument type (TyxString) passed to 'foreach'.");
+}
+
+TEST(TyxEqnFunctionsTest, SincOfANumberEqualsSincOfATileOfOneSample)
+{
+    TyxEqnParser number;
+    TyxEqnParser tile;
+    ASSERT_EQ(number.parse(L"sinc(x)"), 0);
+    ASSERT_EQ(tile.parse(L"sinc(x)"), 0);
+    for (const double x : {0.0, 0.5, -2.0, 3.0, 1e-20, 100.0}) {
+        number.setValue(L"x", x);
+        tile.setValue(L"x", tileOf<double>(N::Double, {x}));
+        const std::complex<double> fromNumber = number.evaluate().value<std::complex<double>>();
+        const std::vector<double> fromTile = valuesOf<double>(tile.evaluate().value<TyxEqnTile>());
+        ASSERT_EQ(fromTile.size(), 1u);
+        EXPECT_EQ(fromNumber.real(), fromTile[0]) << x;
+        EXPECT_EQ(fromNumber.imag(), 0.0);
+    }
+}
+
 TEST(TyxEqnFunctionsTest, TileFunctionsAndReductions)
 {
     TyxEqnParser parser;
