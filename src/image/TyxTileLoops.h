@@ -1,0 +1,142 @@
+// Private: typed row loops of image tiles (moves by sample width, conversions
+// per pair of sample types, fills per sample type).
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <complex>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <type_traits>
+
+#include <tyx/TyxCast.h>
+#include <tyx/TyxDataType.h>
+
+#include "image/TyxSampleTypes.h"
+
+namespace tyx::internal {
+
+/// A block of samples with its strides, in samples.
+struct TileView {
+    unsigned char *data = nullptr;
+    uint64_t pixel = 0;
+    uint64_t line = 0;
+    uint64_t band = 0;
+};
+
+/// A box of width x height x bands copied from (srcX, srcY, srcBand) of one
+/// view to (dstX, dstY, dstBand) of another, all tile-relative and inside.
+struct CopyBox {
+    uint64_t width = 0;
+    uint64_t height = 0;
+    uint64_t bands = 0;
+    uint64_t srcX = 0, srcY = 0, srcBand = 0;
+    uint64_t dstX = 0, dstY = 0, dstBand = 0;
+};
+
+/// A sample of 16 bytes moved as a whole.
+struct Bytes16 {
+    uint64_t lo;
+    uint64_t hi;
+};
+
+/// Copies row \p row of \p box. Whole pixel-interleaved rows go in one memcpy,
+/// planar rows in one memcpy per band, anything else sample by sample with
+/// the strides. \p E is only the sample's width.
+template <class E>
+void copyBoxRow(const TileView &dst, const TileView &src, const CopyBox &box, uint64_t row)
+{
+    E *d = reinterpret_cast<E *>(dst.data) + (box.dstY + row) * dst.line + box.dstX * dst.pixel;
+    const E *s = reinterpret_cast<const E *>(src.data) + (box.srcY + row) * src.line + box.srcX * src.pixel;
+    if (dst.band == 1 && src.band == 1 && dst.pixel == box.bands && src.pixel == box.bands) {
+        std::memcpy(d + box.dstBand, s + box.srcBand, box.width * box.bands * sizeof(E));
+        return;
+    }
+    const uint64_t n = box.width;
+    const uint64_t dp = dst.pixel, sp = src.pixel;
+    for (uint64_t b = 0; b < box.bands; ++b) {
+        E *__restrict db = d + (box.dstBand + b) * dst.band;
+        const E *__restrict sb = s + (box.srcBand + b) * src.band;
+        if (dp == 1 && sp == 1) {
+            std::memcpy(db, sb, n * sizeof(E));
+        } else if (dp == 1) {
+            for (uint64_t x = 0; x < n; ++x)
+                db[x] = sb[x * sp];
+        } else if (sp == 1) {
+            for (uint64_t x = 0; x < n; ++x)
+                db[x * dp] = sb[x];
+        } else {
+            for (uint64_t x = 0; x < n; ++x)
+                db[x * dp] = sb[x * sp];
+        }
+    }
+}
+
+/// Calls \p f with the tag of an element type of \p size bytes (1, 2, 4, 8
+/// or 16); other sizes give \p fallback.
+template <class R, class F>
+inline R visitSampleWidth(unsigned size, R fallback, F &&f)
+{
+    switch (size) {
+    case 1: return f(SampleTag<uint8_t>());
+    case 2: return f(SampleTag<uint16_t>());
+    case 4: return f(SampleTag<uint32_t>());
+    case 8: return f(SampleTag<uint64_t>());
+    case 16: return f(SampleTag<Bytes16>());
+    default: return fallback;
+    }
+}
+
+/// d[i] = cast of s[i] for i in [begin, end): the plain cast of the
+/// conversion matrix, no saturation.
+template <class From, class To>
+void convertSamples(To *__restrict d, const From *__restrict s, uint64_t begin, uint64_t end)
+{
+    for (uint64_t i = begin; i < end; ++i)
+        d[i] = numberCast<To>(s[i]);
+}
+
+/// A value clamped to the logical range of \p type and, for integers, rounded
+/// half away from zero. NaN gives 0 for integers.
+template <class T>
+T saturate(double v, const TyxDataType &type)
+{
+    if constexpr (std::is_integral_v<T>) {
+        const double lo = type.logicalMinValue();
+        const double hi = type.logicalMaxValue();
+        unsigned depth = type.logicalBitDepth();
+        depth = depth == 0 ? 1 : std::min(depth, 64u);
+        if (std::isnan(v))
+            return T(0);
+        if (v >= hi) {
+            // The exact integer maximum: the double of 2^63 - 1 is 2^63.
+            if constexpr (std::is_signed_v<T>)
+                return static_cast<T>(depth >= 64 ? INT64_MAX : (int64_t(1) << (depth - 1)) - 1);
+            else
+                return static_cast<T>(depth >= 64 ? UINT64_MAX : (uint64_t(1) << depth) - 1);
+        }
+        if (v <= lo)
+            return static_cast<T>(static_cast<int64_t>(lo));
+        return numberCast<T>(v >= 0.0 ? v + 0.5 : v - 0.5);
+    } else {
+        const double lo = type.logicalMinValue();
+        const double hi = type.logicalMaxValue();
+        if (v < lo)
+            v = lo;
+        else if (v > hi)
+            v = hi;
+        return static_cast<T>(v);
+    }
+}
+
+} // namespace tyx::internal
+
+namespace tyx::internal {
+
+/// Casts \p n samples of code \p fromCode at \p src into samples of code
+/// \p toCode at \p dst, in buffer order. False for an invalid code.
+bool convertTileSamples(int fromCode, int toCode, void *dst, const void *src, uint32_t n, bool parallel,
+                        bool timing);
+
+} // namespace tyx::internal
