@@ -62,8 +62,26 @@ public:
         operator double() const;
         operator std::complex<float>() const;
         operator std::complex<double>() const;
-        /// The value as double; for a complex sample its real part.
-        double real() const;
+        /// The value as double; for a complex sample its real part; 0 for
+        /// the invalid sample. Inline: pixel walks call it per sample.
+        double real() const
+        {
+            switch (m_type.code()) {
+            case TyxNumericType::I8: return m_value.i8;
+            case TyxNumericType::U8: return m_value.u8;
+            case TyxNumericType::I16: return m_value.i16;
+            case TyxNumericType::U16: return m_value.u16;
+            case TyxNumericType::I32: return m_value.i32;
+            case TyxNumericType::U32: return m_value.u32;
+            case TyxNumericType::I64: return static_cast<double>(m_value.i64);
+            case TyxNumericType::U64: return static_cast<double>(m_value.u64);
+            case TyxNumericType::Float: return m_value.f32;
+            case TyxNumericType::Double: return m_value.f64;
+            case TyxNumericType::ComplexFloat: return m_value.c32.real();
+            case TyxNumericType::ComplexDouble: return m_value.c64.real();
+            default: return 0.0;
+            }
+        }
         /// 0 for a real sample, the imaginary part of a complex one.
         double imag() const;
 

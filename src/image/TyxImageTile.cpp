@@ -85,6 +85,13 @@ void fillHelper(const TyxImageTile &tile, unsigned char *data, const TyxPixel &p
     const uint64_t bandStride = tile.bandStrideSamples();
     const bool interleaved = tile.layout() == TyxDataLayout::PixelInterleaved;
     T *base = reinterpret_cast<T *>(data);
+    // Differing values in PixelInterleaved: one row is built once and copied.
+    std::vector<T> pattern;
+    if (interleaved && !allSame) {
+        pattern.resize(width * bands);
+        for (uint64_t x = 0; x < width; ++x)
+            std::copy(values.begin(), values.end(), pattern.begin() + x * bands);
+    }
     TyxForLoopBase::run(TyxLoopRange{tile.height(), 0, 1}, parallel, isTimingLoops(), [&](int64_t y) {
         T *row = base + uint64_t(y) * lineStride;
         if (interleaved && allSame) {
@@ -100,9 +107,7 @@ void fillHelper(const TyxImageTile &tile, unsigned char *data, const TyxPixel &p
                         p[x * pixelStride] = v;
             }
         } else {
-            for (uint64_t x = 0; x < width; ++x)
-                for (unsigned int b = 0; b < bands; ++b)
-                    row[x * bands + b] = values[b];
+            std::memcpy(static_cast<void *>(row), pattern.data(), pattern.size() * sizeof(T));
         }
     });
 }

@@ -32,13 +32,6 @@ TyxPixel::Sample::operator std::complex<double>() const
     return TyxPixelAccess::as<std::complex<double>>(*this);
 }
 
-double TyxPixel::Sample::real() const
-{
-    if (m_type.isComplex())
-        return TyxPixelAccess::as<std::complex<double>>(*this).real();
-    return TyxPixelAccess::as<double>(*this);
-}
-
 double TyxPixel::Sample::imag() const
 {
     if (m_type.isComplex())

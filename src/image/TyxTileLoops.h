@@ -41,6 +41,22 @@ struct Bytes16 {
     uint64_t hi;
 };
 
+/// d[x] = s[x * S] and d[x * S] = s[x] with the stride known to the compiler,
+/// so that it can vectorise the usual band counts.
+template <class E, unsigned S>
+void gatherFixed(E *__restrict d, const E *__restrict s, uint64_t n)
+{
+    for (uint64_t x = 0; x < n; ++x)
+        d[x] = s[x * S];
+}
+
+template <class E, unsigned S>
+void scatterFixed(E *__restrict d, const E *__restrict s, uint64_t n)
+{
+    for (uint64_t x = 0; x < n; ++x)
+        d[x * S] = s[x];
+}
+
 /// Copies row \p row of \p box. Whole pixel-interleaved rows go in one memcpy,
 /// planar rows in one memcpy per band, anything else sample by sample with
 /// the strides. \p E is only the sample's width.
@@ -61,11 +77,23 @@ void copyBoxRow(const TileView &dst, const TileView &src, const CopyBox &box, ui
         if (dp == 1 && sp == 1) {
             std::memcpy(db, sb, n * sizeof(E));
         } else if (dp == 1) {
-            for (uint64_t x = 0; x < n; ++x)
-                db[x] = sb[x * sp];
+            switch (sp) {
+            case 2: gatherFixed<E, 2>(db, sb, n); break;
+            case 3: gatherFixed<E, 3>(db, sb, n); break;
+            case 4: gatherFixed<E, 4>(db, sb, n); break;
+            default:
+                for (uint64_t x = 0; x < n; ++x)
+                    db[x] = sb[x * sp];
+            }
         } else if (sp == 1) {
-            for (uint64_t x = 0; x < n; ++x)
-                db[x * dp] = sb[x];
+            switch (dp) {
+            case 2: scatterFixed<E, 2>(db, sb, n); break;
+            case 3: scatterFixed<E, 3>(db, sb, n); break;
+            case 4: scatterFixed<E, 4>(db, sb, n); break;
+            default:
+                for (uint64_t x = 0; x < n; ++x)
+                    db[x * dp] = sb[x];
+            }
         } else {
             for (uint64_t x = 0; x < n; ++x)
                 db[x * dp] = sb[x * sp];
