@@ -71,6 +71,18 @@ std::vector<T> fillValues(const TyxPixel &pixel, unsigned int bands, const TyxDa
     return values;
 }
 
+// Writes one pixel of sizeof(E) bytes, given as bytes, over every row.
+template <class E>
+void fillPixelWords(unsigned char *data, uint64_t lineBytes, unsigned int height, uint64_t width,
+                    const void *pixel, bool parallel)
+{
+    E word;
+    std::memcpy(static_cast<void *>(&word), pixel, sizeof(E));
+    TyxForLoopBase::run(TyxLoopRange{height, 0, 1}, parallel, isTimingLoops(), [&](int64_t y) {
+        std::fill_n(reinterpret_cast<E *>(data + uint64_t(y) * lineBytes), width, word);
+    });
+}
+
 template <class T>
 void fillHelper(const TyxImageTile &tile, unsigned char *data, const TyxPixel &pixel, bool parallel)
 {
@@ -85,7 +97,21 @@ void fillHelper(const TyxImageTile &tile, unsigned char *data, const TyxPixel &p
     const uint64_t bandStride = tile.bandStrideSamples();
     const bool interleaved = tile.layout() == TyxDataLayout::PixelInterleaved;
     T *base = reinterpret_cast<T *>(data);
-    // Differing values in PixelInterleaved: one row is built once and copied.
+    // Differing values in PixelInterleaved: a pixel of 2, 4 or 8 bytes is
+    // written as one word where the block's alignment allows, otherwise one
+    // row is built once and copied.
+    if (interleaved && !allSame) {
+        const unsigned pixelBytes = bands * unsigned(sizeof(T));
+        const bool words = (pixelBytes == 2 || pixelBytes == 4 || pixelBytes == 8) &&
+                           reinterpret_cast<uintptr_t>(data) % pixelBytes == 0;
+        if (words && internal::visitSampleWidth(pixelBytes, false, [&](auto tag) {
+                using E = typename decltype(tag)::type;
+                fillPixelWords<E>(data, lineStride * sizeof(T), tile.height(), width, values.data(),
+                                  parallel);
+                return true;
+            }))
+            return;
+    }
     std::vector<T> pattern;
     if (interleaved && !allSame) {
         pattern.resize(width * bands);

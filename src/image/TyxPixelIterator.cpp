@@ -56,9 +56,12 @@ public:
     void next() override
     {
         if (--m_remaining >= 1) {
+            const T **bands = m_bands.data();
+            TyxPixel::Sample *samples = &m_pixel[0];
+            const uint32_t stride = m_pixelStride;
             for (unsigned int b = m_numBands; b-- > 0;) {
-                m_bands[b] += m_pixelStride;
-                TyxPixelAccess::store(m_pixel[b], *m_bands[b]);
+                bands[b] += stride;
+                TyxPixelAccess::store(samples[b], *bands[b]);
             }
         } else {
             m_remaining = 0;
