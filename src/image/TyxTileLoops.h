@@ -57,6 +57,30 @@ void scatterFixed(E *__restrict d, const E *__restrict s, uint64_t n)
         d[x * S] = s[x];
 }
 
+/// Splits S interleaved bands into S rows in one pass, and the reverse: the
+/// usual layout changes between PixelInterleaved and the other layouts.
+template <class E, unsigned S>
+void deinterleaveFixed(E *d, uint64_t dBand, const E *__restrict s, uint64_t n)
+{
+    E *rows[S];
+    for (unsigned b = 0; b < S; ++b)
+        rows[b] = d + b * dBand;
+    for (uint64_t x = 0; x < n; ++x)
+        for (unsigned b = 0; b < S; ++b)
+            rows[b][x] = s[x * S + b];
+}
+
+template <class E, unsigned S>
+void interleaveFixed(E *__restrict d, const E *s, uint64_t sBand, uint64_t n)
+{
+    const E *rows[S];
+    for (unsigned b = 0; b < S; ++b)
+        rows[b] = s + b * sBand;
+    for (uint64_t x = 0; x < n; ++x)
+        for (unsigned b = 0; b < S; ++b)
+            d[x * S + b] = rows[b][x];
+}
+
 /// Copies row \p row of \p box. Whole pixel-interleaved rows go in one memcpy,
 /// planar rows in one memcpy per band, anything else sample by sample with
 /// the strides. \p E is only the sample's width.
@@ -71,6 +95,25 @@ void copyBoxRow(const TileView &dst, const TileView &src, const CopyBox &box, ui
     }
     const uint64_t n = box.width;
     const uint64_t dp = dst.pixel, sp = src.pixel;
+    // All bands of an interleaved row to or from rows of one band each.
+    if (dp == 1 && src.band == 1 && sp == box.bands && box.srcBand == 0) {
+        E *db = d + box.dstBand * dst.band;
+        switch (sp) {
+        case 2: deinterleaveFixed<E, 2>(db, dst.band, s, n); return;
+        case 3: deinterleaveFixed<E, 3>(db, dst.band, s, n); return;
+        case 4: deinterleaveFixed<E, 4>(db, dst.band, s, n); return;
+        default: break;
+        }
+    }
+    if (sp == 1 && dst.band == 1 && dp == box.bands && box.dstBand == 0) {
+        const E *sb = s + box.srcBand * src.band;
+        switch (dp) {
+        case 2: interleaveFixed<E, 2>(d, sb, src.band, n); return;
+        case 3: interleaveFixed<E, 3>(d, sb, src.band, n); return;
+        case 4: interleaveFixed<E, 4>(d, sb, src.band, n); return;
+        default: break;
+        }
+    }
     for (uint64_t b = 0; b < box.bands; ++b) {
         E *__restrict db = d + (box.dstBand + b) * dst.band;
         const E *__restrict sb = s + (box.srcBand + b) * src.band;
