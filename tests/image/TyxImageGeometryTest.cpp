@@ -1,0 +1,267 @@
+#include <tyx/TyxImageROI.h>
+#include <tyx/TyxImageSize.h>
+#include <tyx/TyxROIRect.h>
+#include <tyx/TyxTileGrid.h>
+#include <tyx/TyxVariant.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <set>
+#include <sstream>
+#include <vector>
+
+namespace {
+
+using tyx::TyxCoord2D;
+using tyx::TyxCoord3D;
+using tyx::TyxImageROI;
+using tyx::TyxImageSize;
+using tyx::TyxMetaType;
+using tyx::TyxROIRect;
+using tyx::TyxSize3D;
+using tyx::TyxString;
+using tyx::TyxTileGrid;
+using tyx::TyxVariant;
+using Bands = std::vector<unsigned int>;
+
+TyxString textOf(const TyxImageROI &roi) { return static_cast<TyxString>(roi); }
+
+TyxImageROI scattered() { return TyxImageROI(0, 0, 10, 10, {2, 0, 5}); }
+
+TEST(TyxImageSizeTest, NamesAndSampleCount)
+{
+    const TyxImageSize size(4096, 4096, 300);
+    EXPECT_EQ(size.numBands(), 300u);
+    EXPECT_EQ(size.numSamples(), 4096ull * 4096ull * 300ull);
+    EXPECT_TRUE(TyxImageSize().empty());
+    const TyxSize3D<unsigned int> base = size;
+    EXPECT_EQ(TyxImageSize(base), size);
+    std::ostringstream out;
+    out << TyxImageSize(1, 2, 3);
+    EXPECT_EQ(out.str(), "(1,2,3)");
+}
+
+TEST(TyxImageSizeTest, JoinsVariantWithCode23)
+{
+    const TyxVariant v(TyxImageSize(3, 4, 5));
+    EXPECT_EQ(v.type(), TyxMetaType::ImageSize);
+    EXPECT_EQ(v.value<TyxString>(), L"(3,4,5)");
+    EXPECT_EQ(v.value<TyxSize3D<unsigned int>>(), TyxSize3D<unsigned int>(3, 4, 5));
+    EXPECT_TRUE(v.value<bool>());
+    EXPECT_FALSE(TyxVariant(TyxImageSize()).value<bool>());
+    EXPECT_EQ(TyxVariant(TyxSize3D<unsigned int>(7, 8, 9)).value<TyxImageSize>(), TyxImageSize(7, 8, 9));
+    EXPECT_EQ(TyxVariant(L"(1.9,2,3)").value<TyxImageSize>(), TyxImageSize(1, 2, 3));
+    EXPECT_EQ(TyxVariant::typeFromName(L"TyxImageSize"), TyxMetaType::ImageSize);
+}
+
+TEST(TyxImageROITest, InitialisersMakeContiguousBands)
+{
+    EXPECT_EQ(TyxImageROI(TyxImageSize(2, 3, 3)).bands(), (Bands{0, 1, 2}));
+    const TyxImageROI roi(TyxCoord3D<int>(5, 6, 4), TyxImageSize(2, 3, 2));
+    EXPECT_EQ(roi.bands(), (Bands{4, 5}));
+    EXPECT_EQ(roi.origin(), TyxCoord3D<int>(5, 6, 4));
+    EXPECT_TRUE(TyxImageROI().empty());
+    EXPECT_TRUE(TyxImageROI().bands().empty());
+}
+
+TEST(TyxImageROITest, ScatteredBandListKeptAsGiven)
+{
+    const TyxImageROI roi = scattered();
+    EXPECT_EQ(roi.bands(), (Bands{2, 0, 5}));
+    EXPECT_EQ(roi.origin().z(), 0);
+    EXPECT_EQ(roi.numBands(), 3u);
+    EXPECT_TRUE(roi.contains({0, 0, 5}));
+    EXPECT_TRUE(roi.contains({9, 9, 2}));
+    EXPECT_FALSE(roi.contains({0, 0, 1}));
+    EXPECT_FALSE(roi.contains({10, 0, 0}));
+    EXPECT_FALSE(roi.contains({0, -1, 0}));
+    EXPECT_FALSE(roi.contains({0, 0, -1}));
+    EXPECT_EQ(roi.lowerRight(), TyxCoord3D<int>(9, 9, 5));
+    EXPECT_EQ(TyxImageROI().lowerRight().z(), -1);
+}
+
+TEST(TyxImageROITest, SetOriginReplacesBandList)
+{
+    TyxImageROI roi = scattered();
+    roi.setOrigin({1, 2, 0});
+    EXPECT_EQ(roi.bands(), (Bands{0, 1, 2}));
+    EXPECT_EQ(roi.origin(), TyxCoord3D<int>(1, 2, 0));
+    roi.setBands({7, 3});
+    EXPECT_EQ(roi.origin().z(), 3);
+    EXPECT_EQ(roi.numBands(), 2u);
+    roi.setBands({});
+    EXPECT_EQ(roi.origin().z(), 0);
+    EXPECT_EQ(roi.numBands(), 0u);
+}
+
+TEST(TyxImageROITest, IntersectionFillsBandRange)
+{
+    const TyxImageROI other(TyxCoord3D<int>(0, 0, 1), TyxImageSize(10, 10, 3));
+    const TyxImageROI cut = scattered().intersection(other);
+    EXPECT_EQ(cut.bands(), (Bands{1, 2, 3}));
+    EXPECT_EQ(cut.origin(), TyxCoord3D<int>(0, 0, 1));
+    EXPECT_EQ(cut.size(), TyxImageSize(10, 10, 3));
+
+    const TyxImageROI a(TyxCoord3D<int>(2, 3, 0), TyxImageSize(10, 10, 1));
+    const TyxImageROI b(TyxCoord3D<int>(-5, 8, 0), TyxImageSize(10, 10, 1));
+    const TyxImageROI ab = a.intersection(b);
+    EXPECT_EQ(ab.origin(), TyxCoord3D<int>(2, 8, 0));
+    EXPECT_EQ(ab.size(), TyxImageSize(3, 5, 1));
+}
+
+TEST(TyxImageROITest, DisjointIntersectionKeepsOrigin)
+{
+    const TyxImageROI a(TyxCoord3D<int>(0, 0, 0), TyxImageSize(4, 4, 1));
+    const TyxImageROI b(TyxCoord3D<int>(10, 20, 3), TyxImageSize(4, 4, 1));
+    const TyxImageROI cut = a.intersection(b);
+    EXPECT_TRUE(cut.empty());
+    EXPECT_EQ(cut.origin(), TyxCoord3D<int>(10, 20, 3));
+    EXPECT_EQ(cut.size(), TyxImageSize(0, 0, 0));
+    // An empty band list counts as last band -1.
+    EXPECT_EQ(a.intersection(TyxImageROI(0, 0, 4, 4, {})).numBands(), 0u);
+}
+
+TEST(TyxImageROITest, BoundingROI)
+{
+    const TyxImageROI empty(TyxCoord3D<int>(3, 3, 0), TyxImageSize(0, 5, 1));
+    EXPECT_EQ(empty.boundingROI(scattered()), scattered());
+    EXPECT_EQ(scattered().boundingROI(empty), scattered());
+    const TyxImageROI far(TyxCoord3D<int>(-2, 4, 7), TyxImageSize(3, 20, 1));
+    const TyxImageROI box = scattered().boundingROI(far);
+    EXPECT_EQ(box.origin(), TyxCoord3D<int>(-2, 0, 0));
+    EXPECT_EQ(box.size(), TyxImageSize(12, 24, 8));
+    EXPECT_EQ(box.bands(), (Bands{0, 1, 2, 3, 4, 5, 6, 7}));
+    // A height that is negative as a signed number counts as empty.
+    const TyxImageROI huge(TyxCoord3D<int>(0, 0, 0), TyxImageSize(1, 0x80000000u, 1));
+    EXPECT_EQ(huge.boundingROI(scattered()), scattered());
+}
+
+TEST(TyxImageROITest, StreamFormsRoundTrip)
+{
+    EXPECT_EQ(textOf(scattered()), L"((0,0,0),(10,10,3),(2,0,5))");
+    EXPECT_EQ(textOf(TyxImageROI()), L"((0,0,0),(0,0,0),())");
+    std::ostringstream narrow;
+    narrow << TyxImageROI(-1, 2, 3, 4, {6});
+    EXPECT_EQ(narrow.str(), "((-1,2,6),(3,4,1),(6))");
+
+    std::wistringstream in(L"((4.7,-3,99),(5,6,77),(9,1,4))");
+    TyxImageROI read;
+    in >> read;
+    EXPECT_FALSE(in.fail());
+    EXPECT_EQ(read, TyxImageROI(4, -3, 5, 6, {9, 1, 4}));
+
+    std::istringstream narrowIn("((0,0,0),(2,2,0),())");
+    narrowIn >> read;
+    EXPECT_EQ(read, TyxImageROI(0, 0, 2, 2, {}));
+
+    std::wistringstream bad(L"((1,2");
+    read = scattered();
+    bad >> read;
+    EXPECT_TRUE(bad.fail());
+    EXPECT_EQ(read, TyxImageROI());
+}
+
+TEST(TyxImageROITest, JoinsVariantWithCode26)
+{
+    const TyxVariant v(scattered());
+    EXPECT_EQ(v.type(), TyxMetaType::ImageROI);
+    EXPECT_EQ(v.value<TyxString>(), L"((0,0,0),(10,10,3),(2,0,5))");
+    EXPECT_EQ(TyxVariant(L"((0,0,0),(10,10,3),(2,0,5))").value<TyxImageROI>(), scattered());
+    double d = 7.0;
+    EXPECT_FALSE(v.value(TyxMetaType::Double, &d));
+    EXPECT_EQ(d, 0.0);
+    EXPECT_TRUE(v.value<bool>());
+    EXPECT_FALSE(TyxVariant(TyxImageROI()).value<bool>());
+}
+
+TEST(TyxTileGridTest, HundredByHundredInSixtyFourCells)
+{
+    const TyxTileGrid grid(TyxImageSize(100, 100, 1), TyxImageSize(64, 64, 1));
+    EXPECT_EQ(grid.numCells(), 4u);
+    EXPECT_EQ(grid.numCellsHorz(), 2u);
+    const TyxImageROI cell = grid[3];
+    EXPECT_EQ(cell.origin(), TyxCoord3D<int>(64, 64, 0));
+    EXPECT_EQ(cell.size(), TyxImageSize(36, 36, 1));
+    EXPECT_EQ(grid[0].size(), TyxImageSize(64, 64, 1));
+    EXPECT_EQ(grid[1].size(), TyxImageSize(36, 64, 1));
+    EXPECT_EQ(grid.imageToCell(99, 99, 0), 3u);
+    EXPECT_EQ(grid.imageToCell(100, 0, 0), 0xFFFFFFFFu);
+    EXPECT_EQ(grid.imageToCell(0, 0, 1), 0xFFFFFFFFu);
+
+    std::vector<TyxImageROI> walked;
+    for (auto it = grid.begin(); it != grid.end(); ++it)
+        walked.push_back(*it);
+    ASSERT_EQ(walked.size(), 4u);
+    EXPECT_EQ(walked[2].origin(), TyxCoord3D<int>(0, 64, 0));
+}
+
+TEST(TyxTileGridTest, BandsClippedLikeColumns)
+{
+    const TyxTileGrid grid(TyxImageSize(10, 10, 3), TyxImageSize(4, 4, 2));
+    EXPECT_EQ(grid(0, 0, 2).size(), TyxImageSize(4, 4, 1));
+    EXPECT_EQ(grid(2, 2, 0).size(), TyxImageSize(2, 2, 2));
+}
+
+TEST(TyxTileGridTest, ZeroCellSizeGivesEmptyGrid)
+{
+    const TyxTileGrid grid(TyxImageSize(100, 100, 1), TyxImageSize(0, 64, 1));
+    EXPECT_TRUE(grid.empty());
+    EXPECT_EQ(grid.numCells(), 0u);
+    EXPECT_TRUE(grid.begin() == grid.end());
+    EXPECT_EQ(grid.imageToCell(5, 5, 0), 0xFFFFFFFFu);
+    EXPECT_TRUE(TyxTileGrid().intersectedCells(scattered()).empty());
+    EXPECT_TRUE(TyxTileGrid().isEmpty());
+    TyxTileGrid copy(TyxImageSize(10, 10, 1), TyxImageSize(5, 5, 1));
+    copy.clear();
+    EXPECT_EQ(copy, TyxTileGrid());
+}
+
+TEST(TyxTileGridTest, IntersectedCells)
+{
+    const TyxTileGrid grid(TyxImageSize(100, 100, 1), TyxImageSize(30, 30, 1));
+    EXPECT_EQ(grid.numCells(), 16u);
+    const TyxImageROI roi(TyxCoord3D<int>(25, 35, 0), TyxImageSize(40, 40, 1));
+    EXPECT_EQ(grid.intersectedCells(roi), (std::set<unsigned int>{4, 5, 6, 8, 9, 10}));
+    const TyxImageROI overhang(TyxCoord3D<int>(-10, 95, 0), TyxImageSize(500, 50, 1));
+    EXPECT_EQ(grid.intersectedCells(overhang), (std::set<unsigned int>{12, 13, 14, 15}));
+    const TyxImageROI outside(TyxCoord3D<int>(200, 0, 0), TyxImageSize(5, 5, 1));
+    EXPECT_TRUE(grid.intersectedCells(outside).empty());
+}
+
+TEST(TyxROIRectTest, HalfOpenBoxAndNaN)
+{
+    const TyxROIRect<double> box(0, 0, 0, 1, 2, 3);
+    EXPECT_TRUE(box.contains(0.0, 0.0));
+    EXPECT_FALSE(box.contains(1.0, 0.0));
+    EXPECT_TRUE(box.contains(0.5, 1.5, 2.5));
+    EXPECT_FALSE(box.contains(0.5, 1.5, 3.0));
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_FALSE(box.contains(nan, 0.5));
+    EXPECT_FALSE(box.contains(TyxCoord3D<double>(0.5, 0.5, nan)));
+    EXPECT_TRUE(box.contains(TyxCoord2D<double>(0.5, 100.0 - 98.5)));
+    const std::vector<bool> flags = box.contains(std::vector<TyxCoord2D<double>>{{0, 0}, {1, 0}, {0.9, 1.9}});
+    EXPECT_EQ(flags, (std::vector<bool>{true, false, true}));
+    const std::vector<bool> flags3 =
+        box.contains(std::vector<TyxCoord3D<double>>{{0, 0, 3}, {0, 0, 0}, {nan, 0, 0}});
+    EXPECT_EQ(flags3, (std::vector<bool>{false, true, false}));
+}
+
+TEST(TyxROIRectTest, EmptyNormalizedBounds)
+{
+    EXPECT_TRUE(TyxROIRect<double>().isEmpty());
+    EXPECT_FALSE(TyxROIRect<double>(1, 0, 0, 1, 2, 0).isEmpty());
+    const TyxROIRect<double> flipped(3, 0, 5, 1, 2, 4);
+    const tyx::TyxROI_IF &box = flipped;
+    EXPECT_EQ(box.normalized(), TyxROIRect<double>(1, 0, 4, 3, 2, 5));
+    double v[6];
+    box.bounds(&v[0], &v[1], &v[2], &v[3], &v[4], &v[5]);
+    EXPECT_EQ(v[0], 3.0);
+    EXPECT_EQ(v[5], 4.0);
+    TyxROIRect<double> cleared = flipped;
+    cleared.clear();
+    EXPECT_EQ(cleared, TyxROIRect<double>());
+}
+
+} // namespace

@@ -1,0 +1,479 @@
+#include <tyx/TyxImageTile.h>
+#include <tyx/TyxImageTileDesc.h>
+
+#include <gtest/gtest.h>
+
+#include <complex>
+#include <cstdint>
+#include <cstring>
+#include <vector>
+
+namespace {
+
+using tyx::TyxBuffer;
+using tyx::TyxBufferPtr;
+using tyx::TyxCoord3D;
+using tyx::TyxDataLayout;
+using tyx::TyxDataType;
+using tyx::TyxImageROI;
+using tyx::TyxImageSize;
+using tyx::TyxImageTile;
+using tyx::TyxImageTileDesc;
+using tyx::TyxImageTilePtr;
+using tyx::TyxPixel;
+using tyx::TyxString;
+using N = tyx::TyxNumericType;
+using L = TyxDataLayout;
+using Sample = TyxPixel::Sample;
+
+const L kLayouts[] = {L::PixelInterleaved, L::BandInterleaved, L::LineInterleaved, L::BlockInterleaved};
+
+TyxImageTileDesc descOf(unsigned w, unsigned h, unsigned b, L layout, N::Code code, TyxCoord3D<int> at = {})
+{
+    return TyxImageTileDesc(TyxImageROI(at, TyxImageSize(w, h, b)), layout, TyxDataType(code));
+}
+
+template <class T>
+T &at(TyxImageTile &tile, unsigned x, unsigned y, unsigned b)
+{
+    return *static_cast<T *>(tile.ptrAt(x, y, b));
+}
+
+template <class T>
+T at(const TyxImageTile &tile, unsigned x, unsigned y, unsigned b)
+{
+    T v;
+    std::memcpy(&v, tile.ptrAt(x, y, b), sizeof(T));
+    return v;
+}
+
+// A value that tells position and band apart.
+double pattern(unsigned x, unsigned y, unsigned b) { return x + 10.0 * y + 100.0 * b; }
+
+template <class T>
+TyxImageTile patterned(unsigned w, unsigned h, unsigned bands, L layout, N::Code code,
+                       TyxCoord3D<int> origin = {})
+{
+    TyxImageTile tile(descOf(w, h, bands, layout, code, origin));
+    for (unsigned y = 0; y < h; ++y)
+        for (unsigned x = 0; x < w; ++x)
+            for (unsigned b = 0; b < bands; ++b)
+                at<T>(tile, x, y, b) = static_cast<T>(pattern(x, y, b));
+    return tile;
+}
+
+template <class T>
+void expectPattern(const TyxImageTile &tile, unsigned dx = 0, unsigned dy = 0, unsigned db = 0)
+{
+    for (unsigned y = 0; y < tile.height(); ++y)
+        for (unsigned x = 0; x < tile.width(); ++x)
+            for (unsigned b = 0; b < tile.numBands(); ++b)
+                ASSERT_EQ(at<T>(tile, x, y, b), static_cast<T>(pattern(x + dx, y + dy, b + db)))
+                    << x << "," << y << "," << b << " in " << tile.layout().toString().size();
+}
+
+TEST(TyxImageTileDescTest, ValidateMessagesInOrder)
+{
+    struct Case {
+        TyxImageTileDesc desc;
+        std::wstring text;
+    };
+    TyxDataType u16(N::U16);
+    const Case cases[] = {
+        {TyxImageTileDesc(), L"Invalid ROI size [(0,0,0)]."},
+        {descOf(2, 0x80000000u, 1, L::PixelInterleaved, N::U8), L"Invalid ROI size [(2,2147483648,1)]."},
+        {descOf(2, 2, 1, L::PixelInterleaved, N::Invalid), L"Invalid image data type [(,0)]."},
+        {descOf(2, 2, 1, L::Invalid, N::U16), L"Invalid image data layout []."},
+        {descOf(2, 2, 1, L::BandInterleaved, N::Float), L""},
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(c.desc.validate().text(), c.text);
+        EXPECT_EQ(c.desc.isValid(), c.text.empty());
+    }
+    const auto msg = TyxImageTileDesc().validate();
+    EXPECT_EQ(msg.type(), tyx::TyxTextMsg::Error);
+    EXPECT_EQ(msg.srcFname(), L"TyxImageTileDesc.cpp");
+    EXPECT_FALSE(msg.srcFname().empty());
+    // The normalising rule already gave the Float its 32 bits.
+    TyxImageTileDesc f = descOf(1, 1, 1, L::PixelInterleaved, N::Float);
+    f.setDataType(TyxDataType(N::Float, 12));
+    EXPECT_TRUE(f.isValid());
+    TyxImageTileDesc d = descOf(1, 1, 1, L::PixelInterleaved, N::U16);
+    d.setDataType(TyxDataType(N::U16, 12));
+    EXPECT_TRUE(d.isValid());
+    EXPECT_EQ(d.bitDepth(), 12u);
+}
+
+TEST(TyxImageTileDescTest, DefaultsAndSize)
+{
+    TyxImageTileDesc desc;
+    EXPECT_EQ(desc.layout(), L::PixelInterleaved);
+    EXPECT_EQ(desc.dataType(), TyxDataType(N::U8));
+    desc.setSize(TyxImageSize(3, 2, 2));
+    EXPECT_EQ(desc.numSamples(), 12u);
+    EXPECT_EQ(desc.roi().bands(), (std::vector<unsigned>{0, 1}));
+    // The sample count is 32-bit and wraps before the byte count is formed.
+    desc.setSize(TyxImageSize(65536, 65536, 1));
+    EXPECT_EQ(desc.numSamples(), 0u);
+    EXPECT_EQ(desc.numBytes(), 0u);
+}
+
+TEST(TyxImageTileTest, StridesOfWorkedTile)
+{
+    struct Case {
+        L layout;
+        uint32_t pixel, line, band, offset;
+    };
+    const Case cases[] = {{L::PixelInterleaved, 2, 6, 1, 9},
+                          {L::LineInterleaved, 1, 6, 3, 10},
+                          {L::BandInterleaved, 1, 3, 6, 10},
+                          {L::BlockInterleaved, 1, 3, 6, 10},
+                          {L::Invalid, 0, 0, 0, 0}};
+    for (const Case &c : cases) {
+        const TyxImageTile tile(descOf(3, 2, 2, c.layout, N::U16));
+        EXPECT_EQ(tile.numBytes(), 24u);
+        EXPECT_EQ(tile.pixelStrideSamples(), c.pixel);
+        EXPECT_EQ(tile.lineStrideSamples(), c.line);
+        EXPECT_EQ(tile.bandStrideSamples(), c.band);
+        EXPECT_EQ(tile.pixelStrideBytes(), 2 * c.pixel);
+        EXPECT_EQ(tile.lineStrideBytes(), 2 * c.line);
+        EXPECT_EQ(tile.bandStrideBytes(), 2 * c.band);
+        EXPECT_EQ(tile.sampleOffset(1, 1, 1), c.offset);
+        EXPECT_EQ(tile.byteOffset(1, 1, 1), 2u * c.offset);
+    }
+}
+
+TEST(TyxImageTileTest, AllocationAndSharing)
+{
+    TyxImageTile empty;
+    EXPECT_EQ(empty.allocate(), 1);
+    EXPECT_FALSE(empty.isAllocated());
+    EXPECT_FALSE(empty.buffer());
+    EXPECT_EQ(empty.className(), L"TyxImageTile");
+
+    TyxImageTile tile(descOf(3, 2, 2, L::PixelInterleaved, N::U16));
+    EXPECT_FALSE(tile.isAllocated());
+    EXPECT_TRUE(std::as_const(tile).buffer());
+    EXPECT_EQ(std::as_const(tile).ptrAt(0, 0, 0), nullptr);
+    EXPECT_EQ(tile.allocate(), 0);
+    EXPECT_TRUE(tile.isAllocated());
+
+    TyxImageTile shared = tile;
+    at<uint16_t>(tile, 2, 1, 1) = 77;
+    EXPECT_EQ(at<uint16_t>(std::as_const(shared), 2, 1, 1), 77);
+    EXPECT_TRUE(shared.isEqual(tile, 0.5));
+
+    // A smaller description keeps the buffer; a larger one replaces it.
+    const TyxBufferPtr before = tile.buffer();
+    tile.setTileDesc(descOf(2, 2, 1, L::PixelInterleaved, N::U16));
+    EXPECT_EQ(tile.numBytes(), 8u);
+    EXPECT_EQ(tile.buffer()->size(), 24u);
+    EXPECT_EQ(tile.buffer().get(), before.get());
+    tile.setTileDesc(descOf(20, 2, 1, L::PixelInterleaved, N::U16));
+    EXPECT_NE(std::as_const(tile).buffer().get(), before.get());
+    EXPECT_FALSE(tile.isAllocated());
+    // Even an empty description keeps a present buffer.
+    tile.setTileDesc(TyxImageTileDesc());
+    EXPECT_TRUE(std::as_const(tile).buffer());
+    EXPECT_FALSE(TyxImageTile(TyxImageTileDesc()).buffer());
+
+    tile.setOrigin({5, 6, 0});
+    EXPECT_EQ(tile.origin(), TyxCoord3D<int>(5, 6, 0));
+}
+
+TEST(TyxImageTileTest, CloneCopiesOrKeepsNoMemory)
+{
+    const TyxImageTile unallocated(descOf(4, 4, 1, L::PixelInterleaved, N::U8));
+    const TyxImageTilePtr copy = unallocated.clone();
+    ASSERT_TRUE(copy);
+    EXPECT_FALSE(copy->isAllocated());
+    EXPECT_FALSE(unallocated.clone(TyxDataType(N::U16)));
+    EXPECT_FALSE(unallocated.clone(L::BandInterleaved));
+    EXPECT_TRUE(unallocated.clone(TyxDataType(N::U8)));
+
+    TyxImageTile tile = patterned<uint8_t>(4, 3, 2, L::PixelInterleaved, N::U8);
+    const TyxImageTilePtr deep = tile.clone();
+    at<uint8_t>(tile, 0, 0, 0) = 99;
+    EXPECT_EQ(at<uint8_t>(std::as_const(*deep), 0, 0, 0), 0);
+    expectPattern<uint8_t>(*deep);
+}
+
+TEST(TyxImageTileTest, ConversionsArePlainCasts)
+{
+    TyxImageTile d(descOf(4, 1, 1, L::PixelInterleaved, N::Double));
+    at<double>(d, 0, 0, 0) = 300.7;
+    at<double>(d, 1, 0, 0) = -1.5;
+    at<double>(d, 2, 0, 0) = 1e300;
+    at<double>(d, 3, 0, 0) = 70000.9;
+    const TyxImageTilePtr u8 = d.clone(TyxDataType(N::U8));
+    ASSERT_TRUE(u8);
+    EXPECT_EQ(at<uint8_t>(std::as_const(*u8), 0, 0, 0), 44);
+    EXPECT_EQ(at<uint8_t>(std::as_const(*u8), 1, 0, 0), 255);
+    EXPECT_EQ(at<uint8_t>(std::as_const(*u8), 2, 0, 0), 0);
+    const TyxImageTilePtr i32 = d.clone(TyxDataType(N::I32));
+    EXPECT_EQ(at<int32_t>(std::as_const(*i32), 2, 0, 0), INT32_MIN);
+    EXPECT_EQ(at<int32_t>(std::as_const(*i32), 3, 0, 0), 70000);
+    const TyxImageTilePtr f = d.clone(TyxDataType(N::Float));
+    EXPECT_TRUE(std::isinf(at<float>(std::as_const(*f), 2, 0, 0)));
+
+    TyxImageTile cf(descOf(1, 1, 1, L::PixelInterleaved, N::ComplexFloat));
+    at<std::complex<float>>(cf, 0, 0, 0) = {3.9f, 2.0f};
+    EXPECT_EQ(at<int16_t>(std::as_const(*cf.clone(TyxDataType(N::I16))), 0, 0, 0), 3);
+    const TyxImageTilePtr cd = cf.clone(TyxDataType(N::ComplexDouble));
+    EXPECT_EQ(at<std::complex<double>>(std::as_const(*cd), 0, 0, 0), std::complex<double>(3.9f, 2.0f));
+
+    TyxImageTile i8(descOf(2, 1, 1, L::PixelInterleaved, N::I8));
+    at<int8_t>(i8, 0, 0, 0) = -1;
+    at<int8_t>(i8, 1, 0, 0) = -128;
+    EXPECT_EQ(at<uint16_t>(std::as_const(*i8.clone(TyxDataType(N::U16))), 0, 0, 0), 65535);
+    EXPECT_EQ(at<uint8_t>(std::as_const(*i8.clone(TyxDataType(N::U8))), 1, 0, 0), 128);
+    const TyxImageTilePtr c = i8.clone(TyxDataType(N::ComplexDouble));
+    EXPECT_EQ(at<std::complex<double>>(std::as_const(*c), 0, 0, 0), std::complex<double>(-1, 0));
+
+    TyxImageTile u32(descOf(1, 1, 1, L::PixelInterleaved, N::U32));
+    at<uint32_t>(u32, 0, 0, 0) = 0xFFFFFFFFu;
+    EXPECT_EQ(at<double>(std::as_const(*u32.clone(TyxDataType(N::Double))), 0, 0, 0), 4294967295.0);
+    EXPECT_EQ(at<int8_t>(std::as_const(*u32.clone(TyxDataType(N::I8))), 0, 0, 0), -1);
+    // The depth alone differs: a conversion that keeps the bits.
+    const TyxImageTilePtr twelve = u32.clone(TyxDataType(N::U32, 12));
+    EXPECT_EQ(twelve->dataType().logicalBitDepth(), 12u);
+    EXPECT_EQ(at<uint32_t>(std::as_const(*twelve), 0, 0, 0), 0xFFFFFFFFu);
+    EXPECT_FALSE(u32.clone(TyxDataType()));
+}
+
+// Every pair of layouts, for several band counts and sample widths.
+template <class T>
+class TyxImageTileLayoutTest : public ::testing::Test {
+};
+struct U8Case {
+    using type = uint8_t;
+    static constexpr N::Code code = N::U8;
+};
+struct U16Case {
+    using type = uint16_t;
+    static constexpr N::Code code = N::U16;
+};
+struct FloatCase {
+    using type = float;
+    static constexpr N::Code code = N::Float;
+};
+struct DoubleCase {
+    using type = double;
+    static constexpr N::Code code = N::Double;
+};
+struct ComplexCase {
+    using type = std::complex<double>;
+    static constexpr N::Code code = N::ComplexDouble;
+};
+using Widths = ::testing::Types<U8Case, U16Case, FloatCase, DoubleCase, ComplexCase>;
+TYPED_TEST_SUITE(TyxImageTileLayoutTest, Widths);
+
+TYPED_TEST(TyxImageTileLayoutTest, EveryLayoutPairRoundTrips)
+{
+    using T = typename TypeParam::type;
+    for (unsigned bands : {1u, 2u, 3u, 4u, 5u}) {
+        for (L from : kLayouts) {
+            const TyxImageTile source = patterned<T>(7, 4, bands, from, TypeParam::code);
+            for (L to : kLayouts) {
+                const TyxImageTilePtr moved = source.clone(to);
+                ASSERT_TRUE(moved);
+                EXPECT_EQ(moved->layout(), to);
+                expectPattern<T>(*moved);
+                const TyxImageTilePtr back = moved->clone(from);
+                EXPECT_TRUE(back->isEqual(source, 0.0));
+            }
+        }
+    }
+}
+
+TYPED_TEST(TyxImageTileLayoutTest, CropInEveryLayout)
+{
+    using T = typename TypeParam::type;
+    for (L layout : kLayouts) {
+        const TyxImageTile source = patterned<T>(9, 7, 4, layout, TypeParam::code, {100, 200, 3});
+        const TyxImageTilePtr inner =
+            source.crop(TyxImageROI(TyxCoord3D<int>(2, 3, 1), TyxImageSize(4, 2, 2)));
+        ASSERT_TRUE(inner);
+        EXPECT_EQ(inner->origin(), TyxCoord3D<int>(102, 203, 4));
+        EXPECT_EQ(inner->tileDesc().roi().bands(), (std::vector<unsigned>{4, 5}));
+        expectPattern<T>(*inner, 2, 3, 1);
+        // Full rows with all bands.
+        const TyxImageTilePtr rows =
+            source.crop(TyxImageROI(TyxCoord3D<int>(0, 2, 0), TyxImageSize(9, 3, 4)));
+        expectPattern<T>(*rows, 0, 2, 0);
+        // The whole tile is a plain copy.
+        const TyxImageTilePtr whole = source.crop(TyxImageROI(TyxImageSize(9, 7, 4)));
+        EXPECT_TRUE(whole->isEqual(source, 0.0));
+    }
+}
+
+TYPED_TEST(TyxImageTileLayoutTest, InsertPartialOverlapInEveryLayoutPair)
+{
+    using T = typename TypeParam::type;
+    for (L to : kLayouts) {
+        for (L from : kLayouts) {
+            TyxImageTile target(descOf(6, 5, 3, to, TypeParam::code, {10, 10, 0}));
+            ASSERT_EQ(target.fill(TyxPixel(1, Sample(7.0))), 0);
+            // Covers columns 14..17, rows 8..11 and bands 1..2 of the image.
+            const TyxImageTile source = patterned<T>(4, 4, 2, from, TypeParam::code, {14, 8, 1});
+            ASSERT_EQ(target.insert(source), 0);
+            for (unsigned y = 0; y < 5; ++y)
+                for (unsigned x = 0; x < 6; ++x)
+                    for (unsigned b = 0; b < 3; ++b) {
+                        const bool inside = x >= 4 && y <= 1 && b >= 1;
+                        const T expected = inside ? static_cast<T>(pattern(x - 4, y + 2, b - 1)) : T(7);
+                        ASSERT_EQ(at<T>(std::as_const(target), x, y, b), expected) << x << y << b;
+                    }
+        }
+    }
+}
+
+TEST(TyxImageTileTest, PixelToLineInterleavedUsesRealLineStride)
+{
+    for (unsigned bands : {2u, 3u, 5u}) {
+        const TyxImageTile source = patterned<uint16_t>(5, 4, bands, L::PixelInterleaved, N::U16);
+        const TyxImageTilePtr lines = source.clone(L(L::LineInterleaved));
+        ASSERT_TRUE(lines);
+        const uint16_t *block = static_cast<const uint16_t *>(std::as_const(*lines).buffer()->data());
+        for (unsigned y = 0; y < 4; ++y)
+            for (unsigned b = 0; b < bands; ++b)
+                for (unsigned x = 0; x < 5; ++x)
+                    ASSERT_EQ(block[(y * bands + b) * 5 + x], pattern(x, y, b));
+    }
+}
+
+TEST(TyxImageTileTest, CropOutsideOrOverhanging)
+{
+    const TyxImageTile source = patterned<uint8_t>(4, 4, 2, L::PixelInterleaved, N::U8, {50, 50, 0});
+    EXPECT_FALSE(source.crop(TyxImageROI(TyxCoord3D<int>(4, 0, 0), TyxImageSize(2, 2, 1))));
+    EXPECT_FALSE(source.crop(TyxImageROI(TyxCoord3D<int>(-3, 0, 0), TyxImageSize(3, 2, 1))));
+    EXPECT_FALSE(source.crop(TyxImageROI(TyxCoord3D<int>(0, 0, 2), TyxImageSize(2, 2, 1))));
+    EXPECT_FALSE(source.crop(TyxImageROI()));
+    const TyxImageTilePtr part = source.crop(TyxImageROI(TyxCoord3D<int>(-1, 2, 1), TyxImageSize(3, 10, 5)));
+    ASSERT_TRUE(part);
+    EXPECT_EQ(part->tileDesc().roi().size(), TyxImageSize(2, 2, 1));
+    EXPECT_EQ(part->origin(), TyxCoord3D<int>(50, 52, 1));
+    expectPattern<uint8_t>(*part, 0, 2, 1);
+    EXPECT_FALSE(
+        TyxImageTile(descOf(4, 4, 1, L::PixelInterleaved, N::U8)).crop(TyxImageROI(TyxImageSize(1, 1, 1))));
+}
+
+TEST(TyxImageTileTest, InsertEdgeCases)
+{
+    TyxImageTile target = patterned<uint16_t>(4, 4, 1, L::PixelInterleaved, N::U16);
+    const TyxImageTilePtr before = target.clone();
+    const TyxImageTile far = patterned<uint16_t>(2, 2, 1, L::PixelInterleaved, N::U16, {4, 0, 0});
+    EXPECT_EQ(target.insert(far), 0);
+    EXPECT_TRUE(target.isEqual(*before, 0.0));
+    EXPECT_EQ(target.insert(TyxImageTile(descOf(2, 2, 1, L::PixelInterleaved, N::U16))), 1);
+    TyxImageTile noMemory;
+    EXPECT_EQ(noMemory.insert(far), 1);
+
+    // Another type is converted first; the same geometry copies the block.
+    TyxImageTile doubles(descOf(4, 4, 1, L::BandInterleaved, N::Double));
+    doubles.fill(TyxPixel(1, Sample(1000.9)));
+    EXPECT_EQ(target.insert(doubles), 0);
+    EXPECT_EQ(at<uint16_t>(std::as_const(target), 3, 3, 0), 1000);
+
+    // Bands outside the target are left out.
+    TyxImageTile twoBands(descOf(4, 4, 2, L::LineInterleaved, N::U16, {0, 0, 0}));
+    twoBands.fill(TyxPixel(std::vector<Sample>{Sample(5.0), Sample(6.0)}));
+    TyxImageTile bandOne(descOf(4, 4, 1, L::PixelInterleaved, N::U16, {0, 0, 1}));
+    bandOne.fill(TyxPixel(1, Sample(0.0)));
+    EXPECT_EQ(bandOne.insert(twoBands), 0);
+    EXPECT_EQ(at<uint16_t>(std::as_const(bandOne), 2, 2, 0), 6);
+}
+
+TEST(TyxImageTileTest, FillClampsAndRounds)
+{
+    TyxImageTile u8(descOf(3, 2, 2, L::PixelInterleaved, N::U8));
+    ASSERT_EQ(u8.fill(TyxPixel(std::vector<Sample>{Sample(300.7), Sample(2.5)})), 0);
+    EXPECT_EQ(at<uint8_t>(std::as_const(u8), 2, 1, 0), 255);
+    EXPECT_EQ(at<uint8_t>(std::as_const(u8), 2, 1, 1), 3);
+    // One value in every band takes the byte path: truncation, no clamp.
+    ASSERT_EQ(u8.fill(TyxPixel(2, Sample(300.7))), 0);
+    EXPECT_EQ(at<uint8_t>(std::as_const(u8), 1, 1, 1), 44);
+    ASSERT_EQ(u8.fill(TyxPixel(1, Sample(9.0))), 0);
+    EXPECT_EQ(at<uint8_t>(std::as_const(u8), 1, 1, 1), 9);
+    ASSERT_EQ(u8.fill(TyxPixel()), 0);
+    EXPECT_EQ(at<uint8_t>(std::as_const(u8), 1, 1, 1), 0);
+
+    TyxImageTile i8(descOf(2, 2, 2, L::BandInterleaved, N::I8));
+    ASSERT_EQ(i8.fill(TyxPixel(std::vector<Sample>{Sample(-2.5), Sample(-300.0)})), 0);
+    EXPECT_EQ(at<int8_t>(std::as_const(i8), 1, 1, 0), -3);
+    EXPECT_EQ(at<int8_t>(std::as_const(i8), 1, 1, 1), -128);
+
+    TyxImageTile twelve(
+        TyxImageTileDesc(TyxImageROI(TyxImageSize(2, 2, 3)), L::LineInterleaved, TyxDataType(N::U16, 12)));
+    ASSERT_EQ(twelve.fill(TyxPixel(std::vector<Sample>{Sample(70000.0), Sample(4094.4)})), 0);
+    EXPECT_EQ(at<uint16_t>(std::as_const(twelve), 1, 1, 0), 4095);
+    EXPECT_EQ(at<uint16_t>(std::as_const(twelve), 1, 1, 1), 4094);
+    EXPECT_EQ(at<uint16_t>(std::as_const(twelve), 1, 1, 2), 0);
+
+    TyxImageTile f(descOf(2, 1, 2, L::PixelInterleaved, N::Float));
+    ASSERT_EQ(f.fill(TyxPixel(std::vector<Sample>{Sample(1e300), Sample(2.25)})), 0);
+    EXPECT_EQ(at<float>(std::as_const(f), 1, 0, 0), 3.4028234663852886e38f);
+    EXPECT_EQ(at<float>(std::as_const(f), 1, 0, 1), 2.25f);
+
+    TyxImageTile c(descOf(2, 1, 1, L::PixelInterleaved, N::ComplexFloat));
+    ASSERT_EQ(c.fill(TyxPixel(1, Sample(1.5, -1e300))), 0);
+    EXPECT_EQ(at<std::complex<float>>(std::as_const(c), 1, 0, 0),
+              std::complex<float>(1.5f, -3.4028234663852886e38f));
+
+    TyxImageTile i64(descOf(1, 1, 2, L::PixelInterleaved, N::I64));
+    ASSERT_EQ(i64.fill(TyxPixel(std::vector<Sample>{Sample(1e30), Sample(-1e30)})), 0);
+    EXPECT_EQ(at<int64_t>(std::as_const(i64), 0, 0, 0), INT64_MAX);
+    EXPECT_EQ(at<int64_t>(std::as_const(i64), 0, 0, 1), INT64_MIN);
+
+    TyxImageTile empty;
+    EXPECT_EQ(empty.fill(TyxPixel(1, Sample(1.0))), 1);
+}
+
+TEST(TyxImageTileTest, IsEqualRules)
+{
+    TyxImageTile a = patterned<uint8_t>(3, 3, 1, L::PixelInterleaved, N::U8);
+    TyxImageTile b = patterned<uint8_t>(3, 3, 1, L::BandInterleaved, N::U8);
+    EXPECT_TRUE(a.isEqual(b, 0.0));
+    EXPECT_FALSE(a.isEqual(b, 0.5));
+    EXPECT_FALSE(a == b);
+    TyxImageTile same = a;
+    EXPECT_TRUE(same == a);
+    at<uint8_t>(b, 0, 0, 0) = 1;
+    EXPECT_FALSE(a.isEqual(b, 0.0));
+    EXPECT_FALSE(a.isEqual(TyxImageTile(descOf(3, 3, 1, L::PixelInterleaved, N::U8)), 0.0));
+    EXPECT_FALSE(a.isEqual(patterned<uint8_t>(3, 2, 1, L::PixelInterleaved, N::U8), 0.0));
+    const TyxImageTile pi = patterned<uint8_t>(3, 3, 2, L::PixelInterleaved, N::U8);
+    EXPECT_FALSE(pi.isEqual(*pi.clone(L(L::BandInterleaved)), 0.0));
+    EXPECT_TRUE(pi.clone(L(L::BandInterleaved))->isEqual(*pi.clone(L(L::BlockInterleaved)), 0.0));
+}
+
+TEST(TyxImageTileTest, PixelAtPosition)
+{
+    const TyxImageTile tile = patterned<int16_t>(3, 2, 3, L::LineInterleaved, N::I16);
+    const TyxPixel p = tile(2, 1);
+    ASSERT_EQ(p.numBands(), 3u);
+    EXPECT_EQ(p[2].type(), TyxDataType(N::I16));
+    EXPECT_EQ(static_cast<int>(p[2]), 212);
+    EXPECT_TRUE(tile(3, 0).isEmpty());
+    EXPECT_TRUE(tile(0, 2).isEmpty());
+    EXPECT_TRUE(TyxImageTile(descOf(3, 2, 1, L::PixelInterleaved, N::U8))(0, 0).isEmpty());
+}
+
+TEST(TyxImageTileTest, TooSmallSharedBufferIsNeverTouched)
+{
+    const TyxBufferPtr small(new TyxBuffer(4, true));
+    TyxImageTile tile(descOf(4, 4, 1, L::PixelInterleaved, N::U8), small);
+    EXPECT_TRUE(tile.isAllocated());
+    EXPECT_TRUE(tile(3, 3).isEmpty());
+    EXPECT_FALSE(tile.clone()->isAllocated());
+    EXPECT_FALSE(tile.clone(TyxDataType(N::U16)));
+    EXPECT_FALSE(tile.clone(L(L::BandInterleaved)));
+    EXPECT_FALSE(tile.crop(TyxImageROI(TyxImageSize(2, 2, 1))));
+    EXPECT_EQ(tile.fill(TyxPixel(1, Sample(3.0))), 1);
+    EXPECT_EQ(tile.insert(patterned<uint8_t>(4, 4, 1, L::PixelInterleaved, N::U8)), 1);
+    const TyxImageTile source(descOf(4, 4, 1, L::PixelInterleaved, N::U8), small);
+    TyxImageTile target = patterned<uint8_t>(4, 4, 1, L::PixelInterleaved, N::U8);
+    EXPECT_EQ(target.insert(source), 1);
+}
+
+} // namespace

@@ -1,0 +1,224 @@
+#include <tyx/TyxImageTile.h>
+#include <tyx/TyxPixel.h>
+#include <tyx/TyxPixelIterator.h>
+
+#include <gtest/gtest.h>
+
+#include <complex>
+#include <cstdint>
+#include <limits>
+#include <sstream>
+#include <vector>
+
+namespace {
+
+using tyx::TyxCoord3D;
+using tyx::TyxDataLayout;
+using tyx::TyxDataType;
+using tyx::TyxImageROI;
+using tyx::TyxImageSize;
+using tyx::TyxImageTile;
+using tyx::TyxImageTileDesc;
+using tyx::TyxPixel;
+using tyx::TyxPixelIterator;
+using N = tyx::TyxNumericType;
+using L = TyxDataLayout;
+using Sample = TyxPixel::Sample;
+
+TEST(TyxPixelSampleTest, ConstructorsSetPhysicalTypes)
+{
+    EXPECT_EQ(Sample(static_cast<signed char>(-1)).type(), TyxDataType(N::I8));
+    EXPECT_EQ(Sample(static_cast<unsigned short>(1)).type(), TyxDataType(N::U16));
+    EXPECT_EQ(Sample(int64_t(1)).type(), TyxDataType(N::I64));
+    EXPECT_EQ(Sample(uint64_t(1)).type(), TyxDataType(N::U64));
+    EXPECT_EQ(Sample(1.0f).type(), TyxDataType(N::Float));
+    EXPECT_EQ(Sample(std::complex<float>(1, 2)).type(), TyxDataType(N::ComplexFloat));
+    EXPECT_EQ(Sample(1.0, 2.0).type(), TyxDataType(N::ComplexDouble));
+    EXPECT_FALSE(Sample().type().isValid());
+}
+
+TEST(TyxPixelSampleTest, ConversionsArePlainCasts)
+{
+    const Sample big(300.7);
+    EXPECT_EQ(static_cast<unsigned char>(big), 44);
+    EXPECT_EQ(static_cast<signed char>(big), 44);
+    EXPECT_EQ(static_cast<int>(big), 300);
+    EXPECT_EQ(static_cast<unsigned char>(Sample(-1)), 255);
+    EXPECT_EQ(static_cast<unsigned short>(Sample(static_cast<signed char>(-1))), 65535);
+    EXPECT_EQ(static_cast<double>(Sample(uint64_t(UINT64_MAX))), 18446744073709551616.0);
+    EXPECT_EQ(static_cast<int>(Sample(3.9, 2.0)), 3);
+    EXPECT_EQ(static_cast<std::complex<double>>(Sample(2u)), std::complex<double>(2, 0));
+    EXPECT_EQ(static_cast<std::complex<float>>(Sample(1.5, -2.0)), std::complex<float>(1.5f, -2.0f));
+    EXPECT_EQ(static_cast<int>(Sample()), 0);
+    EXPECT_EQ(static_cast<std::complex<double>>(Sample()), std::complex<double>());
+    EXPECT_EQ(Sample(1.5, -2.0).real(), 1.5);
+    EXPECT_EQ(Sample(1.5, -2.0).imag(), -2.0);
+    EXPECT_EQ(Sample(7).imag(), 0.0);
+    EXPECT_EQ(Sample(7).real(), 7.0);
+}
+
+TEST(TyxPixelSampleTest, ComparisonInCommonType)
+{
+    EXPECT_TRUE(Sample(int(3)) == Sample(3.0));
+    EXPECT_FALSE(Sample() == Sample());
+    EXPECT_TRUE(Sample() != Sample());
+    EXPECT_FALSE(Sample(static_cast<unsigned char>(200)) == Sample(static_cast<signed char>(-56)));
+    EXPECT_TRUE(Sample(static_cast<unsigned char>(1)) == Sample(1.0));
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_FALSE(Sample(nan) == Sample(nan));
+    EXPECT_TRUE(Sample(2.0, 0.0) == Sample(2.0f));
+    EXPECT_FALSE(Sample(2.0, 1.0) == Sample(2.0));
+    // U64 with a signed type compares as U64.
+    EXPECT_TRUE(Sample(uint64_t(UINT64_MAX)) == Sample(int64_t(-1)));
+    EXPECT_TRUE(TyxPixel(2, Sample(1)) == TyxPixel(2, Sample(1.0)));
+    EXPECT_FALSE(TyxPixel(2, Sample(1)) == TyxPixel(3, Sample(1)));
+}
+
+TEST(TyxPixelTest, TextForms)
+{
+    std::wostringstream out;
+    out.precision(3);
+    out << TyxPixel(2, Sample(1.5));
+    EXPECT_EQ(out.str(), L"2:  1.5 1.5");
+    EXPECT_EQ(out.precision(), 3);
+
+    std::ostringstream narrow;
+    narrow << TyxPixel(std::vector<Sample>{Sample(static_cast<signed char>(-3)),
+                                           Sample(static_cast<unsigned char>(250)), Sample(0.1),
+                                           Sample(1.0, -2.0), Sample()});
+    EXPECT_EQ(narrow.str(), "5:  -3 250 0.10000000000000001 (1,-2) ");
+
+    std::wistringstream in(L"3: 1.5 (2,0) (1,-2)");
+    TyxPixel read;
+    in >> read;
+    ASSERT_EQ(read.numBands(), 3u);
+    EXPECT_EQ(read[0].type(), TyxDataType(N::Double));
+    EXPECT_EQ(read[1].type(), TyxDataType(N::Double));
+    EXPECT_EQ(read[2].type(), TyxDataType(N::ComplexDouble));
+    EXPECT_EQ(read.imag(2), -2.0);
+
+    std::wistringstream back(L"2:  1.5 1.5");
+    back >> read;
+    EXPECT_EQ(read, TyxPixel(2, Sample(1.5)));
+
+    for (const wchar_t *bad : {L"2 1.5 1.5", L"0: 1", L"-4: 1", L"x"}) {
+        std::wistringstream text(bad);
+        read = TyxPixel(1, Sample(1));
+        text >> read;
+        EXPECT_TRUE(read.isEmpty()) << bad;
+    }
+    std::istringstream narrowIn("1: 4");
+    narrowIn >> read;
+    EXPECT_EQ(read, TyxPixel(1, Sample(4.0)));
+}
+
+template <class T>
+TyxImageTile numbered(unsigned w, unsigned h, unsigned bands, L layout, N::Code code, unsigned bandStep = 100)
+{
+    TyxImageTile tile(TyxImageTileDesc(TyxImageROI(TyxImageSize(w, h, bands)), layout, TyxDataType(code)));
+    for (unsigned y = 0; y < h; ++y)
+        for (unsigned x = 0; x < w; ++x)
+            for (unsigned b = 0; b < bands; ++b)
+                *static_cast<T *>(tile.ptrAt(x, y, b)) = static_cast<T>(x + 10 * y + bandStep * b);
+    return tile;
+}
+
+std::vector<std::vector<double>> walk(TyxPixelIterator &&it)
+{
+    std::vector<std::vector<double>> seen;
+    for (; !(*it).isEmpty(); ++it) {
+        std::vector<double> values;
+        for (unsigned b = 0; b < (*it).numBands(); ++b)
+            values.push_back((*it).real(b));
+        seen.push_back(values);
+    }
+    return seen;
+}
+
+template <class T>
+class TyxPixelIteratorTypedTest : public ::testing::Test {
+};
+template <class T, N::Code C>
+struct Case {
+    using type = T;
+    static constexpr N::Code code = C;
+};
+using AllTypes = ::testing::Types<Case<int8_t, N::I8>, Case<uint8_t, N::U8>, Case<int16_t, N::I16>,
+                                  Case<uint16_t, N::U16>, Case<int32_t, N::I32>, Case<uint32_t, N::U32>,
+                                  Case<int64_t, N::I64>, Case<uint64_t, N::U64>, Case<float, N::Float>,
+                                  Case<double, N::Double>, Case<std::complex<float>, N::ComplexFloat>,
+                                  Case<std::complex<double>, N::ComplexDouble>>;
+TYPED_TEST_SUITE(TyxPixelIteratorTypedTest, AllTypes);
+
+TYPED_TEST(TyxPixelIteratorTypedTest, SameOrderInEveryLayout)
+{
+    using T = typename TypeParam::type;
+    std::vector<std::vector<double>> expected;
+    for (unsigned y = 0; y < 3; ++y)
+        for (unsigned x = 0; x < 4; ++x)
+            expected.push_back({x + 10.0 * y, x + 10.0 * y + 30, x + 10.0 * y + 60});
+    for (L layout : {L::PixelInterleaved, L::BandInterleaved, L::LineInterleaved, L::BlockInterleaved}) {
+        // Band steps of 30 keep every value inside I8.
+        const TyxImageTile tile = numbered<T>(4, 3, 3, layout, TypeParam::code, 30);
+        TyxPixelIterator it(tile);
+        EXPECT_EQ((*it)[0].type(), TyxDataType(TypeParam::code));
+        EXPECT_EQ(walk(std::move(it)), expected);
+        // The pixel at a position gives the same samples.
+        EXPECT_EQ(tile(3, 2).real(2), 83.0);
+        const TyxImageROI region(TyxCoord3D<int>(1, 1, 1), TyxImageSize(2, 2, 2));
+        const std::vector<std::vector<double>> inner = walk(TyxPixelIterator(tile, region));
+        EXPECT_EQ(inner, (std::vector<std::vector<double>>{{41, 71}, {42, 72}, {51, 81}, {52, 82}}));
+    }
+}
+
+TEST(TyxPixelIteratorTest, RegionsAndEnds)
+{
+    const TyxImageTile tile = numbered<uint16_t>(3, 3, 3, L::PixelInterleaved, N::U16);
+    // Width 1: a new row at each step.
+    EXPECT_EQ(walk(TyxPixelIterator(tile, TyxImageROI(2, 0, 1, 3, {0}))),
+              (std::vector<std::vector<double>>{{2}, {12}, {22}}));
+    // Bands 0 and 2 walk the contiguous bands 0 and 1.
+    EXPECT_EQ(walk(TyxPixelIterator(tile, TyxImageROI(0, 0, 1, 1, {0, 2}))),
+              (std::vector<std::vector<double>>{{0, 100}}));
+    EXPECT_TRUE(walk(TyxPixelIterator(tile, TyxImageROI(0, 0, 2, 2, {}))).empty());
+
+    TyxPixelIterator it(tile, TyxImageROI(1, 1, 1, 1, {1}));
+    EXPECT_EQ((*it).real(0), 111.0);
+    ++it;
+    EXPECT_TRUE((*it).isEmpty());
+    ++it;
+    ++it;
+    EXPECT_TRUE((*it).isEmpty());
+    EXPECT_EQ(it.begin().real(0), 111.0);
+
+    TyxImageTile noBands(
+        TyxImageTileDesc(TyxImageROI(TyxImageSize(3, 3, 0)), L::PixelInterleaved, TyxDataType(N::U8)));
+    EXPECT_TRUE((*TyxPixelIterator(noBands)).isEmpty());
+}
+
+TEST(TyxPixelIteratorTest, BadInputWalksNothing)
+{
+    const TyxImageTile tile = numbered<uint8_t>(3, 3, 2, L::LineInterleaved, N::U8);
+    // Regions reaching outside the tile.
+    for (const TyxImageROI &roi : {TyxImageROI(2, 0, 2, 1, {0}), TyxImageROI(-1, 0, 1, 1, {0}),
+                                   TyxImageROI(0, 0, 1, 1, {1, 2}), TyxImageROI(0, 2, 1, 2, {0})})
+        EXPECT_TRUE((*TyxPixelIterator(tile, roi)).isEmpty()) << static_cast<tyx::TyxString>(roi).size();
+    // No memory, an invalid type.
+    const TyxImageTile unallocated(
+        TyxImageTileDesc(TyxImageROI(TyxImageSize(3, 3, 1)), L::PixelInterleaved, TyxDataType(N::U8)));
+    EXPECT_TRUE((*TyxPixelIterator(unallocated)).isEmpty());
+    const TyxImageTile invalid(
+        TyxImageTileDesc(TyxImageROI(TyxImageSize(3, 3, 1)), L::PixelInterleaved, TyxDataType()));
+    TyxPixelIterator none(invalid);
+    EXPECT_TRUE((*none).isEmpty());
+    EXPECT_TRUE(none.begin().isEmpty());
+    ++none;
+}
+
+TEST(TyxPixelIteratorTest, LineInterleavedMatchesPixelInterleavedClone)
+{
+    const TyxImageTile lines = numbered<float>(2, 2, 2, L::LineInterleaved, N::Float);
+    EXPECT_EQ(walk(TyxPixelIterator(lines)), walk(TyxPixelIterator(*lines.clone(L(L::PixelInterleaved)))));
+}
+
+} // namespace
