@@ -87,15 +87,18 @@ TEST(TyxParameterListTest, RenameKeepsPosition)
 
 TEST(TyxParameterListTest, ReferencesResolveTwoListsUp)
 {
-    TyxParameterList inner(L"inner"), middle(L"middle"), outer(L"outer");
+    // Enclosing lists are shared through pointers, so they live on the heap.
+    TyxParameterList inner(L"inner");
+    auto *middle = new TyxParameterList(L"middle");
+    auto *outer = new TyxParameterList(L"outer");
+    const std::vector<TyxParameterListConstPtr> scope{TyxParameterListConstPtr(middle),
+                                                      TyxParameterListConstPtr(outer)};
     inner.insertParm(ref(L"x", L"y"));
     inner.insertParm(ref(L"gain", L"gain"));
-    middle.insertParm(value(L"m", 1));
-    outer.insertParm(value(L"y", 5));
-    outer.insertParm(value(L"gain", 7));
-    outer.insertParm(value(L"w", 9));
-    const std::vector<TyxParameterListConstPtr> scope{TyxParameterListConstPtr(&middle),
-                                                      TyxParameterListConstPtr(&outer)};
+    middle->insertParm(value(L"m", 1));
+    outer->insertParm(value(L"y", 5));
+    outer->insertParm(value(L"gain", 7));
+    outer->insertParm(value(L"w", 9));
     EXPECT_EQ(inner.parmValue(L"x", scope).value<int>(), 5);
     EXPECT_EQ(inner.parmValue(L"gain", scope).value<int>(), 7);
     EXPECT_EQ(inner.parmValue(L"w", scope).value<int>(), 9); // not here: looked up outwards
@@ -112,10 +115,12 @@ TEST(TyxParameterListTest, CyclesEndInAnInvalidVariant)
     EXPECT_FALSE(list.parmValue(L"self").isValid());
     EXPECT_FALSE(list.parmValue(L"a").isValid());
 
-    TyxParameterList outer(L"outer");
-    outer.insertParm(value(L"a", 4));
-    const std::vector<TyxParameterListConstPtr> scope{TyxParameterListConstPtr(&outer)};
-    EXPECT_EQ(list.parmValue(L"b", scope).value<int>(), 4);
+    auto *outer = new TyxParameterList(L"outer");
+    const std::vector<TyxParameterListConstPtr> scope{TyxParameterListConstPtr(outer)};
+    outer->insertParm(value(L"a", 4));
+    // a -> b -> a closes the loop here; the search for "a" moves outwards.
+    EXPECT_EQ(list.parmValue(L"a", scope).value<int>(), 4);
+    EXPECT_FALSE(list.parmValue(L"b", scope).isValid());
 }
 
 TEST(TyxParameterListTest, ExpressionYieldsInvalid)
