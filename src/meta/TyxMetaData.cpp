@@ -164,10 +164,10 @@ uint64_t TyxMetaData::size(const TyxString &path) const
     if (const auto *field = dynamic_cast<const TyxMetaDataField *>(object))
         return field->size();
     const auto *set = dynamic_cast<const TyxMetaDataSet *>(object);
-    const TyxString trimmed = trim(path);
+    const size_t first = path.find_first_not_of(L" \t\r\n");
+    const bool leadingSlash = first != TyxString::npos && path[first] == L'/';
     const TyxMetaDataSegmentedPath segments(path);
-    if (set && (segments.isRoot() || segments.namesSubset() ||
-                (!trimmed.empty() && trimmed.front() == L'/' && segments.size() == 1)))
+    if (set && (segments.isRoot() || segments.namesSubset() || (leadingSlash && segments.size() == 1)))
         return set->fieldNames().size() + set->subsetNames().size();
     if (segments.empty() || segments.namesSubset())
         return 0;

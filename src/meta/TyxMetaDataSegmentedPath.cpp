@@ -7,9 +7,23 @@
 
 namespace tyx::internal {
 
+namespace {
+
+// Spaces and tabs removed from both ends; all blank gives an empty text.
+TyxString strip(const TyxString &text)
+{
+    const size_t first = text.find_first_not_of(L" \t\r\n");
+    if (first == TyxString::npos)
+        return TyxString();
+    const size_t last = text.find_last_not_of(L" \t\r\n");
+    return TyxString(text.substr(first, last - first + 1));
+}
+
+} // namespace
+
 TyxMetaDataSegmentedPath::TyxMetaDataSegmentedPath(const TyxString &path)
 {
-    const TyxString trimmed = trim(path);
+    const TyxString trimmed = strip(path);
     m_isRoot = trimmed == L"/";
     m_namesSubset = !trimmed.empty() && trimmed.back() == L'/';
     size_t start = 0;
@@ -17,7 +31,7 @@ TyxMetaDataSegmentedPath::TyxMetaDataSegmentedPath(const TyxString &path)
         size_t end = trimmed.find(L'/', start);
         if (end == TyxString::npos)
             end = trimmed.size();
-        const TyxString text = trim(trimmed.substr(start, end - start));
+        const TyxString text = strip(trimmed.substr(start, end - start));
         start = end + 1;
         if (text.empty())
             continue;
@@ -39,7 +53,7 @@ TyxMetaDataSegmentedPath::TyxMetaDataSegmentedPath(const TyxString &path)
             }
             if (digits) {
                 segment.index = index;
-                segment.name = trim(text.substr(0, open));
+                segment.name = strip(text.substr(0, open));
             }
         }
         m_segments.push_back(std::move(segment));

@@ -26,6 +26,8 @@ TEST(TyxMetaDataSegmentedPathTest, SegmentsIndexesAndTrailingSlash)
     EXPECT_TRUE(TyxMetaDataSegmentedPath(L"a/b/ ").namesSubset());
     EXPECT_TRUE(TyxMetaDataSegmentedPath(L" / ").isRoot());
     EXPECT_TRUE(TyxMetaDataSegmentedPath(L"//").empty());
+    EXPECT_TRUE(TyxMetaDataSegmentedPath(L"   ").empty());
+    EXPECT_EQ(TyxMetaDataSegmentedPath(L"a/  /b").size(), 2u);
     EXPECT_EQ(TyxMetaDataSegmentedPath(L"x[]")[0].name, L"x[]");
     EXPECT_EQ(TyxMetaDataSegmentedPath(L"x[a]")[0].index, TyxMetaDataSegmentedPath::NO_INDEX);
 }
