@@ -154,6 +154,8 @@ protected:
                      const TyxString &description, const TyxString &formatSpec, bool pushBack);
 
 private:
+    int write(const TyxString &path, const TyxVariant &value, const TyxString &description,
+              const TyxString &formatSpec, bool pushBack);
     const TyxMetaDataSet *walk(const internal::TyxMetaDataSegmentedPath &path, size_t count) const;
 
     TyxMetaDataSet m_root;

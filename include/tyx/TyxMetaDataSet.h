@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <iosfwd>
 #include <memory>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -87,6 +88,12 @@ public:
     bool sharesWith(const TyxMetaDataSet &other) const { return m_state == other.m_state; }
 
 private:
+    friend class TyxMetaData;
+
+    /// Lookups by a view of a path segment: null on a miss, no allocation.
+    const TyxMetaDataField *fieldAt(std::wstring_view name) const;
+    const TyxMetaDataSet *subsetAt(std::wstring_view name) const;
+    TyxMetaDataSet &rsubsetAt(std::wstring_view name);
     void readFieldsOnce() const;
     void readSubsetsOnce() const;
 

@@ -71,31 +71,46 @@ void TyxMetaData::quiet(bool quiet) const
 const TyxMetaDataSet *TyxMetaData::walk(const TyxMetaDataSegmentedPath &path, size_t count) const
 {
     const TyxMetaDataSet *set = &m_root;
-    for (size_t i = 0; i < count; ++i) {
-        set = &set->subset(path[i].fullName, false);
-        if (set->name().empty())
-            return nullptr;
-    }
+    for (size_t i = 0; i < count && set; ++i)
+        set = set->subsetAt(path[i].fullName);
     return set;
 }
 
 const TyxVariant &TyxMetaData::value(const TyxString &path) const
 {
-    const TyxMetaDataSegmentedPath segments(path);
-    if (segments.empty() || segments.namesSubset())
-        return EMPTY_VARIANT();
-    const TyxMetaDataSet *set = walk(segments, segments.size() - 1);
-    if (!set)
-        return EMPTY_VARIANT();
-    const auto &last = segments.last();
-    if (set->containsField(last.name))
-        return valueAt(set->field(last.name), last.index);
-    if (set->containsSubset(last.fullName)) {
-        const TyxMetaDataSet &group = set->subset(last.fullName);
-        if (group.containsField(last.name))
-            return valueAt(group.field(last.name), last.index);
+    // Segments as views into the path: a lookup allocates nothing.
+    constexpr size_t capacity = 16;
+    TyxMetaDataSegmentedPath::SegmentView segments[capacity];
+    bool namesSubset = false;
+    bool isRoot = false;
+    const size_t count = TyxMetaDataSegmentedPath::split(path, segments, capacity, namesSubset, isRoot);
+    if (count > capacity) {
+        // Deep paths take the general route.
+        const TyxMetaDataSegmentedPath full(path);
+        const TyxMetaDataSet *set = walk(full, full.size() - 1);
+        if (!set || full.namesSubset())
+            return EMPTY_VARIANT();
+        const auto &last = full.last();
+        if (const TyxMetaDataField *field = set->fieldAt(last.name))
+            return valueAt(*field, last.index);
+        const TyxMetaDataSet *group = set->subsetAt(last.fullName);
+        const TyxMetaDataField *field = group ? group->fieldAt(last.name) : nullptr;
+        return field ? valueAt(*field, last.index) : EMPTY_VARIANT();
     }
-    return EMPTY_VARIANT();
+    if (count == 0 || namesSubset)
+        return EMPTY_VARIANT();
+    const TyxMetaDataSet *set = &m_root;
+    for (size_t i = 0; i + 1 < count; ++i) {
+        set = set->subsetAt(segments[i].fullName);
+        if (!set)
+            return EMPTY_VARIANT();
+    }
+    const auto &last = segments[count - 1];
+    if (const TyxMetaDataField *field = set->fieldAt(last.name))
+        return valueAt(*field, last.index);
+    const TyxMetaDataSet *group = set->subsetAt(last.fullName);
+    const TyxMetaDataField *field = group ? group->fieldAt(last.name) : nullptr;
+    return field ? valueAt(*field, last.index) : EMPTY_VARIANT();
 }
 
 TyxVariant TyxMetaData::get(const TyxString &path)
@@ -184,19 +199,62 @@ uint64_t TyxMetaData::size(const TyxString &path) const
 int TyxMetaData::setValue(TyxString &&path, const TyxVariant &value, const TyxString &description,
                           const TyxString &formatSpec)
 {
-    return setValueImpl(TyxMetaDataSegmentedPath(path), value, description, formatSpec, false);
+    return write(path, value, description, formatSpec, false);
 }
 
 int TyxMetaData::setValue(const TyxString &path, const TyxVariant &value, const TyxString &description,
                           const TyxString &formatSpec)
 {
-    return setValueImpl(TyxMetaDataSegmentedPath(path), value, description, formatSpec, false);
+    return write(path, value, description, formatSpec, false);
 }
 
 int TyxMetaData::pushBack(const TyxString &path, const TyxVariant &value, const TyxString &description,
                           const TyxString &formatSpec)
 {
-    return setValueImpl(TyxMetaDataSegmentedPath(path), value, description, formatSpec, true);
+    return write(path, value, description, formatSpec, true);
+}
+
+int TyxMetaData::write(const TyxString &path, const TyxVariant &value, const TyxString &description,
+                       const TyxString &formatSpec, bool pushBack)
+{
+    const TyxMetaType type = value.type();
+    if (!value.isValid() || type == internal::TyxVariantTraits<TyxMetaDataField>::type() ||
+        type == internal::TyxVariantTraits<TyxMetaDataSet>::type())
+        return setValueImpl(TyxMetaDataSegmentedPath(path), value, description, formatSpec, pushBack);
+    // A plain value: segments as views, names copied only where entries are made.
+    constexpr size_t capacity = 16;
+    TyxMetaDataSegmentedPath::SegmentView segments[capacity];
+    bool namesSubset = false;
+    bool isRoot = false;
+    const size_t count = TyxMetaDataSegmentedPath::split(path, segments, capacity, namesSubset, isRoot);
+    if (count > capacity)
+        return setValueImpl(TyxMetaDataSegmentedPath(path), value, description, formatSpec, pushBack);
+    if (count == 0 || namesSubset)
+        return 1;
+    // A leading segment that names a field cannot be stepped through.
+    const TyxMetaDataSet *probe = &m_root;
+    for (size_t i = 0; i + 1 < count && probe; ++i) {
+        const TyxMetaDataSet *next = probe->subsetAt(segments[i].fullName);
+        if (!next && probe->fieldAt(segments[i].fullName))
+            return 1;
+        probe = next;
+    }
+    TyxMetaDataSet *set = &m_root;
+    for (size_t i = 0; i + 1 < count; ++i)
+        set = &set->rsubsetAt(segments[i].fullName);
+    const auto &last = segments[count - 1];
+    const TyxMetaDataField *existing = set->fieldAt(last.name);
+    TyxMetaDataField &field = existing ? const_cast<TyxMetaDataField &>(*existing)
+                                       : set->rfield(TyxString(std::wstring(last.name)));
+    uint64_t index = last.index;
+    if (index == TyxMetaDataSegmentedPath::NO_INDEX)
+        index = pushBack ? field.size() : 0;
+    set->setFieldValue(field.name(), value, index);
+    if (!description.empty() && field.description().empty())
+        field.setDescription(description);
+    if (!formatSpec.empty() && field.formatSpec().empty())
+        field.setFormatSpec(formatSpec);
+    return 0;
 }
 
 bool TyxMetaData::set(TyxString &&path, const TyxVariant &value, const TyxString &description,
@@ -248,9 +306,10 @@ int TyxMetaData::setValueImpl(const TyxMetaDataSegmentedPath &path, const TyxVar
         // A leading segment that names a field cannot be stepped through.
         const TyxMetaDataSet *probe = &m_root;
         for (size_t i = 0; i + 1 < path.size() && probe; ++i) {
-            if (probe->containsField(path[i].fullName) && !probe->containsSubset(path[i].fullName))
+            const TyxMetaDataSet *next = probe->subsetAt(path[i].fullName);
+            if (!next && probe->fieldAt(path[i].fullName))
                 return 1;
-            probe = probe->containsSubset(path[i].fullName) ? &probe->subset(path[i].fullName) : nullptr;
+            probe = next;
         }
         TyxMetaDataSet *set = &m_root;
         for (size_t i = 0; i + 1 < path.size(); ++i)

@@ -1,62 +1,78 @@
 // Cutting metadata paths into segments, and the names of repeating elements.
 #include <tyx/internal/TyxMetaDataSegmentedPath.h>
 
+#include <algorithm>
 #include <array>
 #include <cwchar>
-#include <cwctype>
+#include <string_view>
 
 namespace tyx::internal {
 
 namespace {
 
-// Spaces and tabs removed from both ends; all blank gives an empty text.
-TyxString strip(const TyxString &text)
+// Spaces and tabs removed from both ends; all blank gives an empty view.
+std::wstring_view strip(std::wstring_view text)
 {
     const size_t first = text.find_first_not_of(L" \t\r\n");
-    if (first == TyxString::npos)
-        return TyxString();
+    if (first == std::wstring_view::npos)
+        return {};
     const size_t last = text.find_last_not_of(L" \t\r\n");
-    return TyxString(text.substr(first, last - first + 1));
+    return text.substr(first, last - first + 1);
 }
+
+bool isDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
 
 } // namespace
 
-TyxMetaDataSegmentedPath::TyxMetaDataSegmentedPath(const TyxString &path)
+size_t TyxMetaDataSegmentedPath::split(std::wstring_view path, SegmentView *out, size_t capacity,
+                                       bool &namesSubset, bool &isRoot)
 {
-    const TyxString trimmed = strip(path);
-    m_isRoot = trimmed == L"/";
-    m_namesSubset = !trimmed.empty() && trimmed.back() == L'/';
+    const std::wstring_view trimmed = strip(path);
+    isRoot = trimmed == L"/";
+    namesSubset = !trimmed.empty() && trimmed.back() == L'/';
+    size_t count = 0;
     size_t start = 0;
     while (start <= trimmed.size()) {
         size_t end = trimmed.find(L'/', start);
-        if (end == TyxString::npos)
+        if (end == std::wstring_view::npos)
             end = trimmed.size();
-        const TyxString text = strip(trimmed.substr(start, end - start));
+        const std::wstring_view text = strip(trimmed.substr(start, end - start));
         start = end + 1;
         if (text.empty())
             continue;
-        Segment segment;
+        if (count++ >= capacity)
+            continue;
+        SegmentView &segment = out[count - 1];
         segment.fullName = text;
         segment.name = text;
+        segment.index = NO_INDEX;
         const size_t open = text.rfind(L'[');
         // A well-formed index only: "[" followed by digits and the final "]".
-        if (text.back() == L']' && open != TyxString::npos && open + 2 < text.size() &&
-            std::iswdigit(text[open + 1])) {
-            uint64_t index = 0;
-            bool digits = true;
-            for (size_t i = open + 1; i + 1 < text.size(); ++i) {
-                if (!std::iswdigit(text[i])) {
-                    digits = false;
-                    break;
-                }
+        bool indexed = text.back() == L']' && open != std::wstring_view::npos && open + 2 < text.size();
+        uint64_t index = 0;
+        for (size_t i = open + 1; indexed && i + 1 < text.size(); ++i) {
+            if (!isDigit(text[i]))
+                indexed = false;
+            else
                 index = index * 10 + static_cast<uint64_t>(text[i] - L'0');
-            }
-            if (digits) {
-                segment.index = index;
-                segment.name = strip(text.substr(0, open));
-            }
         }
-        m_segments.push_back(std::move(segment));
+        if (indexed) {
+            segment.index = index;
+            segment.name = strip(text.substr(0, open));
+        }
+    }
+    return count;
+}
+
+TyxMetaDataSegmentedPath::TyxMetaDataSegmentedPath(const TyxString &path)
+{
+    std::vector<SegmentView> views(static_cast<size_t>(std::count(path.begin(), path.end(), L'/')) + 1);
+    const size_t count = split(path, views.data(), views.size(), m_namesSubset, m_isRoot);
+    m_segments.resize(count);
+    for (size_t i = 0; i < count; ++i) {
+        m_segments[i].index = views[i].index;
+        m_segments[i].name.assign(views[i].name.data(), views[i].name.size());
+        m_segments[i].fullName.assign(views[i].fullName.data(), views[i].fullName.size());
     }
 }
 

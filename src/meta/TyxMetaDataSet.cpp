@@ -1,6 +1,8 @@
 // Inner nodes of metadata trees, their lazy reading and their fields.
 #include <tyx/TyxMetaDataSet.h>
 
+#include <algorithm>
+#include <cwctype>
 #include <map>
 #include <ostream>
 #include <sstream>
@@ -11,11 +13,26 @@ namespace tyx {
 
 namespace internal {
 
-/// Orders names without regard to case.
+/// Orders names as wcscasecmp does, without regard to case; ASCII letters
+/// fold inline, other units through towlower. Lookups may use views.
 struct CaseInsensitive {
-    bool operator()(const TyxString &a, const TyxString &b) const
+    using is_transparent = void;
+    static wint_t fold(wchar_t c)
     {
-        return stricmp(a.c_str(), b.c_str()) < 0;
+        if (c >= 0 && c < 128)
+            return (c >= L'A' && c <= L'Z') ? static_cast<wint_t>(c + 32) : static_cast<wint_t>(c);
+        return std::towlower(static_cast<wint_t>(c));
+    }
+    bool operator()(std::wstring_view a, std::wstring_view b) const
+    {
+        const size_t n = std::min(a.size(), b.size());
+        for (size_t i = 0; i < n; ++i) {
+            const wint_t x = fold(a[i]);
+            const wint_t y = fold(b[i]);
+            if (x != y)
+                return x < y;
+        }
+        return a.size() < b.size();
     }
 };
 
@@ -191,6 +208,27 @@ const TyxMetaDataSet &TyxMetaDataSet::subset(const TyxString &name, bool recurse
         }
     }
     return emptySet();
+}
+
+const TyxMetaDataField *TyxMetaDataSet::fieldAt(std::wstring_view name) const
+{
+    readFieldsOnce();
+    const auto it = m_state->fields.find(name);
+    return it == m_state->fields.end() ? nullptr : &it->second;
+}
+
+const TyxMetaDataSet *TyxMetaDataSet::subsetAt(std::wstring_view name) const
+{
+    readSubsetsOnce();
+    const auto it = m_state->subsets.find(name);
+    return it == m_state->subsets.end() ? nullptr : &it->second;
+}
+
+TyxMetaDataSet &TyxMetaDataSet::rsubsetAt(std::wstring_view name)
+{
+    readSubsetsOnce();
+    const auto it = m_state->subsets.find(name);
+    return it != m_state->subsets.end() ? it->second : rsubset(TyxString(std::wstring(name)));
 }
 
 bool TyxMetaDataSet::containsField(const TyxString &name) const

@@ -1,5 +1,7 @@
 // Tests of metadata trees: paths, repeating groups, lazy reading.
+#include <tyx/TyxCoreLibMgr.h>
 #include <tyx/TyxMetaData.h>
+#include <tyx/TyxTextHandler.h>
 #include <tyx/TyxTextMsg.h>
 #include <tyx/internal/TyxMetaDataSegmentedPath.h>
 
@@ -246,6 +248,45 @@ TEST(TyxMetaDataSetTest, ReaderNotReadyIsAskedLater)
     reader->ready = true;
     EXPECT_TRUE(set.containsField(L"width"));
     EXPECT_EQ(reader->fieldReads, 1);
+}
+
+// A reader that always fails.
+class FailingReader : public TyxMetaDataReader {
+public:
+    int readFields(TyxMetaDataSet &) override { return 1; }
+    int readSubsets(TyxMetaDataSet &) override { return 1; }
+    bool canRead() const override { return true; }
+};
+
+class CapturingHandler : public TyxTextHandler {
+public:
+    std::vector<TyxTextMsg> messages;
+    void handleMessage(const TyxTextMsg &message) override { messages.push_back(message); }
+};
+
+TEST(TyxMetaDataSetTest, FailedReadIsPostedUnlessQuiet)
+{
+    auto *handler = new CapturingHandler;
+    TyxTextHandlerPtr keep(handler);
+    TyxCoreLibMgr::instance().initialize(keep);
+    TyxMetaData md;
+    md.root().setName(L"scene");
+    md.root().setReader(TyxMetaDataReaderPtr(new FailingReader));
+    EXPECT_FALSE(md.value(L"width").isValid());
+    // A field is looked for, then a group of that name: both kinds are read.
+    ASSERT_EQ(handler->messages.size(), 2u);
+    EXPECT_EQ(handler->messages[0].type(), TyxTextMsg::Warning);
+    EXPECT_EQ(handler->messages[0].text(), L"The fields of the metadata set 'scene' could not be read.");
+    EXPECT_EQ(handler->messages[1].text(), L"The subsets of the metadata set 'scene' could not be read.");
+    EXPECT_FALSE(md.value(L"width").isValid());
+    EXPECT_EQ(handler->messages.size(), 2u); // asked once only
+
+    TyxMetaData quietOne;
+    quietOne.quiet(true);
+    quietOne.root().setReader(TyxMetaDataReaderPtr(new FailingReader));
+    EXPECT_FALSE(quietOne.value(L"a/b").isValid());
+    EXPECT_EQ(handler->messages.size(), 2u);
+    TyxCoreLibMgr::instance().deInitialize();
 }
 
 TEST(TyxMetaDataSetTest, CopiesShareContents)

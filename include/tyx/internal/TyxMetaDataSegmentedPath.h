@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include <tyx/TyxString.h>
@@ -22,6 +23,17 @@ public:
         bool hasIndex() const { return index != NO_INDEX; }
     };
     static constexpr uint64_t NO_INDEX = static_cast<uint64_t>(-1);
+    /// A segment as views into the path text.
+    struct SegmentView {
+        uint64_t index = NO_INDEX;
+        std::wstring_view name;
+        std::wstring_view fullName;
+    };
+    /// Cuts \p path into at most \p capacity segments at \p out, without
+    /// allocating. Returns the number of segments, which is above
+    /// \p capacity when they did not all fit (the first \p capacity are filled).
+    static size_t split(std::wstring_view path, SegmentView *out, size_t capacity, bool &namesSubset,
+                        bool &isRoot);
 
     explicit TyxMetaDataSegmentedPath(const TyxString &path);
 
