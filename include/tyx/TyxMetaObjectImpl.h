@@ -97,6 +97,15 @@ public:
     template <class T>
     static bool take(const TyxVariant &value, T &out)
     {
+        if constexpr (internal::TyxVariantHeld<T>) {
+            if constexpr (internal::TyxVariantTraits<T>::isBuiltin) {
+                // The held type itself needs no conversion.
+                if (value.impl().fastCode() == internal::TyxVariantTraits<T>::code) {
+                    out = static_cast<const TyxVariantImpl<T> &>(value.impl()).get();
+                    return true;
+                }
+            }
+        }
         T converted{};
         if (!value.value(internal::TyxValueTarget<T>::type(), &converted))
             return false;
