@@ -198,6 +198,42 @@ TEST(TyxMetaObjectTest, BadNamesAndValuesChangeNothing)
     EXPECT_EQ(value.value<int>(), 42);
 }
 
+// A gauge with an alarm level: its meta object inherits the gauge's.
+class AlarmGauge : public Gauge {
+public:
+    double alarm = 9.0;
+};
+
+class AlarmGaugeMetaObj : public TyxMetaObjectImpl<AlarmGaugeMetaObj, AlarmGauge> {
+public:
+    using TyxMetaObjectImpl::TyxMetaObjectImpl;
+    TyxMetaObjectPtr superClass() override { return TyxMetaObjectPtr(new GaugeMetaObj(object())); }
+    void initProperties() override
+    {
+        beginProperties(L"AlarmGauge", GaugeMetaObj::classProperties());
+        addProperty(
+            TyxMetaProperty(L"alarm", TyxMetaType::Double, TyxMetaFlag::Required),
+            [](AlarmGaugeMetaObj &m, const TyxVariant &v) { return take(v, m.object()->alarm) ? 0 : 1; },
+            [](AlarmGaugeMetaObj &m, TyxVariant &v) { return (v = m.object()->alarm), 0; });
+    }
+};
+
+TEST(TyxMetaObjectTest, InheritedPropertiesGoToTheSuperClass)
+{
+    AlarmGauge gauge;
+    TyxMetaObjectPtr meta(new AlarmGaugeMetaObj(&gauge));
+    EXPECT_EQ(meta->properties()->propertyNames(), (TyxStrList{L"level", L"unit", L"alarm"}));
+    EXPECT_EQ(meta->setProperty(L"level", TyxVariant(4.0)), 0);
+    EXPECT_EQ(meta->setProperty(L"alarm", TyxVariant(7)), 0);
+    EXPECT_DOUBLE_EQ(gauge.level, 4.0);
+    EXPECT_DOUBLE_EQ(gauge.alarm, 7.0);
+    TyxVariant unit;
+    EXPECT_EQ(meta->getProperty(L"unit", unit), 0);
+    EXPECT_EQ(unit.value<TyxString>(), L"m");
+    EXPECT_EQ(meta->setProperty(L"nothing", TyxVariant(1)), 1);
+    EXPECT_TRUE(meta->properties()->property(L"alarm")->flags().isRequired());
+}
+
 TEST(TyxMetaObjectTest, PropertyDescribesItself)
 {
     TyxMetaProperty property(L"size", TyxMetaType::Int);
