@@ -1,0 +1,310 @@
+// Tests of metadata trees: paths, repeating groups, lazy reading.
+#include <tyx/TyxCoreLibMgr.h>
+#include <tyx/TyxMetaData.h>
+#include <tyx/TyxTextHandler.h>
+#include <tyx/TyxTextMsg.h>
+#include <tyx/internal/TyxMetaDataSegmentedPath.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+
+namespace {
+
+using namespace tyx;
+using tyx::internal::TyxMetaDataSegmentedPath;
+
+TEST(TyxMetaDataSegmentedPathTest, SegmentsIndexesAndTrailingSlash)
+{
+    const TyxMetaDataSegmentedPath path(L" /a// b [12] /x[3]");
+    ASSERT_EQ(path.size(), 3u);
+    EXPECT_EQ(path[0].name, L"a");
+    EXPECT_FALSE(path[0].hasIndex());
+    EXPECT_EQ(path[1].fullName, L"b [12]");
+    EXPECT_EQ(path[1].name, L"b");
+    EXPECT_EQ(path[1].index, 12u);
+    EXPECT_EQ(path[2].index, 3u);
+    EXPECT_FALSE(path.namesSubset());
+    EXPECT_TRUE(TyxMetaDataSegmentedPath(L"a/b/ ").namesSubset());
+    EXPECT_TRUE(TyxMetaDataSegmentedPath(L" / ").isRoot());
+    EXPECT_TRUE(TyxMetaDataSegmentedPath(L"//").empty());
+    EXPECT_TRUE(TyxMetaDataSegmentedPath(L"   ").empty());
+    EXPECT_EQ(TyxMetaDataSegmentedPath(L"a/  /b").size(), 2u);
+    EXPECT_EQ(TyxMetaDataSegmentedPath(L"x[]")[0].name, L"x[]");
+    EXPECT_EQ(TyxMetaDataSegmentedPath(L"x[a]")[0].index, TyxMetaDataSegmentedPath::NO_INDEX);
+}
+
+TEST(TyxMetaDataSegmentedPathTest, IndexNamesOnBothSidesOfTheTable)
+{
+    EXPECT_EQ(TyxMetaDataSegmentedPath::indexName(L"x", 0), L"x[0]");
+    EXPECT_EQ(TyxMetaDataSegmentedPath::indexName(L"x", 99), L"x[99]");
+    EXPECT_EQ(TyxMetaDataSegmentedPath::indexName(L"x", 100), L"x[100]");
+    EXPECT_EQ(TyxMetaDataSegmentedPath::indexName(L"x", 12345), L"x[12345]");
+}
+
+TEST(TyxMetaDataTest, LookupIgnoresCaseAndKeepsFirstSpelling)
+{
+    TyxMetaData md;
+    EXPECT_EQ(md.setValue(L"a/b", TyxVariant(1)), 0);
+    EXPECT_EQ(md.value(L"A/B").value<int>(), 1);
+    EXPECT_EQ(md.setValue(L"A/B", TyxVariant(2)), 0);
+    EXPECT_EQ(md.root().subsetNames(), (TyxStrList{L"a"}));
+    EXPECT_EQ(md.root().subset(L"a").fieldNames(), (TyxStrList{L"b"}));
+    EXPECT_EQ(md.value(L"a/b").value<int>(), 2);
+    EXPECT_EQ(md.size(L"a/b"), 1u);
+}
+
+TEST(TyxMetaDataTest, IndexedWritesAndPushBack)
+{
+    TyxMetaData md;
+    EXPECT_EQ(md.setValue(L"a/b[3]", TyxVariant(1)), 0);
+    const TyxMetaDataField &field = md.field(L"a/b");
+    ASSERT_EQ(field.size(), 4u);
+    EXPECT_FALSE(field[0].isValid());
+    EXPECT_FALSE(field[2].isValid());
+    EXPECT_EQ(md.value(L"a/b[3]").value<int>(), 1);
+    EXPECT_FALSE(md.value(L"a/b[9]").isValid());
+
+    EXPECT_EQ(md.pushBack(L"c/d", TyxVariant(10)), 0);
+    EXPECT_EQ(md.pushBack(L"c/d", TyxVariant(11)), 0);
+    EXPECT_EQ(md.value(L"c/d[0]").value<int>(), 10);
+    EXPECT_EQ(md.value(L"c/d[1]").value<int>(), 11);
+    EXPECT_TRUE(md.push_back(L"c/d", TyxVariant(12)));
+    EXPECT_EQ(md.size(L"c/d"), 3u);
+    const auto &repeats = md.root().subset(L"c").repeatIndex();
+    ASSERT_EQ(repeats.size(), 1u);
+    EXPECT_EQ(repeats[0].second, (std::vector<uint64_t>{0, 1, 2}));
+}
+
+TEST(TyxMetaDataTest, SubsetPathsAndGet)
+{
+    TyxMetaData md;
+    md.setValue(L"a/b", TyxVariant(1));
+    EXPECT_FALSE(md.value(L"a/b/").isValid());
+    const TyxVariant group = md.get(L"a/");
+    ASSERT_EQ(group.type(), internal::TyxVariantTraits<TyxMetaData>::type());
+    EXPECT_EQ(group.value<TyxMetaData>().value(L"b").value<int>(), 1);
+    EXPECT_EQ(group.value<TyxMetaData>().name(), L"a");
+    EXPECT_EQ(md.get(L"/").value<TyxMetaData>().value(L"a/b").value<int>(), 1);
+    EXPECT_EQ(md.get(L"a/b").value<int>(), 1);
+    EXPECT_FALSE(md.get(L"a/zz").isValid());
+    EXPECT_TRUE(md.isPath(L"a/"));
+    EXPECT_TRUE(md.isPath(L"a"));
+    EXPECT_FALSE(md.isField(L"a/"));
+    EXPECT_TRUE(md.exists(L"/"));
+}
+
+TEST(TyxMetaDataTest, BadInputChangesNothing)
+{
+    TyxMetaData md;
+    EXPECT_EQ(md.setValue(L"a/b", TyxVariant()), 1);
+    EXPECT_TRUE(md.empty());
+    EXPECT_EQ(md.setValue(L"", TyxVariant(1)), 1);
+    EXPECT_EQ(md.setValue(L" // ", TyxVariant(1)), 1);
+    EXPECT_EQ(md.setValue(L"a/", TyxVariant(1)), 1);
+    EXPECT_TRUE(md.empty());
+    md.setValue(L"f", TyxVariant(1));
+    // A field cannot be stepped through as if it were a set.
+    EXPECT_EQ(md.setValue(L"f/g", TyxVariant(2)), 1);
+    EXPECT_FALSE(md.value(L"f/g").isValid());
+    EXPECT_EQ(md.root().subsetNames().size(), 0u);
+    EXPECT_FALSE(md.value(L"nothing/here").isValid());
+    EXPECT_EQ(&md.value(L"nothing"), &TyxMetaData::EMPTY_VARIANT());
+    EXPECT_FALSE(md.remove(L"x/f"));
+    EXPECT_EQ(md.field(L"x").size(), 0u);
+}
+
+TEST(TyxMetaDataTest, RepeatingGroupsWithIndexNames)
+{
+    TyxMetaData md;
+    for (int i = 0; i < 102; ++i) {
+        TyxMetaDataSet band(L"band");
+        TyxMetaData one(band);
+        one.setValue(L"index", TyxVariant(i));
+        EXPECT_EQ(md.pushBack(L"bands/band", TyxVariant(one.root())), 0);
+    }
+    EXPECT_EQ(md.size(L"bands/band"), 102u);
+    EXPECT_EQ(md.value(L"bands/band[99]/index").value<int>(), 99);
+    EXPECT_EQ(md.value(L"bands/band[100]/index").value<int>(), 100);
+    EXPECT_EQ(md.value(L"bands/BAND[101]/Index").value<int>(), 101);
+    EXPECT_EQ(md.root().subset(L"bands").subsetNames()[100], L"band[100]");
+    TyxStrList repeating;
+    for (auto it = md.begin(L"bands/").paths().repeating(); it != md.end(); ++it)
+        repeating.push_back(*it);
+    EXPECT_EQ(repeating.size(), 102u);
+    EXPECT_EQ(repeating[0], L"bands/band[0]/");
+}
+
+TEST(TyxMetaDataTest, RemoveRenameAndIteration)
+{
+    TyxMetaData md;
+    md.setValue(L"g/x", TyxVariant(1));
+    md.setValue(L"g/y", TyxVariant(2));
+    md.setValue(L"g/s/z", TyxVariant(3));
+    md.setValue(L"top", TyxVariant(4));
+    TyxStrList paths;
+    for (auto it = md.begin(); it != md.end(); ++it)
+        paths.push_back(*it);
+    EXPECT_EQ(paths, (TyxStrList{L"top", L"g/x", L"g/y", L"g/s/z"}));
+    TyxStrList shallow;
+    for (auto it = md.begin(L"g").norecurse(); it != md.end(); ++it)
+        shallow.push_back(*it);
+    EXPECT_EQ(shallow, (TyxStrList{L"g/x", L"g/y"}));
+
+    TyxMetaDataSet &g = md.root().rsubset(L"G");
+    EXPECT_EQ(g.renameField(L"x", L"y"), 1);
+    EXPECT_EQ(g.renameField(L"x", L"w"), 0);
+    EXPECT_EQ(g.fieldNames(), (TyxStrList{L"w", L"y"}));
+    EXPECT_EQ(md.value(L"g/w").value<int>(), 1);
+    EXPECT_EQ(g.renameSubset(L"s", L"t"), 0);
+    EXPECT_EQ(g.subset(L"t").name(), L"t");
+    EXPECT_TRUE(md.remove(L"g/w"));
+    EXPECT_FALSE(md.isField(L"g/w"));
+    EXPECT_TRUE(md.remove(L"g/t"));
+    EXPECT_FALSE(md.isPath(L"g/t/"));
+    EXPECT_EQ(md.toVariantMap().size(), 2u);
+    md.fromVariantMap(md.toVariantMap());
+    EXPECT_TRUE(md.empty());
+}
+
+TEST(TyxMetaDataTest, ParseFieldName)
+{
+    std::vector<TyxString> subsets{L"old"};
+    TyxString field = L"old";
+    EXPECT_TRUE(TyxMetaData::parseFieldName(L"a/b[2]/c[1]", subsets, field));
+    EXPECT_EQ(subsets, (std::vector<TyxString>{L"a", L"b[2]"}));
+    EXPECT_EQ(field, L"c");
+    EXPECT_FALSE(TyxMetaData::parseFieldName(L"a/", subsets, field));
+    EXPECT_TRUE(subsets.empty());
+    EXPECT_TRUE(field.empty());
+}
+
+TEST(TyxMetaDataTest, ValueValidators)
+{
+    EXPECT_TRUE(TyxMetaData::isValidCharVariant(L"c", TyxVariant(L'x')));
+    EXPECT_TRUE(TyxMetaData::isValidCharVariant(L"c", TyxVariant(L"x")));
+    EXPECT_FALSE(TyxMetaData::isValidCharVariant(L"c", TyxVariant(L"xy")));
+    EXPECT_TRUE(TyxMetaData::isValidIntegerVariant(L"i", TyxVariant(5), INT_MIN, INT_MAX));
+    EXPECT_TRUE(TyxMetaData::isValidIntegerVariant(L"i", TyxVariant(L"7"), 0, 10));
+    EXPECT_FALSE(TyxMetaData::isValidIntegerVariant(L"i", TyxVariant(L"seven"), 0, 10));
+    EXPECT_FALSE(TyxMetaData::isValidIntegerVariant(L"i", TyxVariant(11), 0, 10));
+    EXPECT_TRUE(TyxMetaData::isValidIntegerVariant(L"i", TyxVariant(11), 0, INT_MAX));
+    EXPECT_FALSE(TyxMetaData::isValidIntegerVariant(L"i", TyxVariant(2.5), 0, 10) &&
+                 TyxMetaData::isValidIntegerVariant(L"i", TyxVariant(2.5), 0, 1));
+    EXPECT_TRUE(TyxMetaData::isValidDoubleVariant(L"d", TyxVariant(2.5), 0, 3));
+    EXPECT_FALSE(TyxMetaData::isValidDoubleVariant(L"d", TyxVariant(3.5), 0, 3));
+    EXPECT_TRUE(TyxMetaData::isValidDoubleVariantList(
+        L"l", TyxVariant(TyxVariantList{TyxVariant(1.0), TyxVariant(2)})));
+    EXPECT_FALSE(TyxMetaData::isValidDoubleVariantList(L"l", TyxVariant(TyxVariantList{TyxVariant(L"x")})));
+    EXPECT_TRUE(TyxMetaData::isValidStringVariantList(L"l", TyxVariant(TyxVariantList{TyxVariant(L"x")})));
+}
+
+// Fills a set with two fields and one subset, counting its calls.
+class CountingReader : public TyxMetaDataReader {
+public:
+    int fieldReads = 0;
+    int subsetReads = 0;
+    bool ready = true;
+    int readFields(TyxMetaDataSet &set) override
+    {
+        ++fieldReads;
+        set.appendFieldValue(L"width", TyxVariant(640));
+        set.appendFieldValue(L"height", TyxVariant(480));
+        return 0;
+    }
+    int readSubsets(TyxMetaDataSet &set) override
+    {
+        ++subsetReads;
+        set.rsubset(L"crs").appendFieldValue(L"name", TyxVariant(L"WGS 84"));
+        return 0;
+    }
+    bool canRead() const override { return ready; }
+};
+
+TEST(TyxMetaDataSetTest, ReaderFillsOnceOnDemand)
+{
+    auto *reader = new CountingReader;
+    TyxMetaDataReaderPtr keep(reader);
+    TyxMetaData md;
+    md.root().setReader(keep);
+    EXPECT_EQ(reader->fieldReads, 0);
+    EXPECT_EQ(md.value(L"width").value<int>(), 640);
+    EXPECT_EQ(md.value(L"HEIGHT").value<int>(), 480);
+    EXPECT_EQ(md.value(L"crs/name").value<TyxString>(), L"WGS 84");
+    md.root().fieldNames();
+    md.root().readAll();
+    EXPECT_EQ(reader->fieldReads, 1);
+    EXPECT_EQ(reader->subsetReads, 1);
+}
+
+TEST(TyxMetaDataSetTest, ReaderNotReadyIsAskedLater)
+{
+    auto *reader = new CountingReader;
+    TyxMetaDataReaderPtr keep(reader);
+    TyxMetaDataSet set(L"s");
+    set.setReader(keep);
+    reader->ready = false;
+    EXPECT_FALSE(set.containsField(L"width"));
+    reader->ready = true;
+    EXPECT_TRUE(set.containsField(L"width"));
+    EXPECT_EQ(reader->fieldReads, 1);
+}
+
+// A reader that always fails.
+class FailingReader : public TyxMetaDataReader {
+public:
+    int readFields(TyxMetaDataSet &) override { return 1; }
+    int readSubsets(TyxMetaDataSet &) override { return 1; }
+    bool canRead() const override { return true; }
+};
+
+class CapturingHandler : public TyxTextHandler {
+public:
+    std::vector<TyxTextMsg> messages;
+    void handleMessage(const TyxTextMsg &message) override { messages.push_back(message); }
+};
+
+TEST(TyxMetaDataSetTest, FailedReadIsPostedUnlessQuiet)
+{
+    auto *handler = new CapturingHandler;
+    TyxTextHandlerPtr keep(handler);
+    TyxCoreLibMgr::instance().initialize(keep);
+    TyxMetaData md;
+    md.root().setName(L"scene");
+    md.root().setReader(TyxMetaDataReaderPtr(new FailingReader));
+    EXPECT_FALSE(md.value(L"width").isValid());
+    // A field is looked for, then a group of that name: both kinds are read.
+    ASSERT_EQ(handler->messages.size(), 2u);
+    EXPECT_EQ(handler->messages[0].type(), TyxTextMsg::Warning);
+    EXPECT_EQ(handler->messages[0].text(), L"The fields of the metadata set 'scene' could not be read.");
+    EXPECT_EQ(handler->messages[1].text(), L"The subsets of the metadata set 'scene' could not be read.");
+    EXPECT_FALSE(md.value(L"width").isValid());
+    EXPECT_EQ(handler->messages.size(), 2u); // asked once only
+
+    TyxMetaData quietOne;
+    quietOne.quiet(true);
+    quietOne.root().setReader(TyxMetaDataReaderPtr(new FailingReader));
+    EXPECT_FALSE(quietOne.value(L"a/b").isValid());
+    EXPECT_EQ(handler->messages.size(), 2u);
+    TyxCoreLibMgr::instance().deInitialize();
+}
+
+TEST(TyxMetaDataSetTest, CopiesShareContents)
+{
+    TyxMetaDataSet a(L"a");
+    const TyxMetaDataSet b = a;
+    a.appendFieldValue(L"x", TyxVariant(1));
+    EXPECT_TRUE(b.containsField(L"X"));
+    EXPECT_EQ(a, b);
+    TyxMetaDataSet c(L"a");
+    c.appendFieldValue(L"x", TyxVariant(1));
+    EXPECT_EQ(a, c);
+    c.appendFieldValue(L"x", TyxVariant(2));
+    EXPECT_NE(a, c);
+    EXPECT_EQ(a.removeField(L"nothing"), 1);
+    EXPECT_EQ(a.removeField(L"X"), 0);
+    EXPECT_TRUE(b.empty());
+    EXPECT_TRUE(a.repeatIndex().empty());
+}
+
+} // namespace

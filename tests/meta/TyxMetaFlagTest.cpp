@@ -1,0 +1,65 @@
+// Tests of the property usage bits.
+#include <tyx/TyxMetaFlag.h>
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace {
+
+using tyx::TyxMetaFlag;
+
+TEST(TyxMetaFlagTest, NormalisesReturnAndFileBits)
+{
+    EXPECT_EQ(TyxMetaFlag(0x0082u).value(), 0x0080u);
+    EXPECT_EQ(TyxMetaFlag(0x1800u).value(), 0u);
+    EXPECT_EQ(TyxMetaFlag(0x1802u).value(), 0x0002u);
+    EXPECT_EQ(TyxMetaFlag(0x3800u).value(), 0u);
+    EXPECT_EQ(TyxMetaFlag(0x2000u).value(), 0x2000u);
+}
+
+TEST(TyxMetaFlagTest, TextFormListsSetBitsLowFirst)
+{
+    EXPECT_EQ(TyxMetaFlag(0u).toString(), L"(Editable)");
+    EXPECT_EQ(TyxMetaFlag(0x0009u).toString(), L"(ReadOnly | Required)");
+    EXPECT_EQ(TyxMetaFlag(0x2000u).toString(), L"(Directory)");
+    std::ostringstream narrow;
+    narrow << TyxMetaFlag(0x0041u);
+    EXPECT_EQ(narrow.str(), "(ReadOnly | Hidden)");
+}
+
+TEST(TyxMetaFlagTest, FromStringIgnoresCaseAndUnknownWords)
+{
+    EXPECT_EQ(TyxMetaFlag::fromString(L"(readonly | Hidden)").value(), 0x0041u);
+    EXPECT_EQ(TyxMetaFlag::fromString(L"nonsense").value(), 0u);
+    EXPECT_EQ(TyxMetaFlag::fromString(L"Editable").value(), 0u);
+    EXPECT_EQ(TyxMetaFlag::fromString(L"Required|ignorable").value(), 0x0028u);
+    EXPECT_EQ(TyxMetaFlag::fromString(L"(Return | NoCrossRef)").value(), 0x0080u);
+    EXPECT_EQ(TyxMetaFlag(TyxMetaFlag(0x1234u).toString()), TyxMetaFlag(0x1234u));
+}
+
+TEST(TyxMetaFlagTest, UnclosedParenthesisFailsAndKeepsValue)
+{
+    std::wistringstream is(L"(ReadOnly | Hidden");
+    TyxMetaFlag flags(0x0008u);
+    is >> flags;
+    EXPECT_TRUE(is.fail());
+    EXPECT_EQ(flags.value(), 0x0008u);
+}
+
+TEST(TyxMetaFlagTest, PredicatesFollowTheirBits)
+{
+    EXPECT_TRUE(TyxMetaFlag(0u).isEditable());
+    EXPECT_FALSE(TyxMetaFlag(0x0010u).isEditable());
+    EXPECT_TRUE(TyxMetaFlag(0x0100u).isHidden());
+    EXPECT_FALSE(TyxMetaFlag(0x0100u).isReadable());
+    EXPECT_FALSE(TyxMetaFlag(0x0002u).isParameterizable());
+    EXPECT_FALSE(TyxMetaFlag(0x0004u).isPersistable());
+    EXPECT_TRUE(TyxMetaFlag(0x0800u).isInFilename());
+    EXPECT_TRUE(TyxMetaFlag(0x1000u).isOutFilename());
+    EXPECT_TRUE(TyxMetaFlag(0x0028u).isRequired());
+    EXPECT_TRUE(TyxMetaFlag(0x0028u).isIgnorable());
+    EXPECT_EQ(TyxMetaFlag::allKeys().size(), 15u);
+}
+
+} // namespace

@@ -1,0 +1,267 @@
+// Tests of property descriptions, their collections and meta objects.
+#include <tyx/TyxMetaObjectImpl.h>
+#include <tyx/TyxMetaProperties.h>
+#include <tyx/TyxMetaProperty.h>
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace {
+
+using namespace tyx;
+
+TyxMetaPropertyPtr makeProperty(const TyxString &name, unsigned flags = 0)
+{
+    return TyxMetaPropertyPtr(new TyxMetaProperty(name, TyxMetaType::Int, TyxMetaFlag(flags)));
+}
+
+TEST(TyxMetaPropertyTest, EmptyLabelBecomesTrimmedName)
+{
+    const TyxMetaProperty property(L"  width ", TyxMetaType::Int);
+    EXPECT_EQ(property.name(), L"width");
+    EXPECT_EQ(property.label(), L"width");
+    EXPECT_EQ(TyxMetaProperty().type(), TyxMetaType::String);
+    const TyxMetaProperty lettered(L'w', L"width", L"Width", TyxMetaType::Double);
+    EXPECT_EQ(lettered.cmdLineFlag(), L'w');
+    EXPECT_EQ(lettered.label(), L"Width");
+}
+
+TEST(TyxMetaPropertyTest, StreamFormRoundTrips)
+{
+    TyxMetaProperty property(L"size", TyxMetaType::Int, TyxMetaFlag(0x0009u), L"Size", L"pixels", L's');
+    property.setData(TyxVariant(7));
+    std::wostringstream os;
+    os << property;
+    EXPECT_EQ(os.str(), L"(size,Size,Int,(ReadOnly | Required),pixels,s,Int,7)");
+
+    std::wistringstream is(os.str());
+    TyxMetaProperty read;
+    is >> read;
+    EXPECT_FALSE(is.fail());
+    EXPECT_EQ(read, property);
+
+    std::ostringstream narrow;
+    narrow << property;
+    std::istringstream narrowIn(narrow.str());
+    TyxMetaProperty readNarrow;
+    narrowIn >> readNarrow;
+    EXPECT_EQ(readNarrow, property);
+
+    const TyxVariant held(property);
+    EXPECT_EQ(held.value<TyxString>(), os.str());
+    TyxMetaProperty parsed;
+    EXPECT_TRUE(internal::TyxDefaultCasts<TyxMetaProperty>::fromString(os.str(), parsed));
+    EXPECT_EQ(parsed, property);
+    EXPECT_EQ(held.value<TyxMetaProperty>(), property);
+}
+
+TEST(TyxMetaPropertyTest, DamagedStreamFormFails)
+{
+    std::wistringstream is(L"(size,Size,Int");
+    TyxMetaProperty read;
+    is >> read;
+    EXPECT_TRUE(is.fail());
+    EXPECT_EQ(read.name(), L"size");
+}
+
+TEST(TyxMetaPropertyTest, EqualityComparesEveryField)
+{
+    const TyxMetaProperty a(L"a", TyxMetaType::Int);
+    TyxMetaProperty b = a;
+    EXPECT_EQ(a, b);
+    b.setDescription(L"x");
+    EXPECT_NE(a, b);
+    b = a;
+    b.setCmdLineFlag(L'a');
+    EXPECT_NE(a, b);
+    b = a;
+    b.setData(TyxVariant(1));
+    EXPECT_NE(a, b);
+}
+
+TEST(TyxMetaPropertiesTest, AppendKeepsFirstOfOneName)
+{
+    TyxMetaProperties props(L"Thing", TyxMetaPropertiesPtr());
+    const TyxMetaPropertyPtr first = makeProperty(L"a");
+    EXPECT_EQ(props.append(first), 0);
+    EXPECT_EQ(props.append(makeProperty(L"a")), 1);
+    EXPECT_EQ(props.append(makeProperty(L"A")), 0);
+    EXPECT_EQ(props.property(L"a").get(), first.get());
+    EXPECT_EQ(props.size(), 2u);
+    EXPECT_FALSE(props.property(L"b"));
+}
+
+TEST(TyxMetaPropertiesTest, InheritanceOrderAndCounts)
+{
+    TyxMetaPropertiesPtr parent(new TyxMetaProperties(L"Base", TyxMetaPropertiesPtr()));
+    parent->append(makeProperty(L"p", TyxMetaFlag::ReadOnly));
+    TyxMetaProperties child(L"Derived", parent);
+    child.append(makeProperty(L"c1", TyxMetaFlag::ReadOnly));
+    child.append(makeProperty(L"c2"));
+
+    EXPECT_EQ(child.propertyNames(true), (TyxStrList{L"p", L"c1", L"c2"}));
+    EXPECT_EQ(child.propertyNames(false), (TyxStrList{L"c1", L"c2"}));
+    EXPECT_EQ(child.propertyNames(true, true), (TyxStrList{L"c1", L"c2"}));
+    EXPECT_EQ(child.size(true), 3u);
+    EXPECT_EQ(child.numProperties(true), 2u);
+    EXPECT_TRUE(child.contains(L"p"));
+    EXPECT_FALSE(child.contains(L"p", false));
+    EXPECT_EQ(child.indexOf(L"P", true), 0u);
+    EXPECT_EQ(child.indexOf(L"P", false), TyxMetaProperties::INVALID_INDEX());
+    EXPECT_EQ(child.property(uint64_t(0))->name(), L"p");
+
+    TyxStrList walked;
+    for (auto it = child.begin(); it != child.end(); ++it)
+        walked.push_back((*it)->name());
+    EXPECT_EQ(walked, (TyxStrList{L"p", L"c1", L"c2"}));
+}
+
+TEST(TyxMetaPropertiesTest, SizeCountsOneParentLevel)
+{
+    TyxMetaPropertiesPtr grand(new TyxMetaProperties(L"G", TyxMetaPropertiesPtr()));
+    grand->append(makeProperty(L"g"));
+    TyxMetaPropertiesPtr parent(new TyxMetaProperties(L"P", grand));
+    parent->append(makeProperty(L"p"));
+    TyxMetaProperties child(L"C", parent);
+    child.append(makeProperty(L"c"));
+    EXPECT_EQ(child.size(true), 2u);
+    EXPECT_EQ(child.propertyNames(true), (TyxStrList{L"g", L"p", L"c"}));
+    EXPECT_EQ(child.property(L"g")->name(), L"g");
+}
+
+TEST(TyxMetaPropertiesTest, EqualityIsByPropertyIdentity)
+{
+    TyxMetaProperties a(L"T", TyxMetaPropertiesPtr());
+    a.append(makeProperty(L"x"));
+    const TyxMetaProperties copy = a;
+    EXPECT_EQ(a, copy);
+    TyxMetaProperties b(L"T", TyxMetaPropertiesPtr());
+    b.append(makeProperty(L"x"));
+    EXPECT_NE(a, b);
+}
+
+// A small class that describes itself.
+class Gauge : public TyxObject {
+public:
+    double level = 1.5;
+    TyxString unit = L"m";
+    TyxMetaObjectConstPtr metaObject() const override;
+    using TyxObject::metaObject;
+};
+
+class GaugeMetaObj : public TyxMetaObjectImpl<GaugeMetaObj, Gauge> {
+public:
+    using TyxMetaObjectImpl::TyxMetaObjectImpl;
+    void initProperties() override
+    {
+        beginProperties(L"Gauge");
+        addProperty(
+            TyxMetaProperty(L"level", TyxMetaType::Double),
+            [](GaugeMetaObj &m, const TyxVariant &v) { return take(v, m.object()->level) ? 0 : 1; },
+            [](GaugeMetaObj &m, TyxVariant &v) { return (v = m.object()->level), 0; });
+        addProperty(
+            TyxMetaProperty(L"unit"),
+            [](GaugeMetaObj &m, const TyxVariant &v) { return take(v, m.object()->unit) ? 0 : 1; },
+            [](GaugeMetaObj &m, TyxVariant &v) { return (v = m.object()->unit), 0; });
+    }
+};
+
+TyxMetaObjectConstPtr Gauge::metaObject() const
+{
+    return TyxMetaObjectConstPtr(new GaugeMetaObj(const_cast<Gauge *>(this)));
+}
+
+TEST(TyxMetaObjectTest, SetsAndReadsPropertiesByName)
+{
+    Gauge gauge;
+    ASSERT_TRUE(gauge.isMetaObject());
+    TyxMetaObjectPtr meta = gauge.metaObject();
+    EXPECT_EQ(meta->setProperty(L"level", TyxVariant(L"2.25")), 0);
+    EXPECT_DOUBLE_EQ(gauge.level, 2.25);
+    TyxVariant value;
+    EXPECT_EQ(meta->getProperty(L"unit", value), 0);
+    EXPECT_EQ(value.value<TyxString>(), L"m");
+    EXPECT_EQ(meta->properties()->propertyNames(), (TyxStrList{L"level", L"unit"}));
+    EXPECT_EQ(meta->properties()->metaClassName(), L"Gauge");
+}
+
+TEST(TyxMetaObjectTest, BadNamesAndValuesChangeNothing)
+{
+    Gauge gauge;
+    TyxMetaObjectPtr meta = gauge.metaObject();
+    EXPECT_EQ(meta->setProperty(L"Level", TyxVariant(3.0)), 1);
+    EXPECT_EQ(meta->setProperty(L"level", TyxVariant(L"three")), 1);
+    EXPECT_DOUBLE_EQ(gauge.level, 1.5);
+    TyxVariant value(42);
+    EXPECT_EQ(meta->getProperty(L"nothing", value), 1);
+    EXPECT_EQ(value.value<int>(), 42);
+}
+
+// A gauge with an alarm level: its meta object inherits the gauge's.
+class AlarmGauge : public Gauge {
+public:
+    double alarm = 9.0;
+};
+
+class AlarmGaugeMetaObj : public TyxMetaObjectImpl<AlarmGaugeMetaObj, AlarmGauge> {
+public:
+    using TyxMetaObjectImpl::TyxMetaObjectImpl;
+    TyxMetaObjectPtr superClass() override { return TyxMetaObjectPtr(new GaugeMetaObj(object())); }
+    void initProperties() override
+    {
+        beginProperties(L"AlarmGauge", GaugeMetaObj::classProperties());
+        addProperty(
+            TyxMetaProperty(L"alarm", TyxMetaType::Double, TyxMetaFlag::Required),
+            [](AlarmGaugeMetaObj &m, const TyxVariant &v) { return take(v, m.object()->alarm) ? 0 : 1; },
+            [](AlarmGaugeMetaObj &m, TyxVariant &v) { return (v = m.object()->alarm), 0; });
+    }
+};
+
+TEST(TyxMetaObjectTest, InheritedPropertiesGoToTheSuperClass)
+{
+    AlarmGauge gauge;
+    TyxMetaObjectPtr meta(new AlarmGaugeMetaObj(&gauge));
+    EXPECT_EQ(meta->properties()->propertyNames(), (TyxStrList{L"level", L"unit", L"alarm"}));
+    EXPECT_EQ(meta->setProperty(L"level", TyxVariant(4.0)), 0);
+    EXPECT_EQ(meta->setProperty(L"alarm", TyxVariant(7)), 0);
+    EXPECT_DOUBLE_EQ(gauge.level, 4.0);
+    EXPECT_DOUBLE_EQ(gauge.alarm, 7.0);
+    TyxVariant unit;
+    EXPECT_EQ(meta->getProperty(L"unit", unit), 0);
+    EXPECT_EQ(unit.value<TyxString>(), L"m");
+    EXPECT_EQ(meta->setProperty(L"nothing", TyxVariant(1)), 1);
+    EXPECT_TRUE(meta->properties()->property(L"alarm")->flags().isRequired());
+}
+
+TEST(TyxMetaObjectTest, PropertyDescribesItself)
+{
+    TyxMetaProperty property(L"size", TyxMetaType::Int);
+    TyxMetaObjectPtr meta = property.metaObject();
+    EXPECT_EQ(meta->properties()->propertyNames(),
+              (TyxStrList{L"name", L"label", L"type", L"flags", L"description", L"command_flag", L"data",
+                          L"validator"}));
+    EXPECT_EQ(meta->properties()->property(L"command_flag")->label(), L"Command Flag");
+    EXPECT_EQ(meta->setProperty(L"type", TyxVariant(L"Double")), 0);
+    EXPECT_EQ(property.type(), TyxMetaType::Double);
+    EXPECT_EQ(meta->setProperty(L"flags", TyxVariant(L"(Required | Hidden)")), 0);
+    EXPECT_EQ(property.flags().value(), 0x0048u);
+    EXPECT_EQ(meta->setProperty(L"name", TyxVariant(L" depth ")), 0);
+    EXPECT_EQ(property.name(), L"depth");
+    EXPECT_EQ(meta->setProperty(L"data", TyxVariant(5)), 0);
+    EXPECT_EQ(property.data().value<int>(), 5);
+    TyxVariant flags;
+    EXPECT_EQ(meta->getProperty(L"flags", flags), 0);
+    EXPECT_EQ(flags.value<TyxString>(), L"(Required | Hidden)");
+    EXPECT_EQ(meta->setProperty(L"type", TyxVariant(L"NoSuchType")), 0);
+    EXPECT_EQ(property.type(), TyxMetaType::Invalid);
+}
+
+TEST(TyxObjectMetaTest, RootHasNoMetaObject)
+{
+    const TyxMetaProperties props(L"T", TyxMetaPropertiesPtr());
+    EXPECT_FALSE(props.isMetaObject());
+    EXPECT_EQ(props.className(), L"TyxMetaProperties");
+}
+
+} // namespace
