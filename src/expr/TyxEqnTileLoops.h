@@ -10,6 +10,8 @@
 
 #include <tyx/TyxEqnTile.h>
 
+#include "image/TyxSampleTypes.h"
+
 #include "core/TyxFloatCompare.h"
 
 namespace tyx::internal {
@@ -43,48 +45,28 @@ inline TyxDataType tileResultType()
 
 /// Tag naming a sample type without a value.
 template <class T>
-struct TileTag {
-    using type = T;
-};
+using TileTag = SampleTag<T>;
 
 /// Calls \p f with the tag of the sample type of a real code (I8 to U32,
 /// Float, Double); any other code gives \p fallback.
 template <class R, class F>
 inline R visitRealCode(int code, R fallback, F &&f)
 {
-    switch (code) {
-    case TyxNumericType::I8: return f(TileTag<int8_t>());
-    case TyxNumericType::U8: return f(TileTag<uint8_t>());
-    case TyxNumericType::I16: return f(TileTag<int16_t>());
-    case TyxNumericType::U16: return f(TileTag<uint16_t>());
-    case TyxNumericType::I32: return f(TileTag<int32_t>());
-    case TyxNumericType::U32: return f(TileTag<uint32_t>());
-    case TyxNumericType::Float: return f(TileTag<float>());
-    case TyxNumericType::Double: return f(TileTag<double>());
-    default: return fallback;
-    }
+    return visitSampleCode<SampleSet::Narrow>(code, fallback, f);
 }
 
 /// As visitRealCode, with ComplexFloat and ComplexDouble as well.
 template <class R, class F>
 inline R visitServedCode(int code, R fallback, F &&f)
 {
-    switch (code) {
-    case TyxNumericType::ComplexFloat: return f(TileTag<std::complex<float>>());
-    case TyxNumericType::ComplexDouble: return f(TileTag<std::complex<double>>());
-    default: return visitRealCode(code, fallback, f);
-    }
+    return visitSampleCode<SampleSet::NarrowComplex>(code, fallback, f);
 }
 
 /// As visitServedCode, with I64 and U64 as well, for code that only reads.
 template <class R, class F>
 inline R visitAnyCode(int code, R fallback, F &&f)
 {
-    switch (code) {
-    case TyxNumericType::I64: return f(TileTag<int64_t>());
-    case TyxNumericType::U64: return f(TileTag<uint64_t>());
-    default: return visitServedCode(code, fallback, f);
-    }
+    return visitSampleCode<SampleSet::All>(code, fallback, f);
 }
 
 /// r[i] = f(a[i * sa]) for i below n. The unit step gets a loop of its own

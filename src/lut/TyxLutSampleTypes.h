@@ -5,30 +5,20 @@
 
 #include <tyx/TyxNumericType.h>
 
+#include "image/TyxSampleTypes.h"
+
 namespace tyx::internal {
 
 /// Tag naming a sample type without a value.
 template <class T>
-struct LutTag {
-    using type = T;
-};
+using LutTag = SampleTag<T>;
 
 /// Calls \p f with the tag of an integer code (I8 to U64); any other code
 /// gives \p fallback.
 template <class R, class F>
 inline R visitLutIntegerCode(int code, R fallback, F &&f)
 {
-    switch (code) {
-    case TyxNumericType::I8: return f(LutTag<int8_t>());
-    case TyxNumericType::U8: return f(LutTag<uint8_t>());
-    case TyxNumericType::I16: return f(LutTag<int16_t>());
-    case TyxNumericType::U16: return f(LutTag<uint16_t>());
-    case TyxNumericType::I32: return f(LutTag<int32_t>());
-    case TyxNumericType::U32: return f(LutTag<uint32_t>());
-    case TyxNumericType::I64: return f(LutTag<int64_t>());
-    case TyxNumericType::U64: return f(LutTag<uint64_t>());
-    default: return fallback;
-    }
+    return visitSampleCode<SampleSet::Integer>(code, fallback, f);
 }
 
 /// Calls \p f with the tag of a table entry type that is built from break
@@ -37,28 +27,14 @@ inline R visitLutIntegerCode(int code, R fallback, F &&f)
 template <class R, class F>
 inline R visitLutEntryCode(int code, R fallback, F &&f)
 {
-    switch (code) {
-    case TyxNumericType::I8: return f(LutTag<int8_t>());
-    case TyxNumericType::U8: return f(LutTag<uint8_t>());
-    case TyxNumericType::I16: return f(LutTag<int16_t>());
-    case TyxNumericType::U16: return f(LutTag<uint16_t>());
-    case TyxNumericType::I32: return f(LutTag<int32_t>());
-    case TyxNumericType::U32: return f(LutTag<uint32_t>());
-    case TyxNumericType::Float: return f(LutTag<float>());
-    case TyxNumericType::Double: return f(LutTag<double>());
-    default: return fallback;
-    }
+    return visitSampleCode<SampleSet::Narrow>(code, fallback, f);
 }
 
 /// As visitLutEntryCode, with I64 and U64 as well: every real code.
 template <class R, class F>
 inline R visitLutRealCode(int code, R fallback, F &&f)
 {
-    switch (code) {
-    case TyxNumericType::I64: return f(LutTag<int64_t>());
-    case TyxNumericType::U64: return f(LutTag<uint64_t>());
-    default: return visitLutEntryCode(code, fallback, f);
-    }
+    return visitSampleCode<SampleSet::Real>(code, fallback, f);
 }
 
 } // namespace tyx::internal

@@ -15,6 +15,7 @@
 #include <tyx/TyxTextMsg.h>
 
 #include "core/TyxPost.h"
+#include "image/TyxSampleTypes.h"
 
 namespace tyx::internal {
 
@@ -48,21 +49,23 @@ inline bool readableTile(const TyxEqnTile &tile, TyxTextMsg *msg)
 }
 
 /// Calls \p body with a null pointer of the C++ type of \p code (real and
-/// integer types); the one type switch of a counting call.
+/// integer types); the one type switch of a counting call. Any other code
+/// gives a default result without calling \p body: callers check the type
+/// first.
 template <class Body>
 decltype(auto) withSampleType(TyxNumericType::Code code, Body &&body)
 {
-    switch (code) {
-    case TyxNumericType::I8: return body(static_cast<int8_t *>(nullptr));
-    case TyxNumericType::U8: return body(static_cast<uint8_t *>(nullptr));
-    case TyxNumericType::I16: return body(static_cast<int16_t *>(nullptr));
-    case TyxNumericType::U16: return body(static_cast<uint16_t *>(nullptr));
-    case TyxNumericType::I32: return body(static_cast<int32_t *>(nullptr));
-    case TyxNumericType::U32: return body(static_cast<uint32_t *>(nullptr));
-    case TyxNumericType::I64: return body(static_cast<int64_t *>(nullptr));
-    case TyxNumericType::U64: return body(static_cast<uint64_t *>(nullptr));
-    case TyxNumericType::Float: return body(static_cast<float *>(nullptr));
-    default: return body(static_cast<double *>(nullptr));
+    using R = decltype(body(static_cast<double *>(nullptr)));
+    const auto call = [&body](auto tag) -> R {
+        return body(static_cast<typename decltype(tag)::type *>(nullptr));
+    };
+    if constexpr (std::is_void_v<R>) {
+        visitSampleCode<SampleSet::Real>(code, false, [&call](auto tag) {
+            call(tag);
+            return true;
+        });
+    } else {
+        return visitSampleCode<SampleSet::Real>(code, R{}, call);
     }
 }
 
