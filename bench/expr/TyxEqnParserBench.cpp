@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace {
@@ -55,7 +56,7 @@ using N = tyx::TyxNumericType;
 TyxEqnTile band(unsigned shift)
 {
     TyxEqnTile tile(TyxDataType(N::U16), kSamples);
-    auto *p = static_cast<uint16_t *>(tile.buffer()->data());
+    const std::span<uint16_t> p = tile.samples<uint16_t>();
     for (uint64_t i = 0; i < kSamples; ++i)
         p[i] = static_cast<uint16_t>(1 + (i * 7 + shift * 1013) % 60000);
     return tile;
@@ -73,10 +74,7 @@ const TyxEqnTile &bandB()
     return tile;
 }
 
-const uint16_t *samples(const TyxEqnTile &tile)
-{
-    return static_cast<const uint16_t *>(tile.buffer()->data());
-}
+const uint16_t *samples(const TyxEqnTile &tile) { return tile.samples<uint16_t>().data(); }
 
 void BM_ParserBandMath(benchmark::State &state)
 {

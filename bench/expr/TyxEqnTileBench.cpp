@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdint>
 #include <random>
+#include <span>
 #include <vector>
 
 namespace {
@@ -26,7 +27,7 @@ template <class T>
 TyxEqnTile randomTile(N::Code code, double lo, double hi, unsigned seed)
 {
     TyxEqnTile tile(TyxDataType(code), kSamples);
-    T *p = static_cast<T *>(tile.buffer()->data());
+    const std::span<T> p = tile.samples<T>();
     std::mt19937 random(seed);
     std::uniform_real_distribution<double> values(lo, hi);
     for (uint64_t i = 0; i < kSamples; ++i)
@@ -37,7 +38,7 @@ TyxEqnTile randomTile(N::Code code, double lo, double hi, unsigned seed)
 template <class T>
 const T *samples(const TyxEqnTile &tile)
 {
-    return static_cast<const T *>(tile.buffer()->data());
+    return tile.samples<T>().data();
 }
 
 // The result block of a hand-written loop, allocated as the tiles do.
@@ -151,7 +152,7 @@ const TyxEqnTile &doublesB()
     // Mostly equal to doublesA, so that the comparison takes both branches.
     static const TyxEqnTile tile = [] {
         TyxEqnTile copy = doublesA().clone();
-        double *p = static_cast<double *>(copy.buffer()->data());
+        double *p = copy.samples<double>().data();
         for (uint64_t i = 0; i < kSamples; i += 3)
             p[i] = std::nextafter(p[i], 1e300);
         for (uint64_t i = 0; i < kSamples; i += 7)

@@ -35,7 +35,7 @@ TyxImageTile makeTile(N::Code code, unsigned w, unsigned h, TyxCoord3D<int> at =
 {
     TyxImageTile tile(TyxImageTileDesc(TyxImageROI(at, TyxImageSize(w, h, kB)),
                                        TyxDataLayout::PixelInterleaved, TyxDataType(code)));
-    T *p = static_cast<T *>(tile.buffer()->data());
+    T *p = tile.ptrAt<T>(0, 0, 0);
     const uint64_t n = uint64_t(w) * h * kB;
     for (uint64_t i = 0; i < n; ++i)
         p[i] = static_cast<T>(i * 2654435761u >> 7);
@@ -57,7 +57,7 @@ const TyxImageTile &u16Tile()
 template <class T>
 const T *samples(const TyxImageTile &tile)
 {
-    return static_cast<const T *>(tile.buffer()->data());
+    return tile.ptrAt<T>(0, 0, 0);
 }
 
 template <class R>
@@ -177,7 +177,7 @@ void BM_Insert_Tile(benchmark::State &state)
 void BM_Insert_Hand(benchmark::State &state)
 {
     TyxImageTilePtr target = u16Tile().clone();
-    uint16_t *d = static_cast<uint16_t *>(target->buffer()->data());
+    uint16_t *d = target->ptrAt<uint16_t>(0, 0, 0);
     const uint16_t *s = samples<uint16_t>(partTile());
     for (auto _ : state) {
         for (unsigned y = 0; y < kPart; ++y)
@@ -203,7 +203,7 @@ void BM_Fill_Tile(benchmark::State &state)
 void BM_Fill_Hand(benchmark::State &state)
 {
     TyxImageTilePtr target = u16Tile().clone();
-    uint16_t *d = static_cast<uint16_t *>(target->buffer()->data());
+    uint16_t *d = target->ptrAt<uint16_t>(0, 0, 0);
     const uint16_t values[kB] = {1, 2, 3, 4};
     for (auto _ : state) {
         for (uint64_t i = 0; i < uint64_t(kW) * kH; ++i)

@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <memory>
 #include <random>
+#include <span>
 #include <sstream>
 #include <vector>
 
@@ -95,7 +96,7 @@ const TyxEqnTile &u16Samples()
 {
     static const TyxEqnTile tile = [] {
         TyxEqnTile t(TyxDataType(N::U16), kSamples);
-        uint16_t *p = static_cast<uint16_t *>(t.buffer()->data());
+        const std::span<uint16_t> p = t.samples<uint16_t>();
         std::mt19937 random(11);
         for (uint64_t i = 0; i < kSamples; ++i)
             p[i] = uint16_t(random());

@@ -13,6 +13,7 @@
 #include <cstring>
 #include <limits>
 #include <random>
+#include <span>
 #include <vector>
 
 namespace {
@@ -31,7 +32,7 @@ const TyxEqnTile &u16Band()
 {
     static const TyxEqnTile tile = [] {
         TyxEqnTile t(TyxDataType(N::U16), kSamples);
-        uint16_t *p = static_cast<uint16_t *>(t.buffer()->data());
+        const std::span<uint16_t> p = t.samples<uint16_t>();
         std::mt19937 random(7);
         std::normal_distribution<double> values(2000.0, 300.0);
         for (uint64_t i = 0; i < kSamples; ++i)
@@ -45,7 +46,7 @@ const TyxEqnTile &floatBand()
 {
     static const TyxEqnTile tile = [] {
         TyxEqnTile t(TyxDataType(N::Float), kSamples);
-        float *p = static_cast<float *>(t.buffer()->data());
+        const std::span<float> p = t.samples<float>();
         std::mt19937 random(11);
         std::uniform_real_distribution<float> values(-100.0f, 100.0f);
         for (uint64_t i = 0; i < kSamples; ++i)

@@ -93,6 +93,30 @@ public:
     /// The address of a sample; null without memory, never allocates.
     const void *ptrAt(unsigned int x, unsigned int y, unsigned int band) const;
 
+    /// The address of a sample as a \p T, the C++ type of the tile's data
+    /// type (int8_t to uint64_t, float, double, std::complex<float>,
+    /// std::complex<double>); allocates on demand. Another \p T, or a
+    /// position outside the tile, posts an error saying why and gives null
+    /// when the handler returns; so does a tile without memory, silently.
+    /// Typed access is the library's addition beside the untyped ptrAt().
+    template <class T>
+    T *ptrAt(unsigned int x, unsigned int y, unsigned int band)
+    {
+        static_assert(TyxNumericType::codeOf<T>() != TyxNumericType::Invalid, "T is not a sample type");
+        if (!typedAccessAllowed(TyxNumericType::codeOf<T>(), x, y, band))
+            return nullptr;
+        return static_cast<T *>(ptrAt(x, y, band));
+    }
+    /// As the typed ptrAt(), read-only; never allocates.
+    template <class T>
+    const T *ptrAt(unsigned int x, unsigned int y, unsigned int band) const
+    {
+        static_assert(TyxNumericType::codeOf<T>() != TyxNumericType::Invalid, "T is not a sample type");
+        if (!typedAccessAllowed(TyxNumericType::codeOf<T>(), x, y, band))
+            return nullptr;
+        return static_cast<const T *>(ptrAt(x, y, band));
+    }
+
     /// All bands at x, y as samples of the tile's type. Outside the tile,
     /// without memory or with an invalid type the pixel is empty.
     TyxPixel operator()(unsigned int x, unsigned int y) const;
@@ -126,6 +150,10 @@ public:
     bool operator!=(const TyxImageTile &other) const { return !(*this == other); }
 
 private:
+    // Whether a typed pointer of \p asked may be handed out at x, y, band;
+    // posts the reason when the type or the position is wrong.
+    bool typedAccessAllowed(TyxNumericType::Code asked, unsigned int x, unsigned int y,
+                            unsigned int band) const;
     // The block when the tile has one that covers numBytes(), else null.
     const unsigned char *block() const;
     unsigned char *block();

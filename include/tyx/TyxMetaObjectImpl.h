@@ -48,8 +48,8 @@ public:
         if (it != table.end())
             return it->second.first ? it->second.first(static_cast<Derived &>(*this), value) : 1;
         const TyxMetaObjectPtr super = superClass();
-        if (super && super.get() != this)
-            return super->setProperty(name, value);
+        if (TyxMetaObject *parent = super.get(); parent && parent != this)
+            return parent->setProperty(name, value);
         return 1;
     }
 
@@ -62,8 +62,8 @@ public:
         if (it != table.end())
             return it->second.second ? it->second.second(static_cast<Derived &>(*this), value) : 1;
         const TyxMetaObjectPtr super = superClass();
-        if (super && super.get() != this)
-            return super->getProperty(name, value);
+        if (TyxMetaObject *parent = super.get(); parent && parent != this)
+            return parent->getProperty(name, value);
         return 1;
     }
 

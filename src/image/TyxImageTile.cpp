@@ -7,6 +7,7 @@
 #include <tyx/TyxForLoopBase.h>
 #include <tyx/TyxSystem.h>
 
+#include "core/TyxPost.h"
 #include "image/TyxPixelAccess.h"
 #include "image/TyxTileLoops.h"
 
@@ -248,6 +249,24 @@ const void *TyxImageTile::ptrAt(unsigned int x, unsigned int y, unsigned int ban
     if (!isAllocated())
         return nullptr;
     return static_cast<const unsigned char *>(m_buffer->data()) + byteOffset(x, y, band);
+}
+
+bool TyxImageTile::typedAccessAllowed(TyxNumericType::Code asked, unsigned int x, unsigned int y,
+                                      unsigned int band) const
+{
+    if (asked != dataType().code()) {
+        TYX_POST_ERROR(L"TyxImageTile::ptrAt: asked for " + TyxDataType(asked).toString() +
+                       L" samples, but the tile holds " + dataType().toString());
+        return false;
+    }
+    if (x >= width() || y >= height() || band >= numBands()) {
+        TYX_POST_ERROR(L"TyxImageTile::ptrAt: (" + std::to_wstring(x) + L"," + std::to_wstring(y) +
+                       L") band " + std::to_wstring(band) + L" lies outside the tile of " +
+                       std::to_wstring(width()) + L" x " + std::to_wstring(height()) + L" x " +
+                       std::to_wstring(numBands()));
+        return false;
+    }
+    return true;
 }
 
 const unsigned char *TyxImageTile::block() const

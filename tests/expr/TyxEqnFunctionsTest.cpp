@@ -45,15 +45,15 @@ template <class T>
 TyxEqnTile tileOf(N::Code code, const std::vector<T> &values)
 {
     TyxEqnTile tile(TyxDataType(code), values.size());
-    std::copy(values.begin(), values.end(), static_cast<T *>(tile.buffer()->data()));
+    std::copy(values.begin(), values.end(), tile.samples<T>().begin());
     return tile;
 }
 
 template <class T>
 std::vector<T> valuesOf(const TyxEqnTile &tile)
 {
-    const T *p = static_cast<const T *>(tile.buffer()->data());
-    return std::vector<T>(p, p + tile.size());
+    const std::span<const T> samples = tile.samples<T>();
+    return std::vector<T>(samples.begin(), samples.end());
 }
 
 TEST(TyxEqnFunctionsTest, MessagesAndResults)

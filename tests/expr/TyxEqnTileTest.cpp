@@ -454,39 +454,6 @@ TEST(TyxEqnTileTest, VariantHoldsATileWithCode17)
 // ---- One arithmetic path for every served sample type ------------------------------------
 
 template <class T>
-struct SampleCode;
-template <>
-struct SampleCode<int8_t> : std::integral_constant<N::Code, N::I8> {
-};
-template <>
-struct SampleCode<uint8_t> : std::integral_constant<N::Code, N::U8> {
-};
-template <>
-struct SampleCode<int16_t> : std::integral_constant<N::Code, N::I16> {
-};
-template <>
-struct SampleCode<uint16_t> : std::integral_constant<N::Code, N::U16> {
-};
-template <>
-struct SampleCode<int32_t> : std::integral_constant<N::Code, N::I32> {
-};
-template <>
-struct SampleCode<uint32_t> : std::integral_constant<N::Code, N::U32> {
-};
-template <>
-struct SampleCode<float> : std::integral_constant<N::Code, N::Float> {
-};
-template <>
-struct SampleCode<double> : std::integral_constant<N::Code, N::Double> {
-};
-template <>
-struct SampleCode<std::complex<float>> : std::integral_constant<N::Code, N::ComplexFloat> {
-};
-template <>
-struct SampleCode<Cplx> : std::integral_constant<N::Code, N::ComplexDouble> {
-};
-
-template <class T>
 constexpr bool kIsComplex = std::is_same_v<T, std::complex<float>> || std::is_same_v<T, Cplx>;
 
 // Samples that reach the ends of each type's range and include 0, so that
@@ -544,9 +511,9 @@ template <class T>
 class TyxEqnTileTypedTest : public testing::Test {
 protected:
     const std::vector<T> m_values = samplesOf<T>();
-    TyxEqnTile m_tile = makeTile<T>(SampleCode<T>::value, m_values);
+    TyxEqnTile m_tile = makeTile<T>(N::codeOf<T>(), m_values);
     // Every other sample of the same buffer.
-    const TyxEqnTile m_strided{m_tile.buffer(), TyxDataType(SampleCode<T>::value), 3, 2};
+    const TyxEqnTile m_strided{m_tile.buffer(), TyxDataType(N::codeOf<T>()), 3, 2};
 };
 
 using ServedTypes = testing::Types<int8_t, uint8_t, int16_t, uint16_t, int32_t, uint32_t, float, double,
@@ -567,9 +534,9 @@ void expectAllOperations(const TyxEqnTile &a, const TyxEqnTile &b)
 template <class A, class... B>
 void expectWithEveryType(const TyxEqnTile &a, std::tuple<B...> *)
 {
-    (expectAllOperations<A, B>(a, makeTile<B>(SampleCode<B>::value, samplesOf<B>())), ...);
+    (expectAllOperations<A, B>(a, makeTile<B>(N::codeOf<B>(), samplesOf<B>())), ...);
     // A shorter right operand bounds the size.
-    (expectAllOperations<A, B>(a, makeTile<B>(SampleCode<B>::value, {B(1), B(2)})), ...);
+    (expectAllOperations<A, B>(a, makeTile<B>(N::codeOf<B>(), {B(1), B(2)})), ...);
 }
 
 TYPED_TEST(TyxEqnTileTypedTest, TileWithTileOfEveryServedType)
@@ -613,7 +580,7 @@ TYPED_TEST(TyxEqnTileTypedTest, TileWithScalarOnEitherSide)
 
 TYPED_TEST(TyxEqnTileTypedTest, NegationWidensEachSample)
 {
-    const auto *p = static_cast<const TypeParam *>(this->m_tile.buffer()->data());
+    const auto p = this->m_tile.template samples<TypeParam>();
     using R = decltype(widened(TypeParam()));
     expectElements<R>(-this->m_tile, this->m_tile.size(), [&](uint64_t i) { return -widened(p[i]); });
     expectElements<R>(-this->m_strided, 3, [&](uint64_t i) { return -widened(p[2 * i]); });

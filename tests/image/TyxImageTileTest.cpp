@@ -1,5 +1,7 @@
+#include <tyx/TyxCoreLibMgr.h>
 #include <tyx/TyxImageTile.h>
 #include <tyx/TyxImageTileDesc.h>
+#include <tyx/TyxTextHandler.h>
 
 #include <gtest/gtest.h>
 
@@ -36,15 +38,13 @@ TyxImageTileDesc descOf(unsigned w, unsigned h, unsigned b, L layout, N::Code co
 template <class T>
 T &at(TyxImageTile &tile, unsigned x, unsigned y, unsigned b)
 {
-    return *static_cast<T *>(tile.ptrAt(x, y, b));
+    return *tile.ptrAt<T>(x, y, b);
 }
 
 template <class T>
 T at(const TyxImageTile &tile, unsigned x, unsigned y, unsigned b)
 {
-    T v;
-    std::memcpy(&v, tile.ptrAt(x, y, b), sizeof(T));
-    return v;
+    return *tile.ptrAt<T>(x, y, b);
 }
 
 // A value that tells position and band apart.
@@ -141,6 +141,41 @@ TEST(TyxImageTileTest, StridesOfWorkedTile)
         EXPECT_EQ(tile.sampleOffset(1, 1, 1), c.offset);
         EXPECT_EQ(tile.byteOffset(1, 1, 1), 2u * c.offset);
     }
+}
+
+// Records posted messages instead of throwing them, for the life of a test.
+class RecordingHandler : public tyx::TyxTextHandler {
+public:
+    void handleMessage(const tyx::TyxTextMsg &message) override { texts.push_back(message.text()); }
+    std::vector<TyxString> texts;
+};
+
+TEST(TyxImageTileTest, TypedPointersCheckTypeAndPosition)
+{
+    TyxImageTile tile(descOf(3, 2, 2, L::BandInterleaved, N::U16));
+    uint16_t *p = tile.ptrAt<uint16_t>(1, 1, 1);
+    ASSERT_NE(p, nullptr);
+    EXPECT_EQ(static_cast<void *>(p), tile.ptrAt(1, 1, 1));
+    *p = 77;
+    const TyxImageTile &constTile = tile;
+    EXPECT_EQ(*constTile.ptrAt<uint16_t>(1, 1, 1), 77);
+
+    tyx::TyxSmartPtr<RecordingHandler> handler(new RecordingHandler);
+    tyx::TyxCoreLibMgr::instance().setTextHandler(handler);
+    EXPECT_EQ(tile.ptrAt<int16_t>(0, 0, 0), nullptr);
+    EXPECT_EQ(constTile.ptrAt<uint16_t>(3, 0, 0), nullptr);
+    EXPECT_EQ(constTile.ptrAt<uint16_t>(0, 0, 2), nullptr);
+    tyx::TyxCoreLibMgr::instance().setTextHandler(nullptr);
+    const std::vector<TyxString> expected = {
+        L"TyxImageTile::ptrAt: asked for I16 samples, but the tile holds U16",
+        L"TyxImageTile::ptrAt: (3,0) band 0 lies outside the tile of 3 x 2 x 2",
+        L"TyxImageTile::ptrAt: (0,0) band 2 lies outside the tile of 3 x 2 x 2",
+    };
+    EXPECT_EQ(handler->texts, expected);
+
+    // Without memory: null, and nothing to say.
+    const TyxImageTile empty(descOf(3, 2, 2, L::BandInterleaved, N::U16));
+    EXPECT_EQ(empty.ptrAt<uint16_t>(0, 0, 0), nullptr);
 }
 
 TEST(TyxImageTileTest, AllocationAndSharing)
