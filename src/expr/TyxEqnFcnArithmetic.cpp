@@ -12,7 +12,7 @@ namespace {
 
 // ---- Signs and logic ----------------------------------------------------------
 
-struct unaryminus_s {
+struct UnaryMinusBody {
     struct OnD {
         // The sign bit flips: 0 gives -0.0 and a NaN stays a NaN.
         static const TyxVariant &apply(TyxFcnState &state, const TyxVariant &x)
@@ -47,16 +47,16 @@ struct unaryminus_s {
 };
 
 // The argument's own variant, shared.
-struct unaryplus_s {
+struct UnaryPlusBody {
     static const TyxVariant &apply(TyxFcnState &, const TyxVariant &x) { return x; }
     static const TyxVariant &generic(TyxFcnState &state, const TyxEqnNodeList &args)
     {
         checkCount(state, args, 1);
-        return pick<unaryplus_s>(state, evalArg(args, 0));
+        return pick<UnaryPlusBody>(state, evalArg(args, 0));
     }
 };
 
-struct logicalnot_s {
+struct LogicalNotBody {
     static const TyxVariant &apply(TyxFcnState &state, const TyxVariant &x)
     {
         return state.store(!truthOf(state, x));
@@ -66,7 +66,7 @@ struct logicalnot_s {
         checkCount(state, args, 1);
         const TyxVariant &x = evalArg(args, 0);
         const bool value = truthOf(state, x);
-        state.evaluator = &runOne<logicalnot_s>;
+        state.evaluator = &runOne<LogicalNotBody>;
         return state.store(!value);
     }
 };
@@ -209,7 +209,7 @@ struct Arith {
     }
 };
 
-struct add_s {
+struct AddBody {
     struct SS {
         static const TyxVariant &apply(TyxFcnState &state, const TyxVariant &x, const TyxVariant &y)
         {
@@ -229,7 +229,7 @@ struct add_s {
     }
 };
 
-struct multiply_s {
+struct MultiplyBody {
     struct SD {
         static const TyxVariant &apply(TyxFcnState &state, const TyxVariant &x, const TyxVariant &y)
         {
@@ -427,12 +427,12 @@ struct Compare {
 
 void addArithmeticFunctions(FunctionRegistry &registry)
 {
-    addFunction<logicalnot_s>(registry, L"logicalnot");
-    addFunction<unaryplus_s>(registry, L"unaryplus");
-    addFunction<unaryminus_s>(registry, L"unaryminus");
-    addFunction<add_s>(registry, L"add");
+    addFunction<LogicalNotBody>(registry, L"logicalnot");
+    addFunction<UnaryPlusBody>(registry, L"unaryplus");
+    addFunction<UnaryMinusBody>(registry, L"unaryminus");
+    addFunction<AddBody>(registry, L"add");
     addFunction<StringlessArith<SubOp>>(registry, L"subtract");
-    addFunction<multiply_s>(registry, L"multiply");
+    addFunction<MultiplyBody>(registry, L"multiply");
     addFunction<StringlessArith<DivOp>>(registry, L"divide");
     addFunction<Compare<Comparison::Eq>>(registry, L"equals");
     addFunction<Compare<Comparison::Ne>>(registry, L"notequals");

@@ -71,61 +71,61 @@ struct UnaryB : UnaryA<F> {
     }
 };
 
-#define TYX_UNARY(fn)                                                                                        \
-    struct fn##_s {                                                                                          \
+#define TYX_UNARY(name, fn)                                                                                  \
+    struct name##Body {                                                                                      \
         static double d(double x) { return std::fn(x); }                                                     \
         static TyxScalar u(const TyxScalar &x) { return x.fn(); }                                            \
         static TyxEqnTile t(const TyxEqnTile &x) { return x.fn(); }                                          \
     }
 
-TYX_UNARY(sin);
-TYX_UNARY(asin);
-TYX_UNARY(sinh);
-TYX_UNARY(cos);
-TYX_UNARY(acos);
-TYX_UNARY(cosh);
-TYX_UNARY(tan);
-TYX_UNARY(atan);
-TYX_UNARY(tanh);
-TYX_UNARY(exp);
-TYX_UNARY(log);
-TYX_UNARY(log10);
-TYX_UNARY(abs);
-TYX_UNARY(ceil);
-TYX_UNARY(floor);
+TYX_UNARY(Sin, sin);
+TYX_UNARY(Asin, asin);
+TYX_UNARY(Sinh, sinh);
+TYX_UNARY(Cos, cos);
+TYX_UNARY(Acos, acos);
+TYX_UNARY(Cosh, cosh);
+TYX_UNARY(Tan, tan);
+TYX_UNARY(Atan, atan);
+TYX_UNARY(Tanh, tanh);
+TYX_UNARY(Exp, exp);
+TYX_UNARY(Log, log);
+TYX_UNARY(Log10, log10);
+TYX_UNARY(Abs, abs);
+TYX_UNARY(Ceil, ceil);
+TYX_UNARY(Floor, floor);
 
-#define TYX_UNARY_B(fn)                                                                                      \
-    struct fn##_s {                                                                                          \
+#define TYX_UNARY_B(name, fn)                                                                                \
+    struct name##Body {                                                                                      \
         static TyxScalar u(const TyxScalar &x) { return x.fn(); }                                            \
         static TyxEqnTile t(const TyxEqnTile &x) { return x.fn(); }                                          \
     }
 
-TYX_UNARY_B(arg);
-TYX_UNARY_B(norm);
-TYX_UNARY_B(conj);
-TYX_UNARY_B(sqrt);
-TYX_UNARY_B(trunc);
-TYX_UNARY_B(round);
-TYX_UNARY_B(sinc);
-TYX_UNARY_B(y0);
-TYX_UNARY_B(y1);
-TYX_UNARY_B(j0);
-TYX_UNARY_B(j1);
-TYX_UNARY_B(factorial);
+TYX_UNARY_B(Arg, arg);
+TYX_UNARY_B(Norm, norm);
+TYX_UNARY_B(Conj, conj);
+TYX_UNARY_B(Sqrt, sqrt);
+TYX_UNARY_B(Trunc, trunc);
+TYX_UNARY_B(Round, round);
+TYX_UNARY_B(Sinc, sinc);
+TYX_UNARY_B(Y0, y0);
+TYX_UNARY_B(Y1, y1);
+TYX_UNARY_B(J0, j0);
+TYX_UNARY_B(J1, j1);
+TYX_UNARY_B(Factorial, factorial);
 
 // The real and imaginary parts of a scalar keep its units.
-struct real_s {
+struct RealBody {
     static TyxScalar u(const TyxScalar &x) { return TyxScalar(x.real(), x.units()); }
     static TyxEqnTile t(const TyxEqnTile &x) { return x.real(); }
 };
-struct imag_s {
+struct ImagBody {
     static TyxScalar u(const TyxScalar &x) { return TyxScalar(x.imaginary(), x.units()); }
     static TyxEqnTile t(const TyxEqnTile &x) { return x.imag(); }
 };
 
 // ---- Two Doubles, or scalars ---------------------------------------------------
 
-struct mod_s {
+struct ModBody {
     // Both operands convert to 32-bit integers (see toInt32). A divisor of 0
     // and the smallest integer divided by -1 would fault the processor; they
     // end in a thrown message instead.
@@ -146,11 +146,11 @@ struct mod_s {
         const TyxVariant &y = evalArg(args, 1);
         if (code(x) != kDouble || code(y) != kDouble)
             TYX_BAD_ARG(state, x.type(), y.type());
-        return pick<mod_s>(state, x, y);
+        return pick<ModBody>(state, x, y);
     }
 };
 
-struct fmod_s {
+struct FmodBody {
     static const TyxVariant &apply(TyxFcnState &state, const TyxVariant &x, const TyxVariant &y)
     {
         return state.store(std::fmod(as<double>(x), as<double>(y)));
@@ -162,7 +162,7 @@ struct fmod_s {
         const TyxVariant &y = evalArg(args, 1);
         if (code(x) != kDouble || code(y) != kDouble)
             TYX_BAD_ARG(state, x.type(), y.type());
-        return pick<fmod_s>(state, x, y);
+        return pick<FmodBody>(state, x, y);
     }
 };
 
@@ -206,33 +206,33 @@ struct Binary {
     }
 };
 
-struct hypot_s {
+struct HypotBody {
     static double d(double x, double y) { return std::hypot(x, y); }
     static TyxScalar u(const TyxScalar &x, const TyxScalar &y) { return TyxScalar().hypot(x, y); }
 };
-struct ldexp_s {
+struct LdexpBody {
     static double d(double x, double y) { return std::ldexp(x, toInt32(y)); }
     static TyxScalar u(const TyxScalar &x, const TyxScalar &y) { return x.ldexp(y); }
     static TyxEqnTile t(const TyxEqnTile &x, double y) { return x.ldexp(y); }
 };
-struct logb_s {
+struct LogbBody {
     static double d(double x, double y) { return std::log(x) / std::log(y); }
     static TyxScalar u(const TyxScalar &x, const TyxScalar &y) { return x.logb(y); }
     static TyxEqnTile t(const TyxEqnTile &x, double y) { return x.logb(y); }
 };
 // The second argument is the order in every form, as it is for tiles.
-struct yn_s {
+struct YnBody {
     static double d(double x, double n) { return ::yn(toInt32(n), x); }
     static TyxScalar u(const TyxScalar &x, const TyxScalar &n) { return x.yn(n); }
     static TyxEqnTile t(const TyxEqnTile &x, double n) { return x.yn(toInt32(n)); }
 };
-struct jn_s {
+struct JnBody {
     static double d(double x, double n) { return ::jn(toInt32(n), x); }
     static TyxScalar u(const TyxScalar &x, const TyxScalar &n) { return x.jn(n); }
     static TyxEqnTile t(const TyxEqnTile &x, double n) { return x.jn(toInt32(n)); }
 };
 
-struct atan2_s : Binary<atan2_s, false> {
+struct Atan2Body : Binary<Atan2Body, false> {
     static double d(double y, double x) { return std::atan2(y, x); }
     static TyxScalar u(const TyxScalar &y, const TyxScalar &x) { return TyxScalar().atan2(y, x); }
     struct TT {
@@ -251,11 +251,11 @@ struct atan2_s : Binary<atan2_s, false> {
             // The arguments are evaluated again by the general form; only on
             // this first evaluation.
         }
-        return Binary<atan2_s, false>::generic(state, args);
+        return Binary<Atan2Body, false>::generic(state, args);
     }
 };
 
-struct pow_s {
+struct PowBody {
     struct DD {
         static const TyxVariant &apply(TyxFcnState &state, const TyxVariant &x, const TyxVariant &y)
         {
@@ -288,7 +288,7 @@ struct pow_s {
         const TyxVariant &y = evalArg(args, 1);
         const int cx = code(x);
         const int cy = code(y);
-        if (const TyxVariant *picked = pickRealPair<pow_s>(state, x, y, cx, cy))
+        if (const TyxVariant *picked = pickRealPair<PowBody>(state, x, y, cx, cy))
             return *picked;
         if (cx == kTile && cy != kTile && isNumber(y))
             return pick<TN>(state, x, y);
@@ -298,7 +298,7 @@ struct pow_s {
     }
 };
 
-struct cmplx_s {
+struct CmplxBody {
     struct DD {
         static const TyxVariant &apply(TyxFcnState &state, const TyxVariant &x, const TyxVariant &y)
         {
@@ -339,7 +339,7 @@ struct cmplx_s {
         const TyxVariant &y = evalArg(args, 1);
         const int cx = code(x);
         const int cy = code(y);
-        if (const TyxVariant *picked = pickRealPair<cmplx_s>(state, x, y, cx, cy))
+        if (const TyxVariant *picked = pickRealPair<CmplxBody>(state, x, y, cx, cy))
             return *picked;
         if (cx == kTile && cy == kTile)
             return pick<TT>(state, x, y);
@@ -355,45 +355,45 @@ struct cmplx_s {
 
 void addElementaryMathFunctions(FunctionRegistry &registry)
 {
-    addFunction<UnaryA<sin_s>>(registry, L"sin");
-    addFunction<UnaryA<asin_s>>(registry, L"asin");
-    addFunction<UnaryA<sinh_s>>(registry, L"sinh");
-    addFunction<UnaryA<cos_s>>(registry, L"cos");
-    addFunction<UnaryA<acos_s>>(registry, L"acos");
-    addFunction<UnaryA<cosh_s>>(registry, L"cosh");
-    addFunction<UnaryA<tan_s>>(registry, L"tan");
-    addFunction<UnaryA<atan_s>>(registry, L"atan");
-    addFunction<UnaryA<tanh_s>>(registry, L"tanh");
-    addFunction<UnaryA<exp_s>>(registry, L"exp");
-    addFunction<UnaryA<log_s>>(registry, L"log");
-    addFunction<UnaryA<log10_s>>(registry, L"log10");
-    addFunction<UnaryA<abs_s>>(registry, L"abs");
-    addFunction<UnaryA<ceil_s>>(registry, L"ceil");
-    addFunction<UnaryA<floor_s>>(registry, L"floor");
-    addFunction<UnaryB<arg_s>>(registry, L"arg");
-    addFunction<UnaryB<norm_s>>(registry, L"norm");
-    addFunction<UnaryB<conj_s>>(registry, L"conj");
-    addFunction<UnaryB<real_s>>(registry, L"real");
-    addFunction<UnaryB<imag_s>>(registry, L"imag");
-    addFunction<UnaryB<sinc_s>>(registry, L"sinc");
-    addFunction<UnaryB<sqrt_s>>(registry, L"sqrt");
-    addFunction<UnaryB<trunc_s>>(registry, L"trunc");
-    addFunction<UnaryB<round_s>>(registry, L"round");
-    addFunction<UnaryB<y0_s>>(registry, L"y0");
-    addFunction<UnaryB<y1_s>>(registry, L"y1");
-    addFunction<UnaryB<j0_s>>(registry, L"j0");
-    addFunction<UnaryB<j1_s>>(registry, L"j1");
-    addFunction<UnaryB<factorial_s>>(registry, L"factorial");
-    addFunction<cmplx_s>(registry, L"cmplx");
-    addFunction<mod_s>(registry, L"mod");
-    addFunction<fmod_s>(registry, L"fmod");
-    addFunction<pow_s>(registry, L"pow");
-    addFunction<atan2_s>(registry, L"atan2");
-    addFunction<Binary<hypot_s, false>>(registry, L"hypot");
-    addFunction<Binary<ldexp_s, true>>(registry, L"ldexp");
-    addFunction<Binary<logb_s, true>>(registry, L"logb");
-    addFunction<Binary<yn_s, true>>(registry, L"yn");
-    addFunction<Binary<jn_s, true>>(registry, L"jn");
+    addFunction<UnaryA<SinBody>>(registry, L"sin");
+    addFunction<UnaryA<AsinBody>>(registry, L"asin");
+    addFunction<UnaryA<SinhBody>>(registry, L"sinh");
+    addFunction<UnaryA<CosBody>>(registry, L"cos");
+    addFunction<UnaryA<AcosBody>>(registry, L"acos");
+    addFunction<UnaryA<CoshBody>>(registry, L"cosh");
+    addFunction<UnaryA<TanBody>>(registry, L"tan");
+    addFunction<UnaryA<AtanBody>>(registry, L"atan");
+    addFunction<UnaryA<TanhBody>>(registry, L"tanh");
+    addFunction<UnaryA<ExpBody>>(registry, L"exp");
+    addFunction<UnaryA<LogBody>>(registry, L"log");
+    addFunction<UnaryA<Log10Body>>(registry, L"log10");
+    addFunction<UnaryA<AbsBody>>(registry, L"abs");
+    addFunction<UnaryA<CeilBody>>(registry, L"ceil");
+    addFunction<UnaryA<FloorBody>>(registry, L"floor");
+    addFunction<UnaryB<ArgBody>>(registry, L"arg");
+    addFunction<UnaryB<NormBody>>(registry, L"norm");
+    addFunction<UnaryB<ConjBody>>(registry, L"conj");
+    addFunction<UnaryB<RealBody>>(registry, L"real");
+    addFunction<UnaryB<ImagBody>>(registry, L"imag");
+    addFunction<UnaryB<SincBody>>(registry, L"sinc");
+    addFunction<UnaryB<SqrtBody>>(registry, L"sqrt");
+    addFunction<UnaryB<TruncBody>>(registry, L"trunc");
+    addFunction<UnaryB<RoundBody>>(registry, L"round");
+    addFunction<UnaryB<Y0Body>>(registry, L"y0");
+    addFunction<UnaryB<Y1Body>>(registry, L"y1");
+    addFunction<UnaryB<J0Body>>(registry, L"j0");
+    addFunction<UnaryB<J1Body>>(registry, L"j1");
+    addFunction<UnaryB<FactorialBody>>(registry, L"factorial");
+    addFunction<CmplxBody>(registry, L"cmplx");
+    addFunction<ModBody>(registry, L"mod");
+    addFunction<FmodBody>(registry, L"fmod");
+    addFunction<PowBody>(registry, L"pow");
+    addFunction<Atan2Body>(registry, L"atan2");
+    addFunction<Binary<HypotBody, false>>(registry, L"hypot");
+    addFunction<Binary<LdexpBody, true>>(registry, L"ldexp");
+    addFunction<Binary<LogbBody, true>>(registry, L"logb");
+    addFunction<Binary<YnBody, true>>(registry, L"yn");
+    addFunction<Binary<JnBody, true>>(registry, L"jn");
 }
 
 } // namespace tyx::internal

@@ -166,7 +166,7 @@ struct Reduce {
 };
 
 // median of one tile, or of a list of Doubles: the lower middle value.
-struct median_s {
+struct MedianBody {
     struct OneTile {
         static const TyxVariant &apply(TyxFcnState &state, const TyxVariant &x)
         {
@@ -250,7 +250,7 @@ struct ClipOne {
     }
 };
 
-struct clip_s {
+struct ClipBody {
     struct DDD {
         static const TyxVariant &apply(TyxFcnState &state, const TyxVariant &x, const TyxVariant &lo,
                                        const TyxVariant &hi)
@@ -336,7 +336,7 @@ double roundclipValue(const TyxDataType &type, double v, double lo, double hi)
     });
 }
 
-struct roundclip_s {
+struct RoundClipBody {
     template <bool IsTile>
     struct Run {
         static const TyxVariant &apply(TyxFcnState &state, const TyxEqnNodeList &args)
@@ -381,7 +381,7 @@ TyxString indexText(double index)
 }
 
 // An index outside the tile, negative or NaN ends in a thrown message.
-struct subscript_s {
+struct SubscriptBody {
     static const TyxVariant &apply(TyxFcnState &state, const TyxVariant &x, const TyxVariant &y)
     {
         const TyxEqnTile &t = as<TyxEqnTile>(x);
@@ -420,7 +420,7 @@ struct subscript_s {
         const TyxVariant &y = evalArg(args, 1);
         if (code(x) != kTile || !isNumber(y))
             TYX_BAD_ARG(state, x.type(), y.type());
-        state.evaluator = &runTwo<subscript_s>;
+        state.evaluator = &runTwo<SubscriptBody>;
         return apply(state, x, y);
     }
 };
@@ -461,7 +461,7 @@ void setCounter(TyxVarNode &var, double counter)
 // value in each round. The first value fixes the element type of the tile,
 // which is then made at its full size and filled as the values come. A
 // count of 0 gives the empty tile.
-struct foreach_s {
+struct ForeachBody {
     static const TyxVariant &apply(TyxFcnState &state, const TyxEqnNodeList &args)
     {
         const TyxVariant &name = evalArg(args, 0);
@@ -522,7 +522,7 @@ struct foreach_s {
             if (TyxEqnNodePtr node = fcn->collapse(&folded))
                 const_cast<TyxEqnNodePtr &>(args[2]) = node;
         }
-        state.evaluator = &runList<foreach_s>;
+        state.evaluator = &runList<ForeachBody>;
         return apply(state, args);
     }
 };
@@ -533,15 +533,15 @@ void addReductionFunctions(FunctionRegistry &registry)
 {
     addFunction<ClipOne<true>>(registry, L"clipmin");
     addFunction<ClipOne<false>>(registry, L"clipmax");
-    addFunction<clip_s>(registry, L"clip");
-    addFunction<roundclip_s>(registry, L"roundclip");
-    addFunction<subscript_s>(registry, L"subscript");
-    addFunction<foreach_s>(registry, L"foreach");
+    addFunction<ClipBody>(registry, L"clip");
+    addFunction<RoundClipBody>(registry, L"roundclip");
+    addFunction<SubscriptBody>(registry, L"subscript");
+    addFunction<ForeachBody>(registry, L"foreach");
     addFunction<Reduce<Reduction::Min, false>>(registry, L"min");
     addFunction<Reduce<Reduction::Max, false>>(registry, L"max");
     addFunction<Reduce<Reduction::Sum, false>>(registry, L"sum");
     addFunction<Reduce<Reduction::Sum, true>>(registry, L"mean");
-    addFunction<median_s>(registry, L"median");
+    addFunction<MedianBody>(registry, L"median");
 }
 
 } // namespace tyx::internal

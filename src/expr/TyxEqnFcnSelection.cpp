@@ -61,7 +61,7 @@ TyxEqnTile tileTernary(const TyxFcnState &state, const TyxEqnTile &cond, const T
     TYX_BAD_ARG(state, TyxMetaType(TyxMetaType::EqnTile), x.type(), y.type());
 }
 
-struct ternary_s {
+struct TernaryBody {
     // A tile condition takes both branches, whose types are looked at in
     // each evaluation since a scalar branch may turn complex; any other
     // condition evaluates only the chosen branch and shares its variant.
@@ -96,7 +96,7 @@ struct ternary_s {
     }
 };
 
-struct select_s {
+struct SelectBody {
     static const TyxVariant &apply(TyxFcnState &state, const TyxEqnNodeList &args)
     {
         const TyxVariant &selector = evalArg(args, 0);
@@ -117,7 +117,7 @@ struct select_s {
     {
         if (args.size() < 2)
             TYX_BAD_COUNT(state, args.size(), 2);
-        state.evaluator = &runList<select_s>;
+        state.evaluator = &runList<SelectBody>;
         return apply(state, args);
     }
 };
@@ -126,8 +126,8 @@ struct select_s {
 
 void addSelectionFunctions(FunctionRegistry &registry)
 {
-    addFunction<ternary_s>(registry, L"ternary");
-    addFunction<select_s>(registry, L"select");
+    addFunction<TernaryBody>(registry, L"ternary");
+    addFunction<SelectBody>(registry, L"select");
 }
 
 } // namespace tyx::internal
