@@ -7,6 +7,7 @@
 #include <tyx/TyxBuffer.h>
 #include <tyx/TyxDataType.h>
 #include <tyx/TyxGlobal.h>
+#include <tyx/TyxImageTile.h>
 #include <tyx/TyxRefCounted.h>
 #include <tyx/TyxSmartPtr.h>
 
@@ -69,6 +70,13 @@ public:
     /// a band beyond the table, a table without entries or a buffer too small
     /// for what the descriptor says give an empty tile, not an error.
     TyxEqnTile apply(const TyxEqnTile &samples, unsigned band = 0) const;
+    /// The same for every band of \p tile: band b goes through the table of
+    /// band b (band 0 with reuseLutDataForAllBands()), into a new tile of the
+    /// same region and layout and the table's data type. Null when a band has
+    /// no table, the input is not integer, the tile has no memory or the
+    /// table cannot be read, as for the flat form; also the library's
+    /// addition.
+    TyxImageTilePtr apply(const TyxImageTile &tile) const;
 
 private:
     bool m_reuseLutDataForAllBands = true;

@@ -51,6 +51,20 @@ void gather(const In *src, uint64_t step, uint64_t n, const Out *table, int64_t 
     }
 }
 
+/// The gather loop of one band row of an image tile: steps on both sides,
+/// and the input held within [lo, hi].
+template <class In, class Out>
+void gatherStrided(const In *src, uint64_t srcStep, uint64_t n, const Out *table, int64_t lo, int64_t hi,
+                   Out *dst, uint64_t dstStep)
+{
+    const uint64_t base = uint64_t(lo);
+    for (uint64_t i = 0; i < n; ++i) {
+        int64_t v = sampleValue(src[i * srcStep]);
+        v = v < lo ? lo : (v > hi ? hi : v);
+        dst[i * dstStep] = table[uint64_t(v) - base];
+    }
+}
+
 /// Whether the samples of a tile lie inside its buffer.
 bool tileFits(const TyxEqnTile &tile)
 {
@@ -161,6 +175,47 @@ TyxEqnTile TyxLutDesc::apply(const TyxEqnTile &samples, unsigned band) const
             return result;
         });
     });
+}
+
+TyxImageTilePtr TyxLutDesc::apply(const TyxImageTile &tile) const
+{
+    const unsigned entrySize = m_dataType.size();
+    const unsigned lastBand = m_reuseLutDataForAllBands ? 0 : tile.numBands() - 1;
+    if (!m_buffer || !m_buffer->data() || m_numEntriesPerBand == 0 || entrySize == 0 ||
+        tile.numBands() == 0 || lastBand >= m_numBands || !tile.dataType().isInteger())
+        return nullptr;
+    // A shared buffer smaller than the description is never read.
+    const TyxBufferConstPtr input = tile.buffer();
+    if (!input || !input->data() || input->size() < tile.numBytes())
+        return nullptr;
+    const uint64_t bandBytes = uint64_t(m_numEntriesPerBand) * entrySize;
+    if (uint64_t(lastBand) + 1 > m_buffer->size() / bandBytes)
+        return nullptr;
+
+    TyxImageTilePtr result(
+        new TyxImageTile(TyxImageTileDesc(tile.tileDesc().roi(), tile.layout(), m_dataType)));
+    if (result->allocate() != 0)
+        return nullptr;
+    const int64_t lo = m_minIndex;
+    const int64_t span = int64_t(m_numEntriesPerBand) - 1;
+    const int64_t hi =
+        lo > std::numeric_limits<int64_t>::max() - span ? std::numeric_limits<int64_t>::max() : lo + span;
+    const bool served = internal::visitLutIntegerCode(tile.dataType().code(), false, [&](auto inTag) {
+        using In = typename decltype(inTag)::type;
+        return internal::visitLutRealCode(m_dataType.code(), false, [&](auto outTag) {
+            using Out = typename decltype(outTag)::type;
+            for (unsigned band = 0; band < tile.numBands(); ++band) {
+                const unsigned useBand = m_reuseLutDataForAllBands ? 0 : band;
+                const Out *table = reinterpret_cast<const Out *>(static_cast<const char *>(m_buffer->data()) +
+                                                                 uint64_t(useBand) * bandBytes);
+                for (unsigned y = 0; y < tile.height(); ++y)
+                    gatherStrided(tile.ptrAt<In>(0, y, band), tile.pixelStrideSamples(), tile.width(), table,
+                                  lo, hi, result->ptrAt<Out>(0, y, band), result->pixelStrideSamples());
+            }
+            return true;
+        });
+    });
+    return served ? result : nullptr;
 }
 
 std::wostream &operator<<(std::wostream &os, const TyxLutDesc &)

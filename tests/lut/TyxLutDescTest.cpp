@@ -1,5 +1,6 @@
 #include <tyx/TyxBreakPointLut.h>
 #include <tyx/TyxEqnTile.h>
+#include <tyx/TyxImageTile.h>
 #include <tyx/TyxLutDesc.h>
 
 #include <gtest/gtest.h>
@@ -7,6 +8,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <span>
 #include <sstream>
 #include <vector>
 
@@ -37,8 +39,8 @@ TyxEqnTile tileOf(TyxNumericType::Code code, const std::vector<T> &values)
 template <class T>
 std::vector<T> valuesOf(const TyxEqnTile &tile)
 {
-    const T *p = static_cast<const T *>(tile.buffer()->data());
-    return std::vector<T>(p, p + tile.size());
+    const std::span<const T> samples = tile.samples<T>();
+    return std::vector<T>(samples.begin(), samples.end());
 }
 
 TEST(TyxLutDescTest, DefaultDescriptor)
@@ -207,6 +209,67 @@ TYPED_TEST(TyxLutDescApplyTest, BuiltTableMapsLikeHandLoop)
     ASSERT_EQ(result.size(), samples.size());
     for (size_t i = 0; i < samples.size(); ++i)
         ASSERT_EQ(result[i], table[int64_t(samples[i]) - lut->minIndex()]) << i;
+}
+
+// An image tile goes band by band through the band's own table, in any layout.
+TEST(TyxLutDescTest, ImageTileBandsGoThroughTheirOwnTables)
+{
+    using tyx::TyxDataLayout;
+    using tyx::TyxImageROI;
+    using tyx::TyxImageSize;
+    using tyx::TyxImageTile;
+    using tyx::TyxImageTileDesc;
+    // Band 0 doubles, band 1 negates; indices 0 to 3.
+    const TyxLutDesc lut(bufferOf<int16_t>({0, 2, 4, 6, 0, -1, -2, -3}), TyxDataType(TyxNumericType::I16), 4,
+                         0, 2, false);
+    for (const auto layout :
+         {TyxDataLayout::PixelInterleaved, TyxDataLayout::BandInterleaved, TyxDataLayout::LineInterleaved}) {
+        TyxImageTile tile(TyxImageTileDesc(TyxImageROI({}, TyxImageSize(3, 2, 2)), TyxDataLayout(layout),
+                                           TyxDataType(TyxNumericType::U8)));
+        for (unsigned y = 0; y < 2; ++y)
+            for (unsigned x = 0; x < 3; ++x)
+                for (unsigned b = 0; b < 2; ++b)
+                    *tile.ptrAt<uint8_t>(x, y, b) = static_cast<uint8_t>(x + y + b); // 0 to 4: 4 is clamped
+        const tyx::TyxImageTilePtr mapped = lut.apply(tile);
+        ASSERT_TRUE(mapped) << layout;
+        EXPECT_EQ(mapped->dataType(), TyxDataType(TyxNumericType::I16));
+        EXPECT_EQ(mapped->layout(), TyxDataLayout(layout));
+        for (unsigned y = 0; y < 2; ++y) {
+            for (unsigned x = 0; x < 3; ++x) {
+                const int index0 = std::min<int>(x + y, 3);
+                const int index1 = std::min<int>(x + y + 1, 3);
+                EXPECT_EQ(*mapped->ptrAt<int16_t>(x, y, 0), 2 * index0);
+                EXPECT_EQ(*mapped->ptrAt<int16_t>(x, y, 1), -index1);
+            }
+        }
+    }
+}
+
+TEST(TyxLutDescTest, ImageTileRefusals)
+{
+    using tyx::TyxDataLayout;
+    using tyx::TyxImageROI;
+    using tyx::TyxImageSize;
+    using tyx::TyxImageTile;
+    using tyx::TyxImageTileDesc;
+    const auto tileOfType = [](TyxNumericType::Code code, unsigned bands) {
+        TyxImageTile tile(TyxImageTileDesc(TyxImageROI({}, TyxImageSize(2, 2, bands)),
+                                           TyxDataLayout::BandInterleaved, TyxDataType(code)));
+        tile.allocate();
+        std::memset(tile.ptrAt(0, 0, 0), 0, tile.numBytes());
+        return tile;
+    };
+    const TyxLutDesc oneBand(bufferOf<uint8_t>({5, 6}), TyxDataType(TyxNumericType::U8), 2, 0, 1, false);
+    EXPECT_FALSE(oneBand.apply(tileOfType(TyxNumericType::Float, 1)));
+    EXPECT_FALSE(oneBand.apply(tileOfType(TyxNumericType::U8, 2)));
+    EXPECT_FALSE(oneBand.apply(
+        TyxImageTile(TyxImageTileDesc(TyxImageROI({}, TyxImageSize(2, 2, 1)), TyxDataLayout::BandInterleaved,
+                                      TyxDataType(TyxNumericType::U8)))));
+    // Shared table data serves every band.
+    const TyxLutDesc shared(bufferOf<uint8_t>({5, 6}), TyxDataType(TyxNumericType::U8), 2, 0, 1, true);
+    const tyx::TyxImageTilePtr mapped = shared.apply(tileOfType(TyxNumericType::U8, 3));
+    ASSERT_TRUE(mapped);
+    EXPECT_EQ(*mapped->ptrAt<uint8_t>(1, 1, 2), 5);
 }
 
 } // namespace
