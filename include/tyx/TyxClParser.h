@@ -23,8 +23,8 @@ class TYX_EXPORT TyxClParser : public TyxClParserIF {
 public:
     /// Sets the process-wide delimiter and, with \p helpAndVersion, adds the
     /// "-h, --help" and "-v, --version" switches.
-    explicit TyxClParser(const TyxString &message, const TyxString &version = L"none", wchar_t delimiter = L' ',
-                         bool helpAndVersion = true);
+    explicit TyxClParser(const TyxString &message, const TyxString &version = L"none",
+                         wchar_t delimiter = L' ', bool helpAndVersion = true);
     TyxClParser(const TyxClParser &) = delete;
     TyxClParser &operator=(const TyxClParser &) = delete;
     ~TyxClParser() override;

@@ -24,21 +24,15 @@ TyxClArg::TyxClArg(const TyxMetaProperty &properties, const TyxVariant &defaultV
                         nameStartString() + L"' or a space: " + TyxString(1, f));
     const TyxString &n = m_properties.name();
     if (n.starts_with(flagStartString()) || n.starts_with(L" "))
-        TYX_THROW_ERROR(TyxString(L"Argument name cannot begin with either '") + flagStartString() + L"' or '" +
-                        nameStartString() + L"' or space: " + n);
+        TYX_THROW_ERROR(TyxString(L"Argument name cannot begin with either '") + flagStartString() +
+                        L"' or '" + nameStartString() + L"' or space: " + n);
 }
 
 TyxClArg::~TyxClArg() = default;
 
-TyxString TyxClArg::className() const
-{
-    return L"TyxClArg";
-}
+TyxString TyxClArg::className() const { return L"TyxClArg"; }
 
-bool TyxClArg::isRequired() const
-{
-    return m_properties.flags().isRequired();
-}
+bool TyxClArg::isRequired() const { return m_properties.flags().isRequired(); }
 
 void TyxClArg::reset()
 {
@@ -67,15 +61,9 @@ TyxString TyxClArg::description() const
     return L"(" + m_requireLabel + L")  " + m_properties.description();
 }
 
-wchar_t TyxClArg::delimiter()
-{
-    return g_delimiter;
-}
+wchar_t TyxClArg::delimiter() { return g_delimiter; }
 
-void TyxClArg::setDelimiter(wchar_t delimiter)
-{
-    g_delimiter = delimiter;
-}
+void TyxClArg::setDelimiter(wchar_t delimiter) { g_delimiter = delimiter; }
 
 void TyxClArg::forceRequired()
 {
@@ -190,10 +178,7 @@ TyxVariant TyxClArg::convert(const TyxString &text) const
     return result;
 }
 
-void TyxClArg::setValue(const TyxString &text)
-{
-    setTypedValue(convert(text));
-}
+void TyxClArg::setValue(const TyxString &text) { setTypedValue(convert(text)); }
 
 void TyxClArg::setTypedValue(const TyxVariant &value)
 {

@@ -5,9 +5,6 @@ namespace tyx {
 
 TyxClArgVisitorIF::~TyxClArgVisitorIF() = default;
 
-TyxString TyxClArgVisitorIF::className() const
-{
-    return L"TyxClArgVisitorIF";
-}
+TyxString TyxClArgVisitorIF::className() const { return L"TyxClArgVisitorIF"; }
 
 } // namespace tyx

@@ -5,14 +5,8 @@ namespace tyx {
 
 TyxClExitException::~TyxClExitException() = default;
 
-TyxString TyxClExitException::className() const
-{
-    return L"TyxClExitException";
-}
+TyxString TyxClExitException::className() const { return L"TyxClExitException"; }
 
-const char *TyxClExitException::what() const noexcept
-{
-    return "TyxClExitException";
-}
+const char *TyxClExitException::what() const noexcept { return "TyxClExitException"; }
 
 } // namespace tyx

@@ -8,15 +8,9 @@ namespace tyx {
 
 TyxClHelpVisitor::~TyxClHelpVisitor() = default;
 
-TyxString TyxClHelpVisitor::className() const
-{
-    return L"TyxClHelpVisitor";
-}
+TyxString TyxClHelpVisitor::className() const { return L"TyxClHelpVisitor"; }
 
-TyxClArgVisitorIF *TyxClHelpVisitor::clone() const
-{
-    return new TyxClHelpVisitor(m_parser);
-}
+TyxClArgVisitorIF *TyxClHelpVisitor::clone() const { return new TyxClHelpVisitor(m_parser); }
 
 void TyxClHelpVisitor::visit() const
 {

@@ -5,14 +5,8 @@ namespace tyx {
 
 TyxClIgnoreRestVisitor::~TyxClIgnoreRestVisitor() = default;
 
-TyxString TyxClIgnoreRestVisitor::className() const
-{
-    return L"TyxClIgnoreRestVisitor";
-}
+TyxString TyxClIgnoreRestVisitor::className() const { return L"TyxClIgnoreRestVisitor"; }
 
-TyxClArgVisitorIF *TyxClIgnoreRestVisitor::clone() const
-{
-    return new TyxClIgnoreRestVisitor();
-}
+TyxClArgVisitorIF *TyxClIgnoreRestVisitor::clone() const { return new TyxClIgnoreRestVisitor(); }
 
 } // namespace tyx

@@ -13,10 +13,7 @@ TyxClMultiSwitchArg::TyxClMultiSwitchArg(const TyxMetaProperty &properties, unsi
 
 TyxClMultiSwitchArg::~TyxClMultiSwitchArg() = default;
 
-TyxString TyxClMultiSwitchArg::className() const
-{
-    return L"TyxClMultiSwitchArg";
-}
+TyxString TyxClMultiSwitchArg::className() const { return L"TyxClMultiSwitchArg"; }
 
 TyxString TyxClMultiSwitchArg::shortID(const TyxString &) const
 {

@@ -3,7 +3,8 @@
 
 namespace tyx {
 
-TyxClMultiUnlabeledArg::TyxClMultiUnlabeledArg(const TyxMetaProperty &properties, const TyxVariant &defaultValue,
+TyxClMultiUnlabeledArg::TyxClMultiUnlabeledArg(const TyxMetaProperty &properties,
+                                               const TyxVariant &defaultValue,
                                                const TyxClArgVisitorIFConstPtr &visitor)
     : TyxClArg(properties, defaultValue, visitor)
 {
@@ -11,10 +12,7 @@ TyxClMultiUnlabeledArg::TyxClMultiUnlabeledArg(const TyxMetaProperty &properties
 
 TyxClMultiUnlabeledArg::~TyxClMultiUnlabeledArg() = default;
 
-TyxString TyxClMultiUnlabeledArg::className() const
-{
-    return L"TyxClMultiUnlabeledArg";
-}
+TyxString TyxClMultiUnlabeledArg::className() const { return L"TyxClMultiUnlabeledArg"; }
 
 TyxString TyxClMultiUnlabeledArg::shortID(const TyxString &valueId) const
 {

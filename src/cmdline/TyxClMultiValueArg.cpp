@@ -13,10 +13,7 @@ TyxClMultiValueArg::TyxClMultiValueArg(const TyxMetaProperty &properties, const 
 
 TyxClMultiValueArg::~TyxClMultiValueArg() = default;
 
-TyxString TyxClMultiValueArg::className() const
-{
-    return L"TyxClMultiValueArg";
-}
+TyxString TyxClMultiValueArg::className() const { return L"TyxClMultiValueArg"; }
 
 TyxString TyxClMultiValueArg::shortID(const TyxString &valueId) const
 {
@@ -29,10 +26,7 @@ TyxString TyxClMultiValueArg::longID(const TyxString &valueId) const
            L" (accepted multiple times)";
 }
 
-bool TyxClMultiValueArg::isRequired() const
-{
-    return TyxClArg::isRequired() && !isValueSet();
-}
+bool TyxClMultiValueArg::isRequired() const { return TyxClArg::isRequired() && !isValueSet(); }
 
 void TyxClMultiValueArg::reset()
 {

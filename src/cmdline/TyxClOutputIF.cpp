@@ -7,14 +7,8 @@ namespace tyx {
 
 TyxClOutputIF::~TyxClOutputIF() = default;
 
-TyxString TyxClOutputIF::className() const
-{
-    return L"TyxClOutputIF";
-}
+TyxString TyxClOutputIF::className() const { return L"TyxClOutputIF"; }
 
-void TyxClOutputIF::exitProgram(int status) const
-{
-    std::exit(status);
-}
+void TyxClOutputIF::exitProgram(int status) const { std::exit(status); }
 
 } // namespace tyx

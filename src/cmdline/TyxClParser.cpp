@@ -20,10 +20,7 @@ TyxClParser::TyxClParser(const TyxString &message, const TyxString &version, wch
 
 TyxClParser::~TyxClParser() = default;
 
-TyxString TyxClParser::className() const
-{
-    return L"TyxClParser";
-}
+TyxString TyxClParser::className() const { return L"TyxClParser"; }
 
 void TyxClParser::constructor()
 {
@@ -191,9 +188,6 @@ void TyxClParser::reset()
     m_ignoreRest->reset();
 }
 
-void TyxClParser::setOutput(const TyxClOutputIFPtr &output)
-{
-    m_output = output;
-}
+void TyxClParser::setOutput(const TyxClOutputIFPtr &output) { m_output = output; }
 
 } // namespace tyx

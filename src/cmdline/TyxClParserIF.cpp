@@ -5,9 +5,6 @@ namespace tyx {
 
 TyxClParserIF::~TyxClParserIF() = default;
 
-TyxString TyxClParserIF::className() const
-{
-    return L"TyxClParserIF";
-}
+TyxString TyxClParserIF::className() const { return L"TyxClParserIF"; }
 
 } // namespace tyx

@@ -12,10 +12,7 @@ namespace {
 
 constexpr int lineWidth = 75;
 
-bool isBreak(wchar_t c)
-{
-    return c == L' ' || c == L',' || c == L'|';
-}
+bool isBreak(wchar_t c) { return c == L' ' || c == L',' || c == L'|'; }
 
 } // namespace
 
@@ -25,10 +22,7 @@ TyxClStdOutput::TyxClStdOutput(std::wostream &stream) : m_stream(&stream) {}
 
 TyxClStdOutput::~TyxClStdOutput() = default;
 
-TyxString TyxClStdOutput::className() const
-{
-    return L"TyxClStdOutput";
-}
+TyxString TyxClStdOutput::className() const { return L"TyxClStdOutput"; }
 
 void TyxClStdOutput::usage(const TyxClParserIF &parser) const
 {
@@ -73,9 +67,11 @@ void TyxClStdOutput::shortUsage(const TyxClParserIF &parser, std::wostream &stre
         line.back() = L'}';
     }
     for (const TyxClArgPtr &arg : parser.argList()) {
-        const bool inGroup = std::any_of(parser.xorList().begin(), parser.xorList().end(), [&](const auto &group) {
-            return std::any_of(group.begin(), group.end(), [&](const TyxClArgPtr &a) { return a.get() == arg.get(); });
-        });
+        const bool inGroup =
+            std::any_of(parser.xorList().begin(), parser.xorList().end(), [&](const auto &group) {
+                return std::any_of(group.begin(), group.end(),
+                                   [&](const TyxClArgPtr &a) { return a.get() == arg.get(); });
+            });
         if (inGroup)
             continue;
         if (arg->isRequired())
@@ -98,9 +94,11 @@ void TyxClStdOutput::longUsage(const TyxClParserIF &parser, std::wostream &strea
         stream << L"\n";
     }
     for (const TyxClArgPtr &arg : parser.argList()) {
-        const bool inGroup = std::any_of(parser.xorList().begin(), parser.xorList().end(), [&](const auto &group) {
-            return std::any_of(group.begin(), group.end(), [&](const TyxClArgPtr &a) { return a.get() == arg.get(); });
-        });
+        const bool inGroup =
+            std::any_of(parser.xorList().begin(), parser.xorList().end(), [&](const auto &group) {
+                return std::any_of(group.begin(), group.end(),
+                                   [&](const TyxClArgPtr &a) { return a.get() == arg.get(); });
+            });
         if (inGroup)
             continue;
         spacePrint(stream, arg->longID(L"val"), lineWidth, 3, 3);
@@ -135,8 +133,6 @@ void TyxClStdOutput::spacePrint(std::wostream &stream, const TyxString &text, in
             if (cut > 0) {
                 length = cut;
                 next = start + cut;
-                if (text[start + cut - 1] == L' ')
-                    --length;
             }
         }
         // A line feed inside the piece ends it sooner.
@@ -145,7 +141,11 @@ void TyxClStdOutput::spacePrint(std::wostream &stream, const TyxString &text, in
             length = feed - start;
             next = feed + 1;
         }
-        stream << TyxString(static_cast<size_t>(std::max(indent, 0)), L' ') << text.substr(start, length) << L"\n";
+        // No blanks at a line end.
+        while (length > 0 && text[start + length - 1] == L' ')
+            --length;
+        stream << TyxString(static_cast<size_t>(std::max(indent, 0)), L' ') << text.substr(start, length)
+               << L"\n";
         if (first) {
             indent += secondLineOffset;
             allowed -= secondLineOffset;

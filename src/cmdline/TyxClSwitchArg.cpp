@@ -11,10 +11,7 @@ TyxClSwitchArg::TyxClSwitchArg(const TyxMetaProperty &properties, bool defaultVa
 
 TyxClSwitchArg::~TyxClSwitchArg() = default;
 
-TyxString TyxClSwitchArg::className() const
-{
-    return L"TyxClSwitchArg";
-}
+TyxString TyxClSwitchArg::className() const { return L"TyxClSwitchArg"; }
 
 TyxString TyxClSwitchArg::shortID(const TyxString &) const
 {

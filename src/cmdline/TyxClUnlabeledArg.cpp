@@ -11,10 +11,7 @@ TyxClUnlabeledArg::TyxClUnlabeledArg(const TyxMetaProperty &properties, const Ty
 
 TyxClUnlabeledArg::~TyxClUnlabeledArg() = default;
 
-TyxString TyxClUnlabeledArg::className() const
-{
-    return L"TyxClUnlabeledArg";
-}
+TyxString TyxClUnlabeledArg::className() const { return L"TyxClUnlabeledArg"; }
 
 TyxString TyxClUnlabeledArg::shortID(const TyxString &valueId) const
 {

@@ -13,10 +13,7 @@ TyxClValueArg::TyxClValueArg(const TyxMetaProperty &properties, const TyxVariant
 
 TyxClValueArg::~TyxClValueArg() = default;
 
-TyxString TyxClValueArg::className() const
-{
-    return L"TyxClValueArg";
-}
+TyxString TyxClValueArg::className() const { return L"TyxClValueArg"; }
 
 TyxString TyxClValueArg::shortID(const TyxString &valueId) const
 {

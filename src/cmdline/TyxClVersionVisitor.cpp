@@ -8,15 +8,9 @@ namespace tyx {
 
 TyxClVersionVisitor::~TyxClVersionVisitor() = default;
 
-TyxString TyxClVersionVisitor::className() const
-{
-    return L"TyxClVersionVisitor";
-}
+TyxString TyxClVersionVisitor::className() const { return L"TyxClVersionVisitor"; }
 
-TyxClArgVisitorIF *TyxClVersionVisitor::clone() const
-{
-    return new TyxClVersionVisitor(m_parser);
-}
+TyxClArgVisitorIF *TyxClVersionVisitor::clone() const { return new TyxClVersionVisitor(m_parser); }
 
 void TyxClVersionVisitor::visit() const
 {

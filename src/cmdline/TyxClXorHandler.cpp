@@ -11,22 +11,17 @@ namespace {
 
 bool holds(const std::vector<TyxClArgPtr> &group, const TyxClArgPtr &arg)
 {
-    return std::any_of(group.begin(), group.end(), [&](const TyxClArgPtr &a) { return a.get() == arg.get(); });
+    return std::any_of(group.begin(), group.end(),
+                       [&](const TyxClArgPtr &a) { return a.get() == arg.get(); });
 }
 
 } // namespace
 
 TyxClXorHandler::~TyxClXorHandler() = default;
 
-TyxString TyxClXorHandler::className() const
-{
-    return L"TyxClXorHandler";
-}
+TyxString TyxClXorHandler::className() const { return L"TyxClXorHandler"; }
 
-void TyxClXorHandler::add(std::vector<TyxClArgPtr> &group)
-{
-    m_groups.push_back(group);
-}
+void TyxClXorHandler::add(std::vector<TyxClArgPtr> &group) { m_groups.push_back(group); }
 
 bool TyxClXorHandler::contains(const TyxClArgPtr &arg) const
 {

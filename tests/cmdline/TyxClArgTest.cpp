@@ -71,7 +71,8 @@ TEST(TyxClArgTest, IdTexts)
         {new TyxClMultiValueArg(prop(L'f', L"file", L"path")), L"-f <path> ... ",
          L"-f <path>,  --file <path> (accepted multiple times)"},
         {new TyxClUnlabeledArg(prop(0, L"file", L"path")), L"<path>", L"<path>"},
-        {new TyxClMultiUnlabeledArg(prop(0, L"file", L"path")), L"<path> ...", L"<path> (accepted multiple times)"},
+        {new TyxClMultiUnlabeledArg(prop(0, L"file", L"path")), L"<path> ...",
+         L"<path> (accepted multiple times)"},
     };
     for (const IdCase &c : cases) {
         EXPECT_EQ(c.arg->shortID(), c.shortId);
@@ -167,10 +168,11 @@ TEST(TyxClArgTest, VisitorRunsOnEachValue)
     TyxClParser parser(L"visit");
     int count = 0;
     TyxClMultiSwitchArg arg(prop(L'v', L"verbose"), 0, new CountingVisitor(&count));
-    std::vector<TyxString> args{L"-v"};
-    int index = 0;
-    arg.processArg(&index, args);
-    arg.processArg(&index, args);
+    for (int i = 0; i < 2; ++i) {
+        std::vector<TyxString> args{L"-v"};
+        int index = 0;
+        EXPECT_TRUE(arg.processArg(&index, args));
+    }
     EXPECT_EQ(count, 2);
     EXPECT_EQ(arg.switchValue(), 2u);
 }

@@ -75,7 +75,8 @@ TEST(TyxClParserTest, ErrorMessages)
         {{L"-i", L"a", L"-n", L"many"},
          L"Couldn't read argument value from string 'many': -n <count>,  --number <count>"},
         {{L"-i", L"a", L"-n", L"12"},
-         L"Value '12' does not meet constraint: -n <count>,  --number <count> (The value of '12' is not within [1, "
+         L"Value '12' does not meet constraint: -n <count>,  --number <count> (The value of '12' is not "
+         L"within [1, "
          L"10].)"},
         {{L"-i", L"a", L"-z"}, L"Couldn't find match for argument: -z"},
         {{L"-i", L"a", L"-i", L"b"}, L"Argument already set: -i <path>,  --input <path>"},
@@ -85,8 +86,8 @@ TEST(TyxClParserTest, ErrorMessages)
     };
     for (const ErrorCase &c : cases) {
         Fixture f;
-        TyxClValueArg *input = new TyxClValueArg(prop(L'i', L"input", L"path", TyxMetaType::String,
-                                                      TyxMetaFlag::Required));
+        TyxClValueArg *input =
+            new TyxClValueArg(prop(L'i', L"input", L"path", TyxMetaType::String, TyxMetaFlag::Required));
         f.parser.add(input);
         TyxMetaProperty number = prop(L'n', L"number", L"count", TyxMetaType::Int);
         number.setValidator(new TyxNumValidator<int32_t>(0x05, 1, 10));
@@ -107,8 +108,10 @@ TEST(TyxClParserTest, ErrorMessages)
 TEST(TyxClParserTest, TwoMissingRequiredArguments)
 {
     Fixture f;
-    f.parser.add(new TyxClValueArg(prop(L'a', L"alpha", TyxString(), TyxMetaType::String, TyxMetaFlag::Required)));
-    f.parser.add(new TyxClValueArg(prop(L'b', L"beta", TyxString(), TyxMetaType::String, TyxMetaFlag::Required)));
+    f.parser.add(
+        new TyxClValueArg(prop(L'a', L"alpha", TyxString(), TyxMetaType::String, TyxMetaFlag::Required)));
+    f.parser.add(
+        new TyxClValueArg(prop(L'b', L"beta", TyxString(), TyxMetaType::String, TyxMetaFlag::Required)));
     EXPECT_EQ(f.run({}), L"Required arguments missing: alpha, beta");
     f.parser.reset();
     EXPECT_EQ(f.run({L"-b", L"1"}), L"Required argument missing: alpha");
@@ -166,7 +169,8 @@ TEST(TyxClParserTest, CombinedSwitchesSetEveryLetter)
 TEST(TyxClParserTest, RequiredSwitchInCombinedGroupIsCounted)
 {
     Fixture f;
-    f.parser.add(new TyxClSwitchArg(prop(L'a', L"aa", TyxString(), TyxMetaType::Bool, TyxMetaFlag::Required)));
+    f.parser.add(
+        new TyxClSwitchArg(prop(L'a', L"aa", TyxString(), TyxMetaType::Bool, TyxMetaFlag::Required)));
     f.parser.add(new TyxClSwitchArg(prop(L'b', L"bb")));
     EXPECT_EQ(f.run({L"-ab"}), L"");
 }
@@ -174,8 +178,8 @@ TEST(TyxClParserTest, RequiredSwitchInCombinedGroupIsCounted)
 TEST(TyxClParserTest, DoubleDashStopsIgnorableArguments)
 {
     Fixture f;
-    TyxClSwitchArg *loose = new TyxClSwitchArg(prop(L'l', L"loose", TyxString(), TyxMetaType::Bool,
-                                                    TyxMetaFlag::Ignorable));
+    TyxClSwitchArg *loose =
+        new TyxClSwitchArg(prop(L'l', L"loose", TyxString(), TyxMetaType::Bool, TyxMetaFlag::Ignorable));
     TyxClMultiUnlabeledArg *rest = new TyxClMultiUnlabeledArg(prop(0, L"rest", L"word"));
     f.parser.add(loose);
     f.parser.add(rest);
@@ -216,8 +220,8 @@ TEST(TyxClParserTest, NarrowEntryDecodesUtf8)
 {
     Fixture f;
     TyxClValueArg *name = new TyxClValueArg(prop(L'n', L"name"));
-    TyxClUnlabeledArg *file = new TyxClUnlabeledArg(prop(0, L"file", TyxString(), TyxMetaType::String,
-                                                         TyxMetaFlag::Required));
+    TyxClUnlabeledArg *file =
+        new TyxClUnlabeledArg(prop(0, L"file", TyxString(), TyxMetaType::String, TyxMetaFlag::Required));
     f.parser.add(name);
     f.parser.add(file);
     const char *argv[] = {"prög", "-n", "Zürich", "Ωmega.tif"};
@@ -235,8 +239,10 @@ TEST(TyxClParserTest, NarrowEntryDecodesUtf8)
 TEST(TyxClParserTest, ExclusiveGroupSatisfiedByOneMember)
 {
     Fixture f;
-    TyxClValueArg *a = new TyxClValueArg(prop(L'a', L"alpha", TyxString(), TyxMetaType::String, TyxMetaFlag::Required));
-    TyxClValueArg *b = new TyxClValueArg(prop(L'b', L"beta", TyxString(), TyxMetaType::String, TyxMetaFlag::Required));
+    TyxClValueArg *a =
+        new TyxClValueArg(prop(L'a', L"alpha", TyxString(), TyxMetaType::String, TyxMetaFlag::Required));
+    TyxClValueArg *b =
+        new TyxClValueArg(prop(L'b', L"beta", TyxString(), TyxMetaType::String, TyxMetaFlag::Required));
     f.parser.xorAdd(a, b);
     EXPECT_EQ(a->description(), L"(OR required)  About alpha");
     EXPECT_EQ(f.run({L"-b", L"x"}), L"");
@@ -246,7 +252,8 @@ TEST(TyxClParserTest, ExclusiveGroupSatisfiedByOneMember)
     f.parser.reset();
     EXPECT_EQ(f.run({}), L"Required arguments missing: alpha, beta");
     f.parser.reset();
-    EXPECT_EQ(f.run({L"-a", L"1", L"-b", L"2"}), L"Mutually exclusive argument already set: -b <beta>,  --beta <beta>");
+    EXPECT_EQ(f.run({L"-a", L"1", L"-b", L"2"}),
+              L"Mutually exclusive argument already set: -b <beta>,  --beta <beta>");
 }
 
 TEST(TyxClParserTest, OptionalExclusiveGroupAndListMember)
@@ -260,7 +267,9 @@ TEST(TyxClParserTest, OptionalExclusiveGroupAndListMember)
     f.parser.reset();
     EXPECT_EQ(f.run({L"-n"}), L"");
     f.parser.reset();
-    EXPECT_EQ(f.run({L"-n", L"-l", L"1"}), L"Mutually exclusive argument already set: -l <list>,  --list <list>");
+    EXPECT_EQ(
+        f.run({L"-n", L"-l", L"1"}),
+        L"Mutually exclusive argument already set: -l <list>,  --list <list> (accepted multiple times)");
 }
 
 TEST(TyxClParserTest, HelpStopsTheParseThroughTheOutput)
@@ -294,8 +303,8 @@ TEST(TyxClParserTest, HelpVisitorThrowsExitException)
 TEST(TyxClParserTest, UnlabeledTakesWhatNothingElseTook)
 {
     Fixture f;
-    TyxClUnlabeledArg *first = new TyxClUnlabeledArg(prop(0, L"first", TyxString(), TyxMetaType::Int,
-                                                          TyxMetaFlag::Required));
+    TyxClUnlabeledArg *first =
+        new TyxClUnlabeledArg(prop(0, L"first", TyxString(), TyxMetaType::Int, TyxMetaFlag::Required));
     f.parser.add(first);
     EXPECT_EQ(f.run({L"-z"}), L"Couldn't read argument value from string '-z': <first>");
     f.parser.reset();

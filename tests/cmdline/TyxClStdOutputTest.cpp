@@ -29,22 +29,23 @@ struct EveryKind {
                  L' ', helpAndVersion)
     {
         parser.setOutput(TyxClOutputIFPtr(output.get()));
-        parser.add(new TyxClValueArg(prop(L'i', L"input", L"path", TyxMetaType::String, TyxMetaFlag::Required,
-                                          L"Image to read")));
+        parser.add(new TyxClValueArg(
+            prop(L'i', L"input", L"path", TyxMetaType::String, TyxMetaFlag::Required, L"Image to read")));
         parser.add(new TyxClValueArg(prop(L'o', L"output", L"path", TyxMetaType::String, 0,
                                           L"Image to write; without it the result replaces the input, which "
                                           L"is only allowed for images on a writable disk, tape or stick")));
-        parser.add(new TyxClSwitchArg(prop(L'q', L"quiet", TyxString(), TyxMetaType::Bool, 0, L"Print nothing")));
+        parser.add(
+            new TyxClSwitchArg(prop(L'q', L"quiet", TyxString(), TyxMetaType::Bool, 0, L"Print nothing")));
         parser.add(new TyxClMultiSwitchArg(
             prop(L'd', L"debug", TyxString(), TyxMetaType::UInt, 0, L"More detail each time it is given")));
         parser.add(new TyxClMultiValueArg(
             prop(L'b', L"band", L"index", TyxMetaType::Int, 0, L"Band to copy, from 0")));
-        parser.xorAdd(new TyxClSwitchArg(prop(L'r', L"rgb", TyxString(), TyxMetaType::Bool, TyxMetaFlag::Required,
-                                              L"Write three bands")),
-                      new TyxClSwitchArg(prop(L'g', L"grey", TyxString(), TyxMetaType::Bool, TyxMetaFlag::Required,
-                                              L"Write one band")));
-        parser.add(new TyxClUnlabeledArg(prop(0, L"format", L"format", TyxMetaType::String, TyxMetaFlag::Required,
-                                              L"Output format")));
+        parser.xorAdd(new TyxClSwitchArg(prop(L'r', L"rgb", TyxString(), TyxMetaType::Bool,
+                                              TyxMetaFlag::Required, L"Write three bands")),
+                      new TyxClSwitchArg(prop(L'g', L"grey", TyxString(), TyxMetaType::Bool,
+                                              TyxMetaFlag::Required, L"Write one band")));
+        parser.add(new TyxClUnlabeledArg(
+            prop(0, L"format", L"format", TyxMetaType::String, TyxMetaFlag::Required, L"Output format")));
         parser.add(new TyxClMultiUnlabeledArg(
             prop(0, L"extra", L"option", TyxMetaType::String, 0, L"Options passed to the writer")));
     }
@@ -59,8 +60,8 @@ struct EveryKind {
 };
 
 const wchar_t *const shortLine =
-    L"   copy  {-r|-g} [-h] [-v] -i <path> [-o <path>] [-q] [-d ... ] [-b\n"
-    L"      <index> ... ] <format> [<option> ...]\n";
+    L"   copy  {-r|-g} [-h] [-v] -i <path> [-o <path>] [-q] [-d ... ] [-b <index>\n"
+    L"      ... ] <format> [<option> ...]\n";
 
 TEST(TyxClStdOutputTest, UsageText)
 {
@@ -104,7 +105,8 @@ TEST(TyxClStdOutputTest, UsageText)
                                L"   Copies the bands of one image into another, converting the samples on\n"
                                L"   the way.\n"
                                L"\n";
-    EXPECT_EQ(e.run({L"--help"}), expected);
+    const TyxString got = e.run({L"--help"});
+    EXPECT_EQ(got, expected);
 }
 
 TEST(TyxClStdOutputTest, FailureTextWithHelp)
@@ -115,13 +117,14 @@ TEST(TyxClStdOutputTest, FailureTextWithHelp)
                                shortLine +
                                L"\nFor complete USAGE and HELP type: \n"
                                L"   copy --help\n";
-    EXPECT_EQ(e.run({L"-g"}), expected);
+    const TyxString got = e.run({L"-g"});
+    EXPECT_EQ(got, expected);
 }
 
 TEST(TyxClStdOutputTest, FailureWithoutHelpWritesWholeUsage)
 {
     EveryKind e(false);
-    const TyxString text = e.run({L"-r", L"-i", L"a", L"tif", L"-x"});
+    const TyxString text = e.run({L"-r", L"tif", L"-i"});
     EXPECT_EQ(text.substr(0, text.find(L"Where")),
               L"PARSE ERROR: Missing a value for this argument: -i <path>,  --input <path>\n"
               L"\nUSAGE: \n\n"
@@ -149,7 +152,7 @@ TEST(TyxClStdOutputTest, SpacePrintBreaksAtBlankCommaOrBar)
         {L"short", 75, 3, 3, L"   short\n"},
         {L"exactly ten", 13, 2, 0, L"  exactly ten\n"},
         {L"aaa bbb ccc", 9, 2, 0, L"  aaa bbb\n  ccc\n"},
-        {L"aaa,bbb,ccc", 9, 2, 2, L"  aaa,bbb,\n    ccc\n"},
+        {L"aaa,bbb,ccc", 9, 2, 2, L"  aaa,\n    bbb,\n    ccc\n"},
         {L"{-a|-b|-c}", 8, 1, 0, L" {-a|-b|\n -c}\n"},
         {L"abcdefghij", 5, 1, 0, L" abcd\n efgh\n ij\n"},
         {L"one\ntwo three four", 12, 2, 0, L"  one\n  two three\n  four\n"},
