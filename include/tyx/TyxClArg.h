@@ -37,7 +37,7 @@ public:
     virtual bool acceptsValue() const { return true; }
     /// Whether the argument is positional (false by default).
     virtual bool isUnlabeled() const { return false; }
-    /// Whether the argument is hidden from the usage (false by default).
+    /// Whether the usage and help texts leave the argument out (false by default).
     virtual bool isHiddenFromUsage() const { return false; }
     /// Answers whether the argument was given before and notes that it has
     /// been given now; false for arguments taken once.

@@ -19,6 +19,8 @@ public:
     TyxString longID(const TyxString &valueId = L"val") const override;
     void reset() override;
     bool allowMore() override;
+    /// A switch takes no value.
+    bool acceptsValue() const override { return false; }
     bool processArg(int *index, std::vector<TyxString> &args) override;
 
     unsigned int switchValue() const { return variant().value<unsigned int>(); }

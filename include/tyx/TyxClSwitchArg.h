@@ -17,6 +17,8 @@ public:
     TyxString shortID(const TyxString &valueId = L"val") const override;
     /// "-f,  --name".
     TyxString longID(const TyxString &valueId = L"val") const override;
+    /// A switch takes no value.
+    bool acceptsValue() const override { return false; }
     bool processArg(int *index, std::vector<TyxString> &args) override;
 
     bool switchValue() const { return variant().value<bool>(); }

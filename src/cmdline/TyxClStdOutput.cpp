@@ -72,7 +72,7 @@ void TyxClStdOutput::shortUsage(const TyxClParserIF &parser, std::wostream &stre
                 return std::any_of(group.begin(), group.end(),
                                    [&](const TyxClArgPtr &a) { return a.get() == arg.get(); });
             });
-        if (inGroup)
+        if (inGroup || arg->isHiddenFromUsage())
             continue;
         if (arg->isRequired())
             line += L" " + arg->shortID(L"val");
@@ -99,7 +99,7 @@ void TyxClStdOutput::longUsage(const TyxClParserIF &parser, std::wostream &strea
                 return std::any_of(group.begin(), group.end(),
                                    [&](const TyxClArgPtr &a) { return a.get() == arg.get(); });
             });
-        if (inGroup)
+        if (inGroup || arg->isHiddenFromUsage())
             continue;
         spacePrint(stream, arg->longID(L"val"), lineWidth, 3, 3);
         spacePrint(stream, arg->description(), lineWidth, 5, 0);

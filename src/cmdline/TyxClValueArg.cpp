@@ -29,9 +29,17 @@ bool TyxClValueArg::processArg(int *index, std::vector<TyxString> &args)
 {
     if (ignoreRest() || hasBlanks(args[static_cast<size_t>(*index)]))
         return false;
+    // With a blank delimiter the value is the next element, so the whole
+    // element must be the flag or the name.
+    TyxString flagPart;
+    TyxString valuePart;
+    if (delimiter() == L' ')
+        flagPart = args[static_cast<size_t>(*index)];
+    else
+        splitStr(args[static_cast<size_t>(*index)], flagPart, valuePart);
     TyxString valueText;
     if (!internal::takeValue(
-            *index, args, [this](const TyxString &text) { return argMatches(text); },
+            *index, args, flagPart, valuePart, [this](const TyxString &text) { return argMatches(text); },
             [this] { checkNotSet(); }, messageId(), valueText))
         return false;
     setValue(valueText);

@@ -10,29 +10,19 @@
 
 namespace tyx::internal {
 
-/// Answers false when args[index] is not the argument's flag or name. Else
+/// Answers false when \p flagPart is not the argument's flag or name. Else
 /// runs \p beforeTaking (which may throw), finds the value text and moves
-/// \p index on when the value was the next element.
+/// \p index on when the value was the next element. \p valuePart is what
+/// followed the delimiter in the same element.
 template <class Matches, class BeforeTaking>
-bool takeValue(int &index, const std::vector<TyxString> &args, Matches matches, BeforeTaking beforeTaking,
-               const TyxString &id, TyxString &valueText)
+bool takeValue(int &index, const std::vector<TyxString> &args, const TyxString &flagPart,
+               const TyxString &valuePart, Matches matches, BeforeTaking beforeTaking, const TyxString &id,
+               TyxString &valueText)
 {
-    const TyxString &text = args[static_cast<size_t>(index)];
-    const wchar_t delimiter = TyxClArg::delimiter();
-    TyxString flagPart;
-    TyxString valuePart;
-    if (delimiter == L' ') {
-        flagPart = text;
-    } else {
-        const size_t at = text.find(delimiter);
-        flagPart = text.substr(0, at);
-        if (at != TyxString::npos)
-            valuePart = text.substr(at + 1);
-    }
     if (!matches(flagPart))
         return false;
     beforeTaking();
-    if (delimiter == L' ') {
+    if (TyxClArg::delimiter() == L' ') {
         if (static_cast<size_t>(index) + 1 >= args.size())
             TYX_THROW_ERROR(L"Missing a value for this argument: " + id);
         ++index;

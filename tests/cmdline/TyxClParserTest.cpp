@@ -315,3 +315,45 @@ TEST(TyxClParserTest, UnlabeledTakesWhatNothingElseTook)
 }
 
 } // namespace
+
+namespace {
+
+TEST(TyxClXorHandlerTest, CheckCountsRequiredPlacesAndMarksPartners)
+{
+    TyxClParser parser(L"xor");
+    TyxClArgPtr a =
+        new TyxClSwitchArg(prop(L'a', L"aa", TyxString(), TyxMetaType::Bool, TyxMetaFlag::Required));
+    TyxClArgPtr b =
+        new TyxClSwitchArg(prop(L'b', L"bb", TyxString(), TyxMetaType::Bool, TyxMetaFlag::Required));
+    TyxClArgPtr c =
+        new TyxClSwitchArg(prop(L'c', L"cc", TyxString(), TyxMetaType::Bool, TyxMetaFlag::Required));
+    TyxClArgPtr loose = new TyxClSwitchArg(prop(L'l', L"loose"));
+    TyxClXorHandler handler;
+    std::vector<TyxClArgPtr> group{a, b};
+    handler.add(group);
+    EXPECT_TRUE(handler.contains(a));
+    EXPECT_FALSE(handler.contains(c));
+    EXPECT_EQ(handler.check(c), 1);
+    EXPECT_EQ(handler.check(loose), 0);
+    EXPECT_EQ(handler.check(a), 2);
+    EXPECT_TRUE(b->isXorSet());
+    EXPECT_FALSE(a->isXorSet());
+    EXPECT_EQ(handler.className(), L"TyxClXorHandler");
+}
+
+TEST(TyxClXorHandlerTest, VisitorsAndExitException)
+{
+    TyxClIgnoreRestVisitor ignore;
+    EXPECT_FALSE(ignore.ignoreRest());
+    ignore.visit();
+    EXPECT_TRUE(ignore.ignoreRest());
+    TyxClArgVisitorIFPtr copy = ignore.clone();
+    EXPECT_EQ(copy->className(), L"TyxClIgnoreRestVisitor");
+    ignore.reset();
+    EXPECT_FALSE(ignore.ignoreRest());
+    const TyxClExitException stop(3);
+    EXPECT_EQ(stop.status(), 3);
+    EXPECT_EQ(stop.className(), L"TyxClExitException");
+}
+
+} // namespace
