@@ -25,7 +25,9 @@ int main(int argc, char **argv)
                           TyxVariant(L"(input)_copy"));
     TyxMetaProperty levelProperty(L'l', L"level", L"1..9", TyxMetaType::Int, TyxMetaFlag(),
                                   L"Compression level");
-    levelProperty.setValidator(new TyxNumValidator<int>(0x05, 1, 9));
+    // The property keeps its own copy of the validator.
+    const TyxNumValidator<int> oneToNine(0x05, 1, 9);
+    levelProperty.setValidator(&oneToNine);
     TyxClValueArg *level = new TyxClValueArg(levelProperty, TyxVariant(6));
     TyxClSwitchArg *quiet = new TyxClSwitchArg(
         TyxMetaProperty(L'q', L"quiet", TyxString(), TyxMetaType::Bool, TyxMetaFlag(), L"Print nothing"));

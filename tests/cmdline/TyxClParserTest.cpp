@@ -90,7 +90,8 @@ TEST(TyxClParserTest, ErrorMessages)
             new TyxClValueArg(prop(L'i', L"input", L"path", TyxMetaType::String, TyxMetaFlag::Required));
         f.parser.add(input);
         TyxMetaProperty number = prop(L'n', L"number", L"count", TyxMetaType::Int);
-        number.setValidator(new TyxNumValidator<int32_t>(0x05, 1, 10));
+        const TyxNumValidator<int32_t> oneToTen(0x05, 1, 10);
+        number.setValidator(&oneToTen);
         f.parser.add(new TyxClValueArg(number, TyxVariant(int32_t(5))));
         f.parser.add(new TyxClSwitchArg(prop(L'q', L"quiet")));
         f.parser.xorAdd(new TyxClSwitchArg(prop(L'x', L"xes")), new TyxClSwitchArg(prop(L'y', L"yes")));
