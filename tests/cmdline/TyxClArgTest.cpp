@@ -1,0 +1,180 @@
+#include <gtest/gtest.h>
+
+#include <tyx/TyxClMultiSwitchArg.h>
+#include <tyx/TyxClMultiUnlabeledArg.h>
+#include <tyx/TyxClMultiValueArg.h>
+#include <tyx/TyxClParser.h>
+#include <tyx/TyxClSwitchArg.h>
+#include <tyx/TyxClUnlabeledArg.h>
+#include <tyx/TyxClValueArg.h>
+#include <tyx/TyxTextMsg.h>
+
+using namespace tyx;
+
+namespace {
+
+TyxMetaProperty prop(wchar_t flag, const TyxString &name, const TyxString &label = TyxString(),
+                     const TyxMetaType &type = TyxMetaType::String, uint32_t flags = 0)
+{
+    return TyxMetaProperty(flag, name, label, type, TyxMetaFlag(flags), L"About " + name);
+}
+
+TyxString thrownText(const std::function<void()> &action)
+{
+    try {
+        action();
+    } catch (const TyxTextMsg &msg) {
+        return msg.text();
+    }
+    return L"(nothing thrown)";
+}
+
+TEST(TyxClArgTest, BadFlagOrNameThrowsAtConstruction)
+{
+    EXPECT_EQ(thrownText([] { TyxClSwitchArg a(prop(L'-', L"x")); }),
+              L"Argument flag cannot be either '-' or '--' or a space: -");
+    EXPECT_EQ(thrownText([] { TyxClSwitchArg a(prop(L' ', L"x")); }),
+              L"Argument flag cannot be either '-' or '--' or a space:  ");
+    EXPECT_EQ(thrownText([] { TyxClValueArg a(prop(L'a', L"-x")); }),
+              L"Argument name cannot begin with either '-' or '--' or space: -x");
+}
+
+TEST(TyxClArgTest, ClassNamesAndStatics)
+{
+    EXPECT_EQ(TyxClSwitchArg(prop(L'a', L"a")).className(), L"TyxClSwitchArg");
+    EXPECT_EQ(TyxClMultiSwitchArg(prop(L'a', L"a")).className(), L"TyxClMultiSwitchArg");
+    EXPECT_EQ(TyxClValueArg(prop(L'a', L"a")).className(), L"TyxClValueArg");
+    EXPECT_EQ(TyxClMultiValueArg(prop(L'a', L"a")).className(), L"TyxClMultiValueArg");
+    EXPECT_EQ(TyxClUnlabeledArg(prop(0, L"a")).className(), L"TyxClUnlabeledArg");
+    EXPECT_EQ(TyxClMultiUnlabeledArg(prop(0, L"a")).className(), L"TyxClMultiUnlabeledArg");
+    EXPECT_EQ(TyxClArg::flagStartString(), L"-");
+    EXPECT_EQ(TyxClArg::nameStartString(), L"--");
+    EXPECT_EQ(TyxClArg::ignoreNameString(), L"ignore_rest");
+    EXPECT_EQ(TyxClArg::blankChar(), wchar_t(7));
+}
+
+struct IdCase {
+    TyxClArgPtr arg;
+    const wchar_t *shortId;
+    const wchar_t *longId;
+};
+
+TEST(TyxClArgTest, IdTexts)
+{
+    TyxClParser parser(L"ids"); // blank delimiter
+    const IdCase cases[] = {
+        {new TyxClSwitchArg(prop(L'f', L"fast")), L"-f", L"-f,  --fast"},
+        {new TyxClSwitchArg(prop(0, L"fast")), L"--fast", L"--fast"},
+        {new TyxClMultiSwitchArg(prop(L'f', L"fast")), L"-f ... ", L"-f,  --fast (accepted multiple times)"},
+        {new TyxClValueArg(prop(L'f', L"file", L"path")), L"-f <path>", L"-f <path>,  --file <path>"},
+        {new TyxClValueArg(prop(0, L"file", L"path")), L"--file <path>", L"--file <path>"},
+        {new TyxClMultiValueArg(prop(L'f', L"file", L"path")), L"-f <path> ... ",
+         L"-f <path>,  --file <path> (accepted multiple times)"},
+        {new TyxClUnlabeledArg(prop(0, L"file", L"path")), L"<path>", L"<path>"},
+        {new TyxClMultiUnlabeledArg(prop(0, L"file", L"path")), L"<path> ...",
+         L"<path> (accepted multiple times)"},
+    };
+    for (const IdCase &c : cases) {
+        EXPECT_EQ(c.arg->shortID(), c.shortId);
+        EXPECT_EQ(c.arg->longID(), c.longId);
+    }
+}
+
+TEST(TyxClArgTest, IdTextsWithDelimiter)
+{
+    TyxClParser parser(L"ids", L"1", L'=');
+    TyxClValueArg arg(prop(L'f', L"file", L"path"));
+    EXPECT_EQ(arg.shortID(), L"-f=<path>");
+    EXPECT_EQ(arg.longID(), L"-f=<path>,  --file=<path>");
+    TyxClParser back(L"ids");
+}
+
+TEST(TyxClArgTest, DescriptionCarriesRequireLabel)
+{
+    TyxClValueArg optional(prop(L'a', L"alpha"));
+    TyxClValueArg required(prop(L'b', L"beta", TyxString(), TyxMetaType::String, TyxMetaFlag::Required));
+    EXPECT_EQ(optional.description(), L"About alpha");
+    EXPECT_EQ(required.description(), L"(required)  About beta");
+    EXPECT_TRUE(required.isRequired());
+    EXPECT_FALSE(optional.isRequired());
+}
+
+TEST(TyxClArgTest, MatchesBySharedFlagOrName)
+{
+    TyxClSwitchArg a(prop(L'a', L"alpha"));
+    EXPECT_TRUE(a.matches(TyxClSwitchArg(prop(L'a', L"other"))));
+    EXPECT_TRUE(a.matches(TyxClSwitchArg(prop(L'b', L"alpha"))));
+    EXPECT_FALSE(a.matches(TyxClSwitchArg(prop(L'b', L"beta"))));
+    TyxClSwitchArg noFlag(prop(0, L"x"));
+    EXPECT_FALSE(noFlag.matches(TyxClSwitchArg(prop(0, L"y"))));
+}
+
+TEST(TyxClArgTest, ValueIsConvertedToThePropertyType)
+{
+    TyxClParser parser(L"types");
+    TyxClValueArg count(prop(L'n', L"count", L"n", TyxMetaType::Int), TyxVariant(int32_t(3)));
+    std::vector<TyxString> args{L"-n", L"42"};
+    int index = 0;
+    EXPECT_TRUE(count.processArg(&index, args));
+    EXPECT_EQ(index, 1);
+    EXPECT_EQ(count.variant().type(), TyxMetaType::Int);
+    EXPECT_EQ(count.variant().value<int32_t>(), 42);
+    EXPECT_TRUE(count.isValueSet());
+    count.reset();
+    EXPECT_FALSE(count.isValueSet());
+    EXPECT_EQ(count.variant().value<int32_t>(), 3);
+}
+
+TEST(TyxClArgTest, SwitchTakesTheOppositeOfItsDefault)
+{
+    TyxClParser parser(L"switch");
+    TyxClSwitchArg on(prop(L'a', L"a"), true);
+    std::vector<TyxString> args{L"--a"};
+    int index = 0;
+    EXPECT_TRUE(on.processArg(&index, args));
+    EXPECT_FALSE(on.switchValue());
+    EXPECT_EQ(thrownText([&] { on.processArg(&index, args); }), L"Argument already set: -a,  --a");
+}
+
+TEST(TyxClArgTest, RequiredMultiValueStopsBeingRequiredAfterFirstValue)
+{
+    TyxClParser parser(L"multi");
+    TyxClMultiValueArg list(prop(L'b', L"band", L"i", TyxMetaType::Int, TyxMetaFlag::Required));
+    EXPECT_TRUE(list.isRequired());
+    std::vector<TyxString> args{L"-b", L"1", L"-b", L"2"};
+    int index = 0;
+    EXPECT_TRUE(list.processArg(&index, args));
+    EXPECT_FALSE(list.isRequired());
+    index = 2;
+    EXPECT_TRUE(list.processArg(&index, args));
+    const TyxVariantList values = list.values();
+    ASSERT_EQ(values.size(), 2u);
+    EXPECT_EQ(values[0].value<int32_t>(), 1);
+    EXPECT_EQ(values[1].value<int32_t>(), 2);
+    list.reset();
+    EXPECT_TRUE(list.isRequired());
+    EXPECT_TRUE(list.values().empty());
+}
+
+struct CountingVisitor : TyxClArgVisitorIF {
+    explicit CountingVisitor(int *count) : m_count(count) {}
+    TyxClArgVisitorIF *clone() const override { return new CountingVisitor(m_count); }
+    void visit() const override { ++*m_count; }
+    int *m_count;
+};
+
+TEST(TyxClArgTest, VisitorRunsOnEachValue)
+{
+    TyxClParser parser(L"visit");
+    int count = 0;
+    TyxClMultiSwitchArg arg(prop(L'v', L"verbose"), 0, new CountingVisitor(&count));
+    for (int i = 0; i < 2; ++i) {
+        std::vector<TyxString> args{L"-v"};
+        int index = 0;
+        EXPECT_TRUE(arg.processArg(&index, args));
+    }
+    EXPECT_EQ(count, 2);
+    EXPECT_EQ(arg.switchValue(), 2u);
+}
+
+} // namespace

@@ -1,0 +1,360 @@
+#include <gtest/gtest.h>
+
+#include <tyx/TyxClExitException.h>
+#include <tyx/TyxClMultiSwitchArg.h>
+#include <tyx/TyxClMultiUnlabeledArg.h>
+#include <tyx/TyxClMultiValueArg.h>
+#include <tyx/TyxClParser.h>
+#include <tyx/TyxClSwitchArg.h>
+#include <tyx/TyxClUnlabeledArg.h>
+#include <tyx/TyxClValueArg.h>
+#include <tyx/TyxNumValidator.h>
+
+#include "TyxClTestOutput.h"
+
+using namespace tyx;
+
+namespace {
+
+TyxMetaProperty prop(wchar_t flag, const TyxString &name, const TyxString &label = TyxString(),
+                     const TyxMetaType &type = TyxMetaType::String, uint32_t flags = 0)
+{
+    return TyxMetaProperty(flag, name, label, type, TyxMetaFlag(flags), L"About " + name);
+}
+
+// A parser whose errors reach the test as the returned message.
+struct Fixture {
+    explicit Fixture(wchar_t delimiter = L' ') : parser(L"test program", L"1.2", delimiter)
+    {
+        parser.setOutput(TyxClOutputIFPtr(output.get()));
+    }
+    TyxString run(std::vector<TyxString> args)
+    {
+        args.insert(args.begin(), L"prog");
+        return parser.parse(args).text();
+    }
+    TyxClParser parser;
+    TyxSmartPtr<test::RecordingOutput> output{new test::RecordingOutput()};
+};
+
+TEST(TyxClParserTest, DefaultsBeforeParse)
+{
+    TyxClParser parser(L"message", L"2.0");
+    EXPECT_EQ(parser.progName(), L"not_set_yet");
+    EXPECT_EQ(parser.className(), L"TyxClParser");
+    EXPECT_TRUE(parser.exceptionHandling());
+    EXPECT_TRUE(parser.exitOnHelp());
+    EXPECT_TRUE(parser.hasHelpAndVersion());
+    EXPECT_EQ(parser.delimiter(), L' ');
+    ASSERT_EQ(parser.argList().size(), 2u);
+    EXPECT_EQ(parser.argList().front()->longID(), L"-h,  --help");
+    EXPECT_EQ(parser.argList().front()->description(), L"Displays usage information and exits");
+    EXPECT_EQ(parser.argList().back()->longID(), L"-v,  --version");
+    EXPECT_EQ(parser.argList().back()->description(), L"Displays version information and exits");
+    EXPECT_TRUE(TyxClParser(L"m", L"1", L' ', false).argList().empty());
+}
+
+TEST(TyxClParserTest, NoArgumentsNoneRequiredSucceeds)
+{
+    Fixture f;
+    EXPECT_EQ(f.run({}), L"");
+    EXPECT_EQ(f.parser.progName(), L"prog");
+    EXPECT_EQ(f.output->text(), L"");
+}
+
+struct ErrorCase {
+    std::vector<TyxString> args;
+    const wchar_t *message;
+};
+
+TEST(TyxClParserTest, ErrorMessages)
+{
+    const ErrorCase cases[] = {
+        {{}, L"Required argument missing: input"},
+        {{L"-i"}, L"Missing a value for this argument: -i <path>,  --input <path>"},
+        {{L"-i", L"a", L"-n", L"many"},
+         L"Couldn't read argument value from string 'many': -n <count>,  --number <count>"},
+        {{L"-i", L"a", L"-n", L"12"},
+         L"Value '12' does not meet constraint: -n <count>,  --number <count> (The value of '12' is not "
+         L"within [1, "
+         L"10].)"},
+        {{L"-i", L"a", L"-z"}, L"Couldn't find match for argument: -z"},
+        {{L"-i", L"a", L"-i", L"b"}, L"Argument already set: -i <path>,  --input <path>"},
+        {{L"-i", L"a", L"-q", L"-q"}, L"Argument already set: -q,  --quiet"},
+        {{L"-i", L"a", L"-x", L"-y"}, L"Mutually exclusive argument already set: -y,  --yes"},
+        {{L"-i", L"a", L"-xy"}, L"Mutually exclusive argument already set: -y,  --yes"},
+    };
+    for (const ErrorCase &c : cases) {
+        Fixture f;
+        TyxClValueArg *input =
+            new TyxClValueArg(prop(L'i', L"input", L"path", TyxMetaType::String, TyxMetaFlag::Required));
+        f.parser.add(input);
+        TyxMetaProperty number = prop(L'n', L"number", L"count", TyxMetaType::Int);
+        const TyxNumValidator<int32_t> oneToTen(0x05, 1, 10);
+        number.setValidator(&oneToTen);
+        f.parser.add(new TyxClValueArg(number, TyxVariant(int32_t(5))));
+        f.parser.add(new TyxClSwitchArg(prop(L'q', L"quiet")));
+        f.parser.xorAdd(new TyxClSwitchArg(prop(L'x', L"xes")), new TyxClSwitchArg(prop(L'y', L"yes")));
+        const TyxString message = f.run(c.args);
+        EXPECT_EQ(message, c.message);
+        EXPECT_NE(f.output->text().find(L"PARSE ERROR: " + TyxString(c.message) + L"\n"), TyxString::npos);
+        EXPECT_EQ(f.output->exits(), 0);
+        // After a reset the same parser takes a good line.
+        f.parser.reset();
+        EXPECT_EQ(f.run({L"-i", L"in", L"-n", L"7"}), L"");
+        EXPECT_EQ(input->variant().value<TyxString>(), L"in");
+    }
+}
+
+TEST(TyxClParserTest, TwoMissingRequiredArguments)
+{
+    Fixture f;
+    f.parser.add(
+        new TyxClValueArg(prop(L'a', L"alpha", TyxString(), TyxMetaType::String, TyxMetaFlag::Required)));
+    f.parser.add(
+        new TyxClValueArg(prop(L'b', L"beta", TyxString(), TyxMetaType::String, TyxMetaFlag::Required)));
+    EXPECT_EQ(f.run({}), L"Required arguments missing: alpha, beta");
+    f.parser.reset();
+    EXPECT_EQ(f.run({L"-b", L"1"}), L"Required argument missing: alpha");
+}
+
+TEST(TyxClParserTest, ErrorsAreThrownWithoutExceptionHandling)
+{
+    Fixture f;
+    f.parser.setExceptionHandling(false);
+    EXPECT_THROW(f.run({L"-z"}), TyxTextMsg);
+    EXPECT_EQ(f.output->text(), L"");
+}
+
+TEST(TyxClParserTest, AddRejectsClashesAndLateUnlabeled)
+{
+    Fixture f;
+    EXPECT_THROW(f.parser.add(new TyxClSwitchArg(prop(L'h', L"hidden"))), TyxTextMsg);
+    try {
+        f.parser.add(new TyxClSwitchArg(prop(L'k', L"help")));
+        FAIL();
+    } catch (const TyxTextMsg &msg) {
+        EXPECT_EQ(msg.text(), L"Argument with same flag/name already exists: -k,  --help");
+    }
+    f.parser.add(new TyxClUnlabeledArg(prop(0, L"first", L"one")));
+    try {
+        f.parser.add(new TyxClUnlabeledArg(prop(0, L"second", L"two")));
+        FAIL();
+    } catch (const TyxTextMsg &msg) {
+        EXPECT_EQ(msg.text(),
+                  L"No more unlabeled arguments are allowed following an optional unlabeled arg: <two>");
+    }
+}
+
+TEST(TyxClParserTest, CombinedSwitchesSetEveryLetter)
+{
+    Fixture f;
+    TyxClSwitchArg *a = new TyxClSwitchArg(prop(L'a', L"aa"));
+    TyxClSwitchArg *b = new TyxClSwitchArg(prop(L'b', L"bb"));
+    TyxClMultiSwitchArg *c = new TyxClMultiSwitchArg(prop(L'c', L"cc"));
+    f.parser.add(a);
+    f.parser.add(b);
+    f.parser.add(c);
+    EXPECT_EQ(f.run({L"-cab", L"-c"}), L"");
+    EXPECT_TRUE(a->switchValue());
+    EXPECT_TRUE(b->switchValue());
+    EXPECT_EQ(c->switchValue(), 2u);
+    f.parser.reset();
+    EXPECT_EQ(f.run({L"-ccc"}), L"");
+    EXPECT_FALSE(a->switchValue());
+    EXPECT_EQ(c->switchValue(), 3u);
+    f.parser.reset();
+    EXPECT_EQ(f.run({L"-az"}), L"Couldn't find match for argument: -\az");
+}
+
+TEST(TyxClParserTest, RequiredSwitchInCombinedGroupIsCounted)
+{
+    Fixture f;
+    f.parser.add(
+        new TyxClSwitchArg(prop(L'a', L"aa", TyxString(), TyxMetaType::Bool, TyxMetaFlag::Required)));
+    f.parser.add(new TyxClSwitchArg(prop(L'b', L"bb")));
+    EXPECT_EQ(f.run({L"-ab"}), L"");
+}
+
+TEST(TyxClParserTest, DoubleDashStopsIgnorableArguments)
+{
+    Fixture f;
+    TyxClSwitchArg *loose =
+        new TyxClSwitchArg(prop(L'l', L"loose", TyxString(), TyxMetaType::Bool, TyxMetaFlag::Ignorable));
+    TyxClMultiUnlabeledArg *rest = new TyxClMultiUnlabeledArg(prop(0, L"rest", L"word"));
+    f.parser.add(loose);
+    f.parser.add(rest);
+    EXPECT_EQ(f.run({L"one", L"--", L"-l", L"two"}), L"");
+    EXPECT_FALSE(loose->switchValue());
+    const TyxVariantList words = rest->values();
+    ASSERT_EQ(words.size(), 3u);
+    EXPECT_EQ(words[1].value<TyxString>(), L"-l");
+    f.parser.reset();
+    EXPECT_EQ(f.run({L"-l", L"--ignore_rest", L"-l"}), L"");
+    EXPECT_TRUE(loose->switchValue());
+    ASSERT_EQ(rest->values().size(), 1u);
+    f.parser.reset();
+    EXPECT_EQ(f.run({L"-l"}), L"");
+    EXPECT_TRUE(loose->switchValue());
+}
+
+TEST(TyxClParserTest, ValuesWithDelimiter)
+{
+    Fixture f(L'=');
+    TyxClValueArg *size = new TyxClValueArg(prop(L's', L"size", L"n", TyxMetaType::Int));
+    TyxClMultiValueArg *tag = new TyxClMultiValueArg(prop(L't', L"tag", L"text"));
+    f.parser.add(size);
+    f.parser.add(tag);
+    EXPECT_EQ(f.run({L"--size=12", L"-t=a=b", L"--tag=c d"}), L"");
+    EXPECT_EQ(size->variant().value<int32_t>(), 12);
+    ASSERT_EQ(tag->values().size(), 2u);
+    EXPECT_EQ(tag->values()[0].value<TyxString>(), L"a=b");
+    EXPECT_EQ(tag->values()[1].value<TyxString>(), L"c d");
+    f.parser.reset();
+    EXPECT_EQ(f.run({L"-s="}), L"Couldn't find delimiter for this argument: -s=<n>,  --size=<n>");
+    f.parser.reset();
+    EXPECT_EQ(f.run({L"-s", L"3"}), L"Couldn't find delimiter for this argument: -s=<n>,  --size=<n>");
+    TyxClParser blank(L"restores the blank delimiter");
+}
+
+TEST(TyxClParserTest, NarrowEntryDecodesUtf8)
+{
+    Fixture f;
+    TyxClValueArg *name = new TyxClValueArg(prop(L'n', L"name"));
+    TyxClUnlabeledArg *file =
+        new TyxClUnlabeledArg(prop(0, L"file", TyxString(), TyxMetaType::String, TyxMetaFlag::Required));
+    f.parser.add(name);
+    f.parser.add(file);
+    const char *argv[] = {"prög", "-n", "Zürich", "Ωmega.tif"};
+    EXPECT_TRUE(f.parser.parse(4, argv).isEmpty());
+    EXPECT_EQ(f.parser.progName(), L"pr\u00f6g");
+    EXPECT_EQ(name->variant().value<TyxString>(), L"Z\u00fcrich");
+    EXPECT_EQ(file->variant().value<TyxString>(), L"\u03a9mega.tif");
+    f.parser.reset();
+    const wchar_t *wargv[] = {L"prog", L"x.tif"};
+    EXPECT_TRUE(f.parser.parse(2, wargv).isEmpty());
+    EXPECT_FALSE(name->isValueSet());
+    EXPECT_EQ(file->variant().value<TyxString>(), L"x.tif");
+}
+
+TEST(TyxClParserTest, ExclusiveGroupSatisfiedByOneMember)
+{
+    Fixture f;
+    TyxClValueArg *a =
+        new TyxClValueArg(prop(L'a', L"alpha", TyxString(), TyxMetaType::String, TyxMetaFlag::Required));
+    TyxClValueArg *b =
+        new TyxClValueArg(prop(L'b', L"beta", TyxString(), TyxMetaType::String, TyxMetaFlag::Required));
+    f.parser.xorAdd(a, b);
+    EXPECT_EQ(a->description(), L"(OR required)  About alpha");
+    EXPECT_EQ(f.run({L"-b", L"x"}), L"");
+    EXPECT_TRUE(a->isXorSet());
+    EXPECT_TRUE(a->isSet());
+    EXPECT_FALSE(a->isValueSet());
+    f.parser.reset();
+    EXPECT_EQ(f.run({}), L"Required arguments missing: alpha, beta");
+    f.parser.reset();
+    EXPECT_EQ(f.run({L"-a", L"1", L"-b", L"2"}),
+              L"Mutually exclusive argument already set: -b <beta>,  --beta <beta>");
+}
+
+TEST(TyxClParserTest, OptionalExclusiveGroupAndListMember)
+{
+    Fixture f;
+    TyxClMultiValueArg *list = new TyxClMultiValueArg(prop(L'l', L"list"));
+    TyxClSwitchArg *none = new TyxClSwitchArg(prop(L'n', L"none"));
+    f.parser.xorAdd(list, none);
+    EXPECT_EQ(f.run({L"-l", L"1", L"-l", L"2"}), L"");
+    EXPECT_EQ(list->values().size(), 2u);
+    f.parser.reset();
+    EXPECT_EQ(f.run({L"-n"}), L"");
+    f.parser.reset();
+    EXPECT_EQ(
+        f.run({L"-n", L"-l", L"1"}),
+        L"Mutually exclusive argument already set: -l <list>,  --list <list> (accepted multiple times)");
+}
+
+TEST(TyxClParserTest, HelpStopsTheParseThroughTheOutput)
+{
+    Fixture f;
+    TyxClSwitchArg *after = new TyxClSwitchArg(prop(L'a', L"after"));
+    f.parser.add(after);
+    EXPECT_EQ(f.run({L"-h", L"-a"}), L"");
+    EXPECT_EQ(f.output->exits(), 1);
+    EXPECT_EQ(f.output->status(), 0);
+    EXPECT_EQ(f.output->text().substr(0, 10), L"\nUSAGE: \n\n");
+    EXPECT_FALSE(after->isValueSet());
+
+    f.parser.reset();
+    f.output->clear();
+    f.parser.setExitOnHelp(false);
+    EXPECT_EQ(f.run({L"--version"}), L"");
+    EXPECT_EQ(f.output->exits(), 1);
+    EXPECT_EQ(f.output->text(), L"\nprog  version: 1.2\n\n");
+}
+
+TEST(TyxClParserTest, HelpVisitorThrowsExitException)
+{
+    Fixture f;
+    TyxClArgPtr help = f.parser.argList().front();
+    std::vector<TyxString> args{L"-h"};
+    int index = 0;
+    EXPECT_THROW(help->processArg(&index, args), TyxClExitException);
+}
+
+TEST(TyxClParserTest, UnlabeledTakesWhatNothingElseTook)
+{
+    Fixture f;
+    TyxClUnlabeledArg *first =
+        new TyxClUnlabeledArg(prop(0, L"first", TyxString(), TyxMetaType::Int, TyxMetaFlag::Required));
+    f.parser.add(first);
+    EXPECT_EQ(f.run({L"-z"}), L"Couldn't read argument value from string '-z': <first>");
+    f.parser.reset();
+    EXPECT_EQ(f.run({L"7", L"8"}), L"Couldn't find match for argument: 8");
+    f.parser.reset();
+    EXPECT_EQ(f.run({L"7"}), L"");
+    EXPECT_EQ(first->variant().value<int32_t>(), 7);
+}
+
+} // namespace
+
+namespace {
+
+TEST(TyxClXorHandlerTest, CheckCountsRequiredPlacesAndMarksPartners)
+{
+    TyxClParser parser(L"xor");
+    TyxClArgPtr a =
+        new TyxClSwitchArg(prop(L'a', L"aa", TyxString(), TyxMetaType::Bool, TyxMetaFlag::Required));
+    TyxClArgPtr b =
+        new TyxClSwitchArg(prop(L'b', L"bb", TyxString(), TyxMetaType::Bool, TyxMetaFlag::Required));
+    TyxClArgPtr c =
+        new TyxClSwitchArg(prop(L'c', L"cc", TyxString(), TyxMetaType::Bool, TyxMetaFlag::Required));
+    TyxClArgPtr loose = new TyxClSwitchArg(prop(L'l', L"loose"));
+    TyxClXorHandler handler;
+    std::vector<TyxClArgPtr> group{a, b};
+    handler.add(group);
+    EXPECT_TRUE(handler.contains(a));
+    EXPECT_FALSE(handler.contains(c));
+    EXPECT_EQ(handler.check(c), 1);
+    EXPECT_EQ(handler.check(loose), 0);
+    EXPECT_EQ(handler.check(a), 2);
+    EXPECT_TRUE(b->isXorSet());
+    EXPECT_FALSE(a->isXorSet());
+    EXPECT_EQ(handler.className(), L"TyxClXorHandler");
+}
+
+TEST(TyxClXorHandlerTest, VisitorsAndExitException)
+{
+    TyxClIgnoreRestVisitor ignore;
+    EXPECT_FALSE(ignore.ignoreRest());
+    ignore.visit();
+    EXPECT_TRUE(ignore.ignoreRest());
+    TyxClArgVisitorIFPtr copy = ignore.clone();
+    EXPECT_EQ(copy->className(), L"TyxClIgnoreRestVisitor");
+    ignore.reset();
+    EXPECT_FALSE(ignore.ignoreRest());
+    const TyxClExitException stop(3);
+    EXPECT_EQ(stop.status(), 3);
+    EXPECT_EQ(stop.className(), L"TyxClExitException");
+}
+
+} // namespace
