@@ -29,6 +29,20 @@ inline constexpr unsigned int TyxJsonMaxDepth = 512;
 /// nothing: it is empty, of type Null, and answers defaults.
 class TYX_EXPORT TyxJsonNode : public TyxObject {
 public:
+    /// Where an iteration stands: the node walked and the position in it.
+    struct IterState {
+        const TyxJsonNode *owner = nullptr;
+        unsigned int index = 0;
+    };
+
+    /// Walks the members of a Node in map order (each named by its key) or
+    /// the elements of an Array (unnamed). Each step makes a new node holding
+    /// a copy of the value: changing it leaves the walked node alone.
+    template <class T>
+    class iterator_p;
+    using iterator = iterator_p<TyxJsonNode>;
+    using const_iterator = iterator_p<const TyxJsonNode>;
+
     /// An empty node holding nothing.
     TyxJsonNode();
     /// A node with an empty name and the empty value of \p type: an empty
@@ -82,6 +96,12 @@ public:
     /// The JSON text of the value, pretty when \p pretty.
     TyxString toJson(bool pretty = false) const;
 
+    /// The first member or element; the end for any other node.
+    iterator begin();
+    const_iterator begin() const;
+    iterator end();
+    const_iterator end() const;
+
     /// Element \p index of an Array, or member \p index in map order of a
     /// Node (its key as name); a node holding nothing when out of range.
     TyxJsonNode at(unsigned int index) const;
@@ -107,6 +127,58 @@ private:
 
     std::unique_ptr<internal::TyxJsonNodeImpl> m_impl;
 };
+
+template <class T>
+class TyxJsonNode::iterator_p {
+public:
+    iterator_p() = default;
+    T &operator*() const { return m_current; }
+    T *operator->() const { return &m_current; }
+    iterator_p &operator++()
+    {
+        step();
+        return *this;
+    }
+    iterator_p operator++(int)
+    {
+        iterator_p before = *this;
+        step();
+        return before;
+    }
+    /// Iterators at the end are equal; others when at one place of one node.
+    bool operator==(const iterator_p &other) const
+    {
+        return atEnd() == other.atEnd() &&
+               (atEnd() || (m_state.owner == other.m_state.owner && m_state.index == other.m_state.index));
+    }
+    bool operator!=(const iterator_p &other) const { return !(*this == other); }
+
+private:
+    friend class TyxJsonNode;
+    iterator_p(const TyxJsonNode *owner, unsigned int index) : m_state{owner, index} { load(); }
+    bool atEnd() const { return m_current.isNull(); }
+    void load()
+    {
+        m_current = m_state.owner ? m_state.owner->at(m_state.index) : TyxJsonNode();
+        if (m_current.isNull())
+            m_state = IterState();
+    }
+    void step()
+    {
+        if (!atEnd()) {
+            ++m_state.index;
+            load();
+        }
+    }
+
+    IterState m_state;
+    mutable TyxJsonNode m_current;
+};
+
+inline TyxJsonNode::iterator TyxJsonNode::begin() { return iterator(this, 0); }
+inline TyxJsonNode::const_iterator TyxJsonNode::begin() const { return const_iterator(this, 0); }
+inline TyxJsonNode::iterator TyxJsonNode::end() { return iterator(); }
+inline TyxJsonNode::const_iterator TyxJsonNode::end() const { return const_iterator(); }
 
 /// Writes toJson(false).
 TYX_EXPORT std::ostream &operator<<(std::ostream &os, const TyxJsonNode &node);

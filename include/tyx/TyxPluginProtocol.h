@@ -7,9 +7,12 @@
 
 #include <tyx/TyxAutoPtr.h>
 #include <tyx/TyxGlobal.h>
+#include <tyx/TyxMetaObject.h>
+#include <tyx/TyxMetaProperties.h>
 #include <tyx/TyxObject.h>
 #include <tyx/TyxString.h>
 #include <tyx/TyxTextMsg.h>
+#include <tyx/TyxVariant.h>
 #include <tyx/TyxVersion.h>
 
 namespace tyx {
@@ -51,6 +54,11 @@ class TYX_EXPORT TyxPluginProtocol : public TyxObject {
 public:
     ~TyxPluginProtocol() override;
 
+    /// The description of the protocol class: the properties "name",
+    /// "description" and "version", whose values are fixed ("", "", "1.0.0")
+    /// and unrelated to the plug-in's own answers.
+    TyxMetaObjectConstPtr metaObject() const override;
+    TyxMetaObjectPtr metaObject() override;
     /// "TyxPluginProtocol".
     TyxString className() const override;
     /// Runs once the handshake has passed; an Error refuses the plug-in.
@@ -80,6 +88,11 @@ public:
     virtual TyxString description() const = 0;
     /// Who made the plug-in; the library never calls it.
     virtual TyxString vendor() const = 0;
+
+    /// The collection of the meta object.
+    TyxMetaPropertiesConstPtr properties() const;
+    /// The value of the property \p name; invalid when there is none.
+    TyxVariant propertyValue(const TyxString &name) const;
 
     /// The factories this plug-in offers.
     TyxFactoryRegistry &factories();

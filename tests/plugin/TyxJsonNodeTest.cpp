@@ -6,6 +6,7 @@
 #include <limits>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -173,6 +174,25 @@ TEST(TyxJsonNodeTest, MembersMatchIgnoringCase)
     EXPECT_EQ(node.find(L"B").at(1).toString(), L"x");
     EXPECT_TRUE(node.find(L"B").at(2).isNull());
     EXPECT_EQ(node.at(1).name(), L"b");
+}
+
+TEST(TyxJsonNodeTest, IterationWalksMembersAndElements)
+{
+    const TyxJsonNode node = TyxJsonNode::parse(L"{\"b\":2,\"A\":1}");
+    std::vector<TyxString> names;
+    for (const TyxJsonNode &member : node)
+        names.push_back(member.name() + L"=" + member.toString());
+    EXPECT_EQ(names, (std::vector<TyxString>{L"A=1", L"b=2"}));
+    TyxJsonNode array = TyxJsonNode::parse(L"[true,null]");
+    auto it = array.begin();
+    EXPECT_EQ(it->type(), TyxJsonNodeType::Bool);
+    it->setValue(TyxVariant(5));
+    EXPECT_EQ(array.toJson(), L"[true,null]");
+    EXPECT_EQ((it++)->name(), L"");
+    EXPECT_EQ(it->type(), TyxJsonNodeType::Null);
+    EXPECT_EQ(++it, array.end());
+    const TyxJsonNode scalar(L"x", TyxVariant(3));
+    EXPECT_EQ(scalar.begin(), scalar.end());
 }
 
 TEST(TyxJsonNodeTest, CopiesDoNotShare)

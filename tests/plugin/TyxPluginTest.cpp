@@ -316,6 +316,13 @@ TEST(TyxPluginProtocolTest, DyingProtocolRunsEachCallbackOnce)
         raw->registerCallback(&c, [&calls] { calls.push_back(4); });
         raw->unRegisterCallback(nullptr);
         EXPECT_EQ(raw->className(), L"TyxPluginProtocol");
+        // The description's values are fixed, whatever the plug-in says.
+        EXPECT_EQ(raw->propertyValue(L"version").value<TyxString>(), L"1.0.0");
+        EXPECT_EQ(raw->propertyValue(L"name").value<TyxString>(), L"");
+        EXPECT_FALSE(raw->propertyValue(L"vendor").isValid());
+        ASSERT_TRUE(raw->properties());
+        EXPECT_EQ(raw->properties()->size(), 3u);
+        EXPECT_EQ(raw->metaObject()->setProperty(L"name", TyxVariant(L"x")), 1);
     }
     // 2 was removed by 1, 3 replaced by 4; the order follows the keys.
     std::sort(calls.begin(), calls.end());
