@@ -71,7 +71,7 @@ class ScalerProtocol : public TyxPluginProtocol {
 public:
     TyxTextMsg initialize() override
     {
-        factories().insert(TyxFactoryPtr(new ScalerFactory(TyxPluginProtocolPtr(this, TyxNoDelete()))));
+        factories().insert(new ScalerFactory(selfPtr()));
         return TyxTextMsg();
     }
     void terminate() override { factories().clear(); }

@@ -22,6 +22,10 @@ public:
     /// Stores \p factory under its key: 0, or 1 (and no change) when the key
     /// is taken or the factory is null.
     int insert(const TyxFactoryPtr &factory);
+    /// Takes \p factory and stores it as insert(TyxFactoryPtr) does; a refused
+    /// factory is deleted. Plug-ins use this form: the counted pointer is then
+    /// made inside the library and leaves nothing behind when they unload.
+    int insert(TyxFactory *factory);
     /// 0 after erasing \p key, 1 when it was missing.
     int remove(const TyxString &key);
     bool contains(const TyxString &key) const;

@@ -18,6 +18,9 @@
 namespace tyx {
 
 class TyxFactoryRegistry;
+class TyxPluginProtocol;
+/// Shares a protocol without ever deleting it.
+using TyxPluginProtocolPtr = TyxAutoPtr<TyxPluginProtocol>;
 
 namespace internal {
 
@@ -94,6 +97,11 @@ public:
     /// The value of the property \p name; invalid when there is none.
     TyxVariant propertyValue(const TyxString &name) const;
 
+    /// A pointer to this protocol that never deletes it, for the plug-in's
+    /// factories. It is made inside the library: a pointer made in the
+    /// plug-in's own code would leave its deleter behind when it unloads.
+    TyxPluginProtocolPtr selfPtr();
+
     /// The factories this plug-in offers.
     TyxFactoryRegistry &factories();
     const TyxFactoryRegistry &factories() const;
@@ -115,9 +123,6 @@ private:
     std::map<const void *, std::unique_ptr<internal::BodyBase>> m_callbacks;
     std::unique_ptr<TyxFactoryRegistry> m_factories;
 };
-
-/// Shares a protocol without ever deleting it.
-using TyxPluginProtocolPtr = TyxAutoPtr<TyxPluginProtocol>;
 
 } // namespace tyx
 

@@ -72,7 +72,8 @@ TyxTextMsg TyxConfigFile::platformPath(const TyxVariantMap &entry, const TyxStri
     if (value->type() != TyxMetaType::VariantMap)
         return error(L"Invalid value type for plugin: " + name + L" platform: " + platformKey +
                      L" - value must be a string or an object.");
-    const TyxVariant *release = member(value->value<TyxVariantMap>(), L"release");
+    const TyxVariantMap build = value->value<TyxVariantMap>();
+    const TyxVariant *release = member(build, L"release");
     if (!release)
         return TyxTextMsg();
     if (release->type() != TyxMetaType::String)

@@ -18,6 +18,8 @@ int TyxFactoryRegistry::insert(const TyxFactoryPtr &factory)
     return m_factories.emplace(factory->key(), factory).second ? 0 : 1;
 }
 
+int TyxFactoryRegistry::insert(TyxFactory *factory) { return insert(TyxFactoryPtr(factory)); }
+
 int TyxFactoryRegistry::remove(const TyxString &key) { return m_factories.erase(key) ? 0 : 1; }
 
 bool TyxFactoryRegistry::contains(const TyxString &key) const { return m_factories.count(key) != 0; }

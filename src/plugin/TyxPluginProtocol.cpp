@@ -69,6 +69,8 @@ TyxVariant TyxPluginProtocol::propertyValue(const TyxString &name) const
     return value;
 }
 
+TyxPluginProtocolPtr TyxPluginProtocol::selfPtr() { return TyxPluginProtocolPtr(this, TyxNoDelete()); }
+
 TyxFactoryRegistry &TyxPluginProtocol::factories() { return *m_factories; }
 
 const TyxFactoryRegistry &TyxPluginProtocol::factories() const { return *m_factories; }

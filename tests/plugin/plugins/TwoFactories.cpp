@@ -33,9 +33,8 @@ class Protocol : public TyxPluginProtocol {
 public:
     TyxTextMsg initialize() override
     {
-        const TyxPluginProtocolPtr self(this, TyxNoDelete());
-        factories().insert(TyxFactoryPtr(new Factory<Counter>(self, L"Counter")));
-        factories().insert(TyxFactoryPtr(new Factory<Echo>(self, L"Echo")));
+        factories().insert(new Factory<Counter>(selfPtr(), L"Counter"));
+        factories().insert(new Factory<Echo>(selfPtr(), L"Echo"));
         return TyxTextMsg();
     }
     void terminate() override { factories().clear(); }
