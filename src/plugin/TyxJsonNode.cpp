@@ -185,7 +185,11 @@ ParseResult parseWide(const std::wstring &text, TyxVariant &value)
 
 std::string readAll(std::istream &is)
 {
-    return std::string(std::istreambuf_iterator<char>(is), std::istreambuf_iterator<char>());
+    // Bulk copy through the buffer; an empty stream sets failbit, which is harmless here.
+    std::ostringstream text;
+    if (is.rdbuf())
+        text << is.rdbuf();
+    return std::move(text).str();
 }
 
 std::wstring readAll(std::wistream &is)
