@@ -1,0 +1,261 @@
+#include <tyx/TyxJsonNode.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <limits>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace tyx;
+
+TyxTextMsg parseText(const std::string &text, TyxVariant &value)
+{
+    std::istringstream is(text);
+    return fromJson(is, value);
+}
+
+std::string writeText(const TyxVariant &value)
+{
+    std::ostringstream os;
+    toJson(os, value);
+    return os.str();
+}
+
+TEST(TyxJsonNodeTest, EmptyStreamGivesReaderTextWithLineAndOffset)
+{
+    TyxVariant value(5);
+    const TyxTextMsg msg = parseText("", value);
+    EXPECT_EQ(msg.type(), TyxTextMsg::Error);
+    EXPECT_EQ(msg.text(), L"The document is empty. (Line: 1 Offset: 0)");
+    EXPECT_EQ(value.value<int>(), 5);
+}
+
+TEST(TyxJsonNodeTest, MalformedTextsGiveTheirMessages)
+{
+    struct Case {
+        std::string text;
+        std::wstring message;
+    };
+    const Case cases[] = {
+        {"{\"a\":1", L"Missing a comma or '}' after an object member. (Line: 1 Offset: 6)"},
+        {"[1,\n2,\n", L"Invalid value. (Line: 3 Offset: 7)"},
+        {"[1] x", L"The document root must not be followed by other values. (Line: 1 Offset: 4)"},
+        {"\"\xff\"", L"Invalid encoding in string. (Line: 1 Offset: 1)"},
+        {"{\"a\" 1}", L"Missing a colon after a name of object member. (Line: 1 Offset: 5)"},
+    };
+    for (const Case &c : cases) {
+        TyxVariant value;
+        EXPECT_EQ(parseText(c.text, value).text(), c.message) << c.text;
+        EXPECT_FALSE(value.isValid());
+    }
+}
+
+TEST(TyxJsonNodeTest, DeepNestingFailsWithoutExhaustingTheStack)
+{
+    const std::string deep(100000, '[');
+    TyxVariant value;
+    const TyxTextMsg msg = parseText(deep, value);
+    EXPECT_EQ(msg.text(), L"The document nests arrays and objects deeper than 512 levels. (Line: 1 Offset: " +
+                              std::to_wstring(TyxJsonMaxDepth) + L")");
+    std::string objects;
+    for (int i = 0; i < 100000; ++i)
+        objects += "{\"a\":";
+    EXPECT_FALSE(parseText(objects, value).empty());
+}
+
+TEST(TyxJsonNodeTest, NestingAtTheLimitRoundTrips)
+{
+    const std::string text = std::string(TyxJsonMaxDepth, '[') + std::string(TyxJsonMaxDepth, ']');
+    TyxVariant value;
+    ASSERT_TRUE(parseText(text, value).empty());
+    EXPECT_EQ(writeText(value), text);
+}
+
+TEST(TyxJsonNodeTest, ValuesMapToVariantKinds)
+{
+    TyxVariant value;
+    ASSERT_TRUE(parseText(R"({"i":-3,"u":3000000000,"big":-9000000000,"huge":18446744073709551615,)"
+                          R"("d":0.5,"s":"x","t":true,"f":false,"n":null,"a":[],"o":{}})",
+                          value)
+                    .empty());
+    ASSERT_EQ(value.type(), TyxMetaType::VariantMap);
+    const TyxVariantMap map = value.value<TyxVariantMap>();
+    EXPECT_EQ(map.at(L"i").type(), TyxMetaType::Int);
+    EXPECT_EQ(map.at(L"u").type(), TyxMetaType::UInt);
+    EXPECT_EQ(map.at(L"big").type(), TyxMetaType::Int64);
+    EXPECT_EQ(map.at(L"huge").type(), TyxMetaType::UInt64);
+    EXPECT_EQ(map.at(L"huge").value<uint64_t>(), std::numeric_limits<uint64_t>::max());
+    EXPECT_EQ(map.at(L"d").type(), TyxMetaType::Double);
+    EXPECT_EQ(map.at(L"s").type(), TyxMetaType::String);
+    EXPECT_EQ(map.at(L"t").type(), TyxMetaType::Bool);
+    EXPECT_TRUE(map.at(L"t").value<bool>());
+    EXPECT_FALSE(map.at(L"n").isValid());
+    EXPECT_EQ(map.at(L"a").type(), TyxMetaType::VariantList);
+    EXPECT_EQ(map.at(L"o").type(), TyxMetaType::VariantMap);
+}
+
+TEST(TyxJsonNodeTest, TextsRoundTrip)
+{
+    const std::string texts[] = {
+        "null",
+        "true",
+        "[]",
+        "{}",
+        "[[],{},[{}]]",
+        R"({"a":[1,-2,3.25,1e300],"b":{"c":"d"}})",
+        "18446744073709551615",
+        "-9223372036854775808",
+        R"("tab\tquote\"back\\slash\nctl\u0001")",
+        "\"\xc3\xa9\xe2\x82\xac\xf0\x9f\x98\x80\"",
+        "0.1",
+    };
+    for (const std::string &text : texts) {
+        TyxVariant value;
+        ASSERT_TRUE(parseText(text, value).empty()) << text;
+        EXPECT_EQ(writeText(value), text);
+    }
+}
+
+TEST(TyxJsonNodeTest, WideTextParsesAndWrites)
+{
+    std::wistringstream is(L"{\"n\\u00e9\":\"\u20ac\"}");
+    TyxVariant value;
+    ASSERT_TRUE(fromJson(is, value).empty());
+    EXPECT_EQ(value.value<TyxVariantMap>().at(L"n\u00e9").value<TyxString>(), L"\u20ac");
+    std::wostringstream os;
+    toJson(os, value);
+    EXPECT_EQ(os.str(), L"{\"n\u00e9\":\"\u20ac\"}");
+    std::wistringstream bad(L"[1,");
+    EXPECT_EQ(fromJson(bad, value).text(), L"Invalid value. (Line: 1 Offset: 3)");
+}
+
+TEST(TyxJsonNodeTest, PrettyFormUsesTheIndent)
+{
+    TyxVariantList list{TyxVariant(1), TyxVariant(2)};
+    std::ostringstream os;
+    toJson(os, TyxVariant(list), L"\t", true);
+    EXPECT_EQ(os.str(), "[\n\t1,\n\t2\n]");
+    std::ostringstream other;
+    toJson(other, TyxVariant(list), L"x", true);
+    EXPECT_EQ(other.str(), "[\n    1,\n    2\n]");
+}
+
+TEST(TyxJsonNodeTest, OtherValuesAreWrittenAsNumbersOrText)
+{
+    EXPECT_EQ(writeText(TyxVariant(std::numeric_limits<double>::infinity())), "null");
+    EXPECT_EQ(writeText(TyxVariant(static_cast<unsigned char>(7))), "7");
+    EXPECT_EQ(writeText(TyxVariant(2.5f)), "2.5");
+    EXPECT_EQ(writeText(TyxVariant(TyxStrList{L"a", L"b"})).front(), '"');
+}
+
+TEST(TyxJsonNodeTest, TypesFollowTheVariant)
+{
+    EXPECT_EQ(TyxJsonNode(L"", TyxVariant(TyxStrList{L"a"})).type(), TyxJsonNodeType::String);
+    EXPECT_EQ(TyxJsonNode(L"", TyxVariant(1.5)).type(), TyxJsonNodeType::Number);
+    EXPECT_EQ(TyxJsonNode(L"", TyxVariant()).type(), TyxJsonNodeType::Null);
+    EXPECT_EQ(TyxJsonNode(L"", TyxVariant(true)).type(), TyxJsonNodeType::Bool);
+    EXPECT_EQ(TyxJsonNode(TyxJsonNodeType::Array).type(), TyxJsonNodeType::Array);
+    EXPECT_EQ(TyxJsonNode(TyxJsonNodeType::Node).type(), TyxJsonNodeType::Node);
+    EXPECT_EQ(TyxJsonNodeType(TyxJsonNodeType::Node).toString(), L"Node");
+    EXPECT_EQ(TyxJsonNodeType(L"array"), TyxJsonNodeType::Array);
+}
+
+TEST(TyxJsonNodeTest, MembersMatchIgnoringCase)
+{
+    const TyxJsonNode node = TyxJsonNode::parse(L"{\"A\":1,\"b\":[true,\"x\"]}");
+    EXPECT_EQ(node.size(), 2u);
+    EXPECT_EQ(node.find(L"a").toInt(), 1);
+    EXPECT_EQ(node.find(L"a").name(), L"A");
+    EXPECT_TRUE(node.find(L"zz").isNull());
+    EXPECT_EQ(node.find(L"B").at(1).toString(), L"x");
+    EXPECT_TRUE(node.find(L"B").at(2).isNull());
+    EXPECT_EQ(node.at(1).name(), L"b");
+}
+
+TEST(TyxJsonNodeTest, IterationWalksMembersAndElements)
+{
+    const TyxJsonNode node = TyxJsonNode::parse(L"{\"b\":2,\"A\":1}");
+    std::vector<TyxString> names;
+    for (const TyxJsonNode &member : node)
+        names.push_back(member.name() + L"=" + member.toString());
+    EXPECT_EQ(names, (std::vector<TyxString>{L"A=1", L"b=2"}));
+    TyxJsonNode array = TyxJsonNode::parse(L"[true,null]");
+    auto it = array.begin();
+    EXPECT_EQ(it->type(), TyxJsonNodeType::Bool);
+    it->setValue(TyxVariant(5));
+    EXPECT_EQ(array.toJson(), L"[true,null]");
+    EXPECT_EQ((it++)->name(), L"");
+    EXPECT_EQ(it->type(), TyxJsonNodeType::Null);
+    EXPECT_EQ(++it, array.end());
+    const TyxJsonNode scalar(L"x", TyxVariant(3));
+    EXPECT_EQ(scalar.begin(), scalar.end());
+}
+
+TEST(TyxJsonNodeTest, CopiesDoNotShare)
+{
+    TyxJsonNode original = TyxJsonNode::parse(L"[1]");
+    TyxJsonNode copy = original;
+    copy.pushBack(TyxJsonNode(L"", TyxVariant(2)));
+    copy.setName(L"c");
+    EXPECT_EQ(original.toJson(), L"[1]");
+    EXPECT_EQ(copy.toJson(), L"[1,2]");
+    EXPECT_EQ(original.name(), L"");
+}
+
+TEST(TyxJsonNodeTest, BrokenParseGivesNodeHoldingNothing)
+{
+    const TyxJsonNode node = TyxJsonNode::parse(L"{\"a\":");
+    EXPECT_TRUE(node.isNull());
+    EXPECT_TRUE(node.empty());
+    EXPECT_EQ(node.type(), TyxJsonNodeType::Null);
+    EXPECT_FALSE(TyxJsonNode::isValid(L"[1,]"));
+    EXPECT_TRUE(TyxJsonNode::isValid(L" [1] "));
+    std::istringstream is("[1,\n\n x]");
+    uint64_t line = 0;
+    uint64_t offset = 0;
+    EXPECT_FALSE(TyxJsonNode::isValid(is, line, offset));
+    EXPECT_EQ(line, 3u);
+    EXPECT_EQ(offset, 6u);
+}
+
+TEST(TyxJsonNodeTest, PushBackOfNodeHoldingNothingIsRefused)
+{
+    TyxJsonNode node(TyxJsonNodeType::Array);
+    // Without a handler an Error is thrown.
+    try {
+        node.pushBack(TyxJsonNode());
+        ADD_FAILURE() << "no message";
+    } catch (const TyxTextMsg &msg) {
+        EXPECT_EQ(
+            msg.text(),
+            L"Cannot pushBack an TyxJsonNodeIFPtr instantiated by a different TyxJsonNode implementation.");
+    }
+    EXPECT_EQ(node.size(), 0u);
+}
+
+TEST(TyxJsonNodeTest, StripWhiteSpaceGivesCompactForm)
+{
+    EXPECT_EQ(TyxJsonNode::stripWhiteSpace(L" { \"a\" : [ 1 , 2 ] } "), L"{\"a\":[1,2]}");
+    EXPECT_EQ(TyxJsonNode::stripWhiteSpace(L" [1, "), L" [1, ");
+}
+
+TEST(TyxJsonNodeTest, StreamOperatorsParseAndWrite)
+{
+    std::istringstream is("{\"k\":\"v\"}");
+    TyxJsonNode node;
+    is >> node;
+    EXPECT_FALSE(is.fail());
+    std::ostringstream os;
+    os << node;
+    EXPECT_EQ(os.str(), "{\"k\":\"v\"}");
+    std::istringstream bad("{");
+    bad >> node;
+    EXPECT_TRUE(bad.fail());
+    EXPECT_TRUE(node.isNull());
+}
+
+} // namespace

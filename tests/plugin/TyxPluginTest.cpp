@@ -1,0 +1,332 @@
+#include <tyx/TyxDsoHandle.h>
+#include <tyx/TyxFactoryRegistry.h>
+#include <tyx/TyxFileInfo.h>
+#include <tyx/TyxPlugin.h>
+#include <tyx/TyxPluginLibrary.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace tyx;
+namespace fs = std::filesystem;
+
+// A fresh directory below the system's temporary one, removed at the end.
+class TempDir {
+public:
+    TempDir()
+    {
+        std::string pattern = (fs::temp_directory_path() / "tyx-plugin-XXXXXX").string();
+        const char *made = mkdtemp(pattern.data());
+        m_path = made ? fs::path(made) : fs::path();
+    }
+    ~TempDir()
+    {
+        std::error_code ignored;
+        fs::remove_all(m_path, ignored);
+    }
+    const fs::path &path() const { return m_path; }
+    // Copies \p source in as \p name and answers the new path.
+    TyxString copy(const char *source, const std::string &name) const
+    {
+        fs::create_directories((m_path / name).parent_path());
+        fs::copy_file(source, m_path / name, fs::copy_options::overwrite_existing);
+        return TyxString(fs::canonical(m_path / name).string());
+    }
+    TyxString write(const std::string &name, const std::string &text) const
+    {
+        std::ofstream(m_path / name) << text;
+        return TyxString(fs::canonical(m_path / name).string());
+    }
+    TyxString text() const { return TyxString(fs::canonical(m_path).string()); }
+
+private:
+    fs::path m_path;
+};
+
+TEST(TyxPluginTest, GoodPluginPassesTheHandshake)
+{
+    TempDir dir;
+    const TyxString path = dir.copy(TYX_TEST_PLUGIN_GOOD, "good.so");
+    TyxPlugin plugin;
+    const TyxTextMsg msg = plugin.load(TyxURI(path));
+    EXPECT_TRUE(msg.empty()) << msg.what();
+    ASSERT_TRUE(plugin.isLoaded());
+    EXPECT_EQ(plugin.fileName().text(), path);
+    ASSERT_TRUE(plugin.protocol());
+    EXPECT_EQ(plugin.protocol()->name(), L"two");
+    const TyxFactoryRegistry &factories = plugin.protocol()->factories();
+    EXPECT_EQ(factories.allKeys(), (std::vector<TyxString>{L"Counter", L"Echo"}));
+    {
+        const TyxFactoryPtr factory = factories.factory(L"echo");
+        ASSERT_TRUE(factory);
+        EXPECT_EQ(factory->create()->className(), L"Echo");
+        EXPECT_EQ(factory->protocol().get(), plugin.protocol().get());
+    }
+    plugin.unload();
+    EXPECT_FALSE(plugin.isLoaded());
+    EXPECT_FALSE(plugin.protocol());
+    EXPECT_TRUE(plugin.fileName().empty());
+}
+
+TEST(TyxPluginTest, RefusalsGiveTheirMessagesAndLeaveNothingLoaded)
+{
+    TempDir dir;
+    struct Case {
+        TyxString path;
+        TyxString prefix;
+    };
+    const TyxString newer = dir.copy(TYX_TEST_PLUGIN_NEWER, "newer.so");
+    const TyxString noEntry = dir.copy(TYX_TEST_PLUGIN_NOENTRY, "noentry.so");
+    const TyxString text = dir.write("text.so", "not a shared object");
+    const TyxString missing = dir.text() + L"/missing.so";
+    const Case cases[] = {
+        {newer, L"Incompatible TYX version for plugin: " + newer},
+        {noEntry, L"Dynamic shared object is not a plugin: " + noEntry},
+        {text, text + L" : "},
+        {missing, missing + L" : "},
+        {dir.text(), dir.text() + L" : "},
+    };
+    for (const Case &c : cases) {
+        TyxPlugin plugin;
+        const TyxTextMsg msg = plugin.load(TyxURI(c.path));
+        EXPECT_EQ(msg.type(), TyxTextMsg::Error);
+        EXPECT_EQ(msg.text().substr(0, c.prefix.size()), c.prefix) << msg.what();
+        if (c.prefix.ends_with(L" : ")) // the loader's own text follows
+            EXPECT_GT(msg.text().size(), c.prefix.size());
+        else
+            EXPECT_EQ(msg.text(), c.prefix);
+        EXPECT_FALSE(plugin.isLoaded());
+        EXPECT_FALSE(plugin.protocol());
+    }
+}
+
+TEST(TyxPluginTest, UnloadOfFreshPluginDoesNothing)
+{
+    TyxPlugin plugin;
+    plugin.unload();
+    EXPECT_FALSE(plugin.isLoaded());
+    EXPECT_EQ(plugin.className(), L"TyxPlugin");
+}
+
+TEST(TyxPluginTest, SecondLoadTerminatesAndLoadsAnew)
+{
+    TempDir dir;
+    const TyxString path = dir.copy(TYX_TEST_PLUGIN_GOOD, "good.so");
+    TyxPlugin plugin;
+    ASSERT_TRUE(plugin.load(TyxURI(path)).empty());
+    ASSERT_TRUE(plugin.load(TyxURI(path)).empty());
+    EXPECT_TRUE(plugin.isLoaded());
+    EXPECT_EQ(plugin.protocol()->factories().size(), 2u);
+}
+
+TEST(TyxDsoHandleTest, SameFileLoadsOnceAndSymbolsResolve)
+{
+    TempDir dir;
+    const TyxString path = dir.copy(TYX_TEST_PLUGIN_NOENTRY, "noentry.so");
+    TyxDsoHandle handle;
+    EXPECT_EQ(handle.addressOf(L"notAPlugin"), nullptr);
+    ASSERT_TRUE(handle.load(TyxURI(path)).empty());
+    ASSERT_TRUE(handle.load(TyxURI(dir.text() + L"/./noentry.so")).empty());
+    EXPECT_EQ(handle.fileName().text(), path);
+    auto function = reinterpret_cast<int (*)()>(handle.addressOf(L"notAPlugin"));
+    ASSERT_NE(function, nullptr);
+    EXPECT_EQ(function(), 1);
+    EXPECT_EQ(handle.addressOf(L"getProtocol"), nullptr);
+    handle.unload();
+    EXPECT_FALSE(handle.isLoaded());
+    handle.unload();
+}
+
+TEST(TyxPluginLibraryTest, ScanOfMixedDirectoryKeepsGoing)
+{
+    TempDir dir;
+    const TyxString good = dir.copy(TYX_TEST_PLUGIN_GOOD, "good.so");
+    const TyxString newer = dir.copy(TYX_TEST_PLUGIN_NEWER, "newer.so");
+    const TyxString noEntry = dir.copy(TYX_TEST_PLUGIN_NOENTRY, "noentry.so");
+    const TyxString text = dir.write("text.so", "garbage");
+    dir.write("notes.txt", "not matched");
+    fs::create_directory(dir.path() / "folder.so");
+    dir.copy(TYX_TEST_PLUGIN_GOOD, "sub/nested.so"); // sub-directories are not entered
+
+    TyxPluginLibrary library;
+    EXPECT_EQ(library.discoverPlugins(L";" + dir.text() + L";;" + dir.text() + L"/nowhere"), 1);
+    EXPECT_EQ(library.allKeys(), std::vector<TyxString>{good});
+    EXPECT_TRUE(library.contains(good));
+    const TyxPluginLibrary::ErrorMap &errors = library.loadErrors();
+    EXPECT_EQ(errors.count(good), 0u);
+    ASSERT_EQ(errors.count(newer), 1u);
+    EXPECT_EQ(errors.at(newer).text(), L"Incompatible TYX version for plugin: " + newer);
+    ASSERT_EQ(errors.count(noEntry), 1u);
+    EXPECT_EQ(errors.at(noEntry).text(), L"Dynamic shared object is not a plugin: " + noEntry);
+    EXPECT_EQ(errors.count(text), 1u);
+    EXPECT_EQ(errors.count(dir.text() + L"/sub/nested.so"), 0u);
+    library.clearLoadErrors();
+    EXPECT_TRUE(library.loadErrors().empty());
+}
+
+TEST(TyxPluginLibraryTest, ScanOfTwoDirectoriesCountsBoth)
+{
+    TempDir a;
+    TempDir b;
+    a.copy(TYX_TEST_PLUGIN_GOOD, "one.so");
+    b.copy(TYX_TEST_PLUGIN_GOOD, "two.so");
+    b.copy(TYX_TEST_PLUGIN_NOENTRY, "three.so");
+    TyxPluginLibrary library;
+    EXPECT_EQ(library.discoverPlugins(a.text() + L";" + b.text()), 2);
+    EXPECT_EQ(library.size(), 2u);
+    EXPECT_EQ(library.loadErrors().size(), 1u);
+}
+
+TEST(TyxPluginLibraryTest, SecondLoadOfOnePathIsRefused)
+{
+    TempDir dir;
+    const TyxString path = dir.copy(TYX_TEST_PLUGIN_GOOD, "good.so");
+    TyxPluginLibrary library;
+    TyxTextMsg msg;
+    const TyxPluginPtr first = library.loadPlugin(path, msg);
+    ASSERT_TRUE(first) << msg.what();
+    EXPECT_TRUE(msg.empty());
+    EXPECT_FALSE(
+        library.loadPlugin(dir.text() + L"/../" + dir.path().filename().wstring() + L"/good.so", msg));
+    EXPECT_EQ(msg.text(), L"Dynamic shared object is already loaded as a plugin: " + path);
+    ASSERT_EQ(library.loadErrors().count(path), 1u);
+    EXPECT_EQ(library.loadErrors().at(path).text(), msg.text());
+    // The first plug-in is untouched by the refused second one.
+    EXPECT_TRUE(first->isLoaded());
+    EXPECT_EQ(first->protocol()->factories().size(), 2u);
+}
+
+TEST(TyxPluginLibraryTest, RemoveAndClearUnloadThePlugins)
+{
+    TempDir dir;
+    const TyxString path = dir.copy(TYX_TEST_PLUGIN_GOOD, "good.so");
+    TyxPluginLibrary library;
+    TyxTextMsg msg;
+    TyxPluginPtr plugin = library.loadPlugin(path, msg);
+    ASSERT_TRUE(plugin);
+    EXPECT_EQ(library.remove(dir.text() + L"/unknown.so"), 1);
+    EXPECT_EQ(library.remove(path), 0);
+    EXPECT_EQ(library.remove(path), 1);
+    EXPECT_TRUE(plugin->isLoaded()); // the caller's reference keeps it
+    plugin = TyxPluginPtr();
+
+    ASSERT_TRUE(library.loadPlugin(path, msg));
+    EXPECT_EQ(library.insert(library.entry(path)), 1);
+    library.clear();
+    EXPECT_TRUE(library.empty());
+    EXPECT_FALSE(library.entry(path));
+}
+
+TEST(TyxPluginLibraryTest, FactoriesGoBeforeTheirPlugin)
+{
+    TempDir dir;
+    const TyxString path = dir.copy(TYX_TEST_PLUGIN_GOOD, "good.so");
+    TyxFactoryRegistry registry;
+    {
+        TyxPluginLibrary library;
+        EXPECT_EQ(library.discoverPlugins(dir.text()), 1);
+        for (const auto &[name, plugin] : library) {
+            for (const TyxString &key : plugin->protocol()->factories().allKeys())
+                EXPECT_EQ(registry.insert(plugin->protocol()->factories().factory(key)), 0);
+        }
+        EXPECT_EQ(registry.size(), 2u);
+        EXPECT_EQ(registry.factory(L"COUNTER")->create()->className(), L"Counter");
+        // The program's factories are dropped before the library unloads.
+        registry.clear();
+    }
+    EXPECT_TRUE(registry.empty());
+}
+
+class Made : public TyxObject {
+public:
+    TyxString className() const override { return L"Made"; }
+};
+
+class LocalFactory : public TyxFactory {
+public:
+    explicit LocalFactory(const TyxString &key) : m_key(key) {}
+    std::unique_ptr<TyxObject> create() const override { return std::make_unique<Made>(); }
+    const TyxString &key() const override { return m_key; }
+    std::unique_ptr<TyxObject> create(const TyxVariantMap &) const override { return create(); }
+    TyxString description() const override { return m_key; }
+
+private:
+    TyxString m_key;
+};
+
+TEST(TyxFactoryRegistryTest, DuplicateKeysKeepTheFirst)
+{
+    TyxFactoryRegistry registry;
+    const TyxFactoryPtr first(new LocalFactory(L"Key"));
+    EXPECT_EQ(registry.insert(first), 0);
+    EXPECT_EQ(registry.insert(TyxFactoryPtr(new LocalFactory(L"KEY"))), 1);
+    EXPECT_EQ(registry.insert(TyxFactoryPtr()), 1);
+    EXPECT_EQ(registry.factory(L"key").get(), first.get());
+    EXPECT_NE(registry.find<LocalFactory>(L"key"), nullptr);
+    EXPECT_EQ(registry.remove(L"other"), 1);
+
+    TyxFactoryRegistry copy = registry;
+    EXPECT_EQ(copy, registry);
+    copy.insert(TyxFactoryPtr(new LocalFactory(L"Second")));
+    EXPECT_NE(copy, registry);
+    EXPECT_EQ(copy.remove(L"second"), 0);
+    EXPECT_EQ(copy, registry);
+    EXPECT_FALSE(copy.contains(L"Second"));
+}
+
+class LocalProtocol : public TyxPluginProtocol {
+public:
+    TyxTextMsg initialize() override { return TyxTextMsg(); }
+    void terminate() override {}
+    TyxString name() const override { return L""; }
+    const TyxVersion &version() const override { return m_version; }
+    TyxString description() const override { return L""; }
+    TyxString vendor() const override { return L""; }
+
+private:
+    TyxVersion m_version;
+};
+
+TEST(TyxPluginProtocolTest, DyingProtocolRunsEachCallbackOnce)
+{
+    std::vector<int> calls;
+    int a = 0;
+    int b = 0;
+    int c = 0;
+    {
+        auto protocol = std::make_unique<LocalProtocol>();
+        LocalProtocol *raw = protocol.get();
+        const void *first = &a < &b ? static_cast<const void *>(&a) : &b;
+        const void *second = first == &a ? static_cast<const void *>(&b) : &a;
+        // The first callback removes the second one.
+        raw->registerCallback(first, [&calls, raw, second] {
+            calls.push_back(1);
+            raw->unRegisterCallback(second);
+        });
+        raw->registerCallback(second, [&calls] { calls.push_back(2); });
+        raw->registerCallback(&c, [&calls] { calls.push_back(3); });
+        raw->registerCallback(&c, [&calls] { calls.push_back(4); });
+        raw->unRegisterCallback(nullptr);
+        EXPECT_EQ(raw->className(), L"TyxPluginProtocol");
+        // The description's values are fixed, whatever the plug-in says.
+        EXPECT_EQ(raw->propertyValue(L"version").value<TyxString>(), L"1.0.0");
+        EXPECT_EQ(raw->propertyValue(L"name").value<TyxString>(), L"");
+        EXPECT_FALSE(raw->propertyValue(L"vendor").isValid());
+        ASSERT_TRUE(raw->properties());
+        EXPECT_EQ(raw->properties()->size(), 3u);
+        EXPECT_EQ(raw->metaObject()->setProperty(L"name", TyxVariant(L"x")), 1);
+    }
+    // 2 was removed by 1, 3 replaced by 4; the order follows the keys.
+    std::sort(calls.begin(), calls.end());
+    EXPECT_EQ(calls, (std::vector<int>{1, 4}));
+}
+
+} // namespace
