@@ -65,7 +65,7 @@ private:
 /// the order of the table's properties.
 using TyxPoint = std::vector<TyxPointAttributeVal>;
 
-/// The variant's text form of the value ("Double,3.0", "TyxString,abc").
+/// The variant's text form of the value ("Double,3", "TyxString,abc").
 TYX_EXPORT std::ostream &operator<<(std::ostream &os, const TyxPointAttributeVal &value);
 TYX_EXPORT std::wostream &operator<<(std::wostream &os, const TyxPointAttributeVal &value);
 /// Reads the variant's text form; on failure the value is left as it was.

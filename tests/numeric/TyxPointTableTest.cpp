@@ -126,9 +126,11 @@ TEST(TyxPointAttributeValTest, VariantsAndTheirTextForm)
     viaValue << TyxPointAttributeVal(3.0);
     viaVariant << TyxVariant(3.0);
     EXPECT_EQ(viaValue.str(), viaVariant.str());
+    EXPECT_EQ(viaValue.str(), "Double,3");
 
     std::wostringstream text;
     text << TyxPointAttributeVal(L"name");
+    EXPECT_EQ(text.str(), L"TyxString,name");
     std::wistringstream in(text.str());
     TyxPointAttributeVal back;
     in >> back;
