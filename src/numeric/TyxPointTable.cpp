@@ -172,8 +172,14 @@ void TyxPointTable::sortBy()
     std::vector<TyxPoint> &points = records();
     const size_t n = points.size();
     std::vector<std::pair<double, uint64_t>> keys(n);
-    for (size_t i = 0; i < n; ++i)
+    // The points' values lie wherever the heap put them: fetching a few
+    // points ahead hides most of the cache misses of reading the keys.
+    constexpr size_t kAhead = 16;
+    for (size_t i = 0; i < n; ++i) {
+        if (i + kAhead < n)
+            __builtin_prefetch(points[i + kAhead].data());
         keys[i] = {coordinate(points[i], Index), i};
+    }
     // NaN has no place in an order: those points go last, so the comparison
     // below stays a strict weak order.
     const auto numbers =
