@@ -11,6 +11,7 @@
 namespace tyx {
 
 class TyxEqnTile;
+class TyxImageTile;
 class TyxTextMsg;
 
 /// A table of counts, one unsigned 64-bit count per integer value from
@@ -21,7 +22,8 @@ class TyxTextMsg;
 /// shared between threads needs a lock of the caller's around them.
 ///
 /// The library's addition: the fill() functions count the samples of a
-/// TyxEqnTile themselves, with a loop per sample type; integer samples by
+/// TyxEqnTile, or of one band of a TyxImageTile, themselves, with a loop
+/// per sample type; integer samples by
 /// their values, any real samples through a bin width and a range the
 /// caller gives.
 class TYX_EXPORT TyxHistogram : public TyxStatistics {
@@ -59,6 +61,13 @@ public:
     /// bound, more than 2^24 bins, a complex type, a step other than 1 or a
     /// buffer too small.
     int fill(const TyxEqnTile &tile, double binWidth, double min, double max, TyxTextMsg *msg = nullptr);
+    /// The two counts above for band \p band of \p tile, in any layout. The
+    /// same answers and messages, and 1 with a message also for a band the
+    /// tile does not have, an invalid layout, or a tile without memory for
+    /// all its samples.
+    int fill(const TyxImageTile &tile, unsigned int band, TyxTextMsg *msg = nullptr);
+    int fill(const TyxImageTile &tile, unsigned int band, double binWidth, double min, double max,
+             TyxTextMsg *msg = nullptr);
 
     /// The counts, one per bin; null while empty.
     const uint64_t *histogram() const { return m_histogram; }

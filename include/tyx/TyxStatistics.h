@@ -9,6 +9,7 @@
 namespace tyx {
 
 class TyxEqnTile;
+class TyxImageTile;
 class TyxTextMsg;
 
 /// Count, extremes, sum and sum of squares of a sample set, with the mean,
@@ -19,8 +20,8 @@ class TyxTextMsg;
 /// the digits the subtraction cancels (values near 1e9 keep no digit of a
 /// spread near 1); a negative or NaN result is clamped to 0.
 ///
-/// The library's addition: fill() counts the samples of a TyxEqnTile itself
-/// with a loop per sample type.
+/// The library's addition: fill() counts the samples of a TyxEqnTile, or of
+/// one band of a TyxImageTile, itself with a loop per sample type.
 class TYX_EXPORT TyxStatistics {
 public:
     /// The empty set.
@@ -50,6 +51,11 @@ public:
     /// set empty for a complex or invalid type, a step other than 1, a
     /// buffer too small for the samples, or no sample to count.
     int fill(const TyxEqnTile &tile, TyxTextMsg *msg = nullptr);
+    /// The same for band \p band of \p tile, in any layout. Integer samples
+    /// up to 16 bits are summed exactly row by row. Answers 1 with a message
+    /// and the set empty also for a band the tile does not have, an invalid
+    /// layout, or a tile without memory for all its samples.
+    int fill(const TyxImageTile &tile, unsigned int band, TyxTextMsg *msg = nullptr);
 
     bool empty() const { return m_numSamples == 0; }
     bool isEmpty() const { return m_numSamples == 0; }

@@ -207,6 +207,104 @@ const double *TyxHistogram::cumulativeHistogram() const
     return m_cumulative;
 }
 
+namespace {
+
+const wchar_t kTooWide[] = L"The samples reach beyond the values a histogram can count; "
+                           L"count them through a bin width and a range.";
+
+// Counts integer samples by value, in the runs rowAt(0) to rowAt(rows - 1).
+template <class T, class RowAt>
+int countIntegers(TyxHistogram &histogram, size_t rows, RowAt rowAt, TyxTextMsg *msg)
+{
+    int64_t lo = 0;
+    int64_t hi = 0;
+    if constexpr (sizeof(T) <= 2) {
+        lo = std::numeric_limits<T>::min();
+        hi = std::numeric_limits<T>::max();
+    } else {
+        T low = std::numeric_limits<T>::max();
+        T high = std::numeric_limits<T>::lowest();
+        for (size_t r = 0; r < rows; ++r) {
+            const auto row = rowAt(r);
+            const size_t n = row.size();
+            for (size_t i = 0; i < n; ++i) {
+                const T x = row[i];
+                low = x < low ? x : low;
+                high = x > high ? x : high;
+            }
+        }
+        // Bins are numbered by 32-bit values.
+        if constexpr (std::is_unsigned_v<T>) {
+            if (high > T(std::numeric_limits<int32_t>::max())) {
+                TYX_FILL_ERROR(msg, TyxString(kTooWide));
+                return 1;
+            }
+        }
+        lo = static_cast<int64_t>(low);
+        hi = static_cast<int64_t>(high);
+        if (lo < std::numeric_limits<int32_t>::min() || hi > std::numeric_limits<int32_t>::max() ||
+            uint64_t(hi - lo) >= internal::kMaxBins) {
+            TYX_FILL_ERROR(msg, TyxString(kTooWide));
+            return 1;
+        }
+    }
+    const uint64_t bins = uint64_t(hi - lo + 1);
+    TyxBufferPtr counts = newCounts(bins);
+    if (!counts->data()) {
+        TYX_FILL_ERROR(msg, TyxString(L"No memory for the counts."));
+        return 1;
+    }
+    internal::countRows<T>(rows, rowAt, bins, static_cast<uint64_t *>(counts->data()),
+                           [lo](T x) { return static_cast<size_t>(static_cast<int64_t>(x) - lo); });
+    histogram.initialize(counts, static_cast<int>(lo), static_cast<int>(hi));
+    return 0;
+}
+
+// Checks the bin width and the range and makes the zeroed counts; null with
+// a message when they do not make a histogram.
+TyxBufferPtr binCounts(double binWidth, double min, double max, uint64_t &bins, TyxTextMsg *msg)
+{
+    if (!(binWidth > 0.0) || std::isinf(binWidth)) {
+        TYX_FILL_ERROR(msg,
+                       L"The bin width must be above 0 and finite, not " + std::to_wstring(binWidth) + L".");
+        return TyxBufferPtr();
+    }
+    if (!std::isfinite(min) || !std::isfinite(max) || min > max) {
+        TYX_FILL_ERROR(msg, L"The range from " + std::to_wstring(min) + L" to " + std::to_wstring(max) +
+                                L" is not a range of numbers from low to high.");
+        return TyxBufferPtr();
+    }
+    const double span = std::ceil((max - min) / binWidth);
+    if (!(span <= double(internal::kMaxBins))) {
+        TYX_FILL_ERROR(msg, TyxString(L"The range holds more than 16777216 bins of that width."));
+        return TyxBufferPtr();
+    }
+    bins = std::max<uint64_t>(1, static_cast<uint64_t>(span));
+    TyxBufferPtr counts = newCounts(bins);
+    if (!counts->data()) {
+        TYX_FILL_ERROR(msg, TyxString(L"No memory for the counts."));
+        return TyxBufferPtr();
+    }
+    return counts;
+}
+
+// Counts any real samples into \p bins bins of \p binWidth from \p min.
+template <class T, class RowAt>
+void countIntoBins(size_t rows, RowAt rowAt, uint64_t bins, uint64_t *out, double binWidth, double min,
+                   double max)
+{
+    const size_t last = static_cast<size_t>(bins - 1);
+    internal::countRows<T>(rows, rowAt, static_cast<size_t>(bins), out, [=](T sample) -> size_t {
+        const double x = static_cast<double>(sample);
+        // NaN fails both tests and is left out with the samples outside.
+        if (!(x >= min && x <= max))
+            return static_cast<size_t>(bins);
+        return std::min(static_cast<size_t>((x - min) / binWidth), last);
+    });
+}
+
+} // namespace
+
 int TyxHistogram::fill(const TyxEqnTile &tile, TyxTextMsg *msg)
 {
     reset();
@@ -221,43 +319,33 @@ int TyxHistogram::fill(const TyxEqnTile &tile, TyxTextMsg *msg)
         using T = std::remove_pointer_t<decltype(type)>;
         if constexpr (std::is_integral_v<T>) {
             const std::span<const T> samples = tile.samples<T>();
-            int64_t lo = 0;
-            int64_t hi = 0;
-            if constexpr (sizeof(T) <= 2) {
-                lo = std::numeric_limits<T>::min();
-                hi = std::numeric_limits<T>::max();
-            } else {
-                const auto [low, high] = std::minmax_element(samples.begin(), samples.end());
-                // Bins are numbered by 32-bit values.
-                if constexpr (std::is_unsigned_v<T>) {
-                    if (*high > T(std::numeric_limits<int32_t>::max())) {
-                        TYX_FILL_ERROR(
-                            msg, TyxString(L"The samples reach beyond the values a histogram can count; "
-                                           L"count them through a bin width and a range."));
-                        return 1;
-                    }
-                }
-                lo = static_cast<int64_t>(*low);
-                hi = static_cast<int64_t>(*high);
-                if (lo < std::numeric_limits<int32_t>::min() || hi > std::numeric_limits<int32_t>::max() ||
-                    uint64_t(hi - lo) >= internal::kMaxBins) {
-                    TYX_FILL_ERROR(msg,
-                                   TyxString(L"The samples reach beyond the values a histogram can count; "
-                                             L"count them through a bin width and a range."));
-                    return 1;
-                }
-            }
-            const uint64_t bins = uint64_t(hi - lo + 1);
-            TyxBufferPtr counts = newCounts(bins);
-            if (!counts->data()) {
-                TYX_FILL_ERROR(msg, TyxString(L"No memory for the counts."));
-                return 1;
-            }
-            internal::countSamples<T>(samples, bins, static_cast<uint64_t *>(counts->data()), [lo](T x) {
-                return static_cast<size_t>(static_cast<int64_t>(x) - lo);
-            });
-            initialize(counts, static_cast<int>(lo), static_cast<int>(hi));
-            return 0;
+            return countIntegers<T>(
+                *this, 1, [samples](size_t) { return samples; }, msg);
+        } else {
+            return 1;
+        }
+    });
+}
+
+int TyxHistogram::fill(const TyxImageTile &tile, unsigned int band, TyxTextMsg *msg)
+{
+    reset();
+    if (!internal::readableBand(tile, band, msg))
+        return 1;
+    if (!tile.dataType().isInteger()) {
+        TYX_FILL_ERROR(msg, L"Samples of type " + tile.dataType().toString() +
+                                L" are counted through a bin width and a range.");
+        return 1;
+    }
+    return internal::withSampleType(tile.dataType().code(), [&](auto *type) -> int {
+        using T = std::remove_pointer_t<decltype(type)>;
+        if constexpr (std::is_integral_v<T>) {
+            return countIntegers<T>(
+                *this, tile.height(),
+                [&tile, band](size_t y) {
+                    return internal::bandRow<T>(tile, band, static_cast<unsigned>(y));
+                },
+                msg);
         } else {
             return 1;
         }
@@ -267,40 +355,36 @@ int TyxHistogram::fill(const TyxEqnTile &tile, TyxTextMsg *msg)
 int TyxHistogram::fill(const TyxEqnTile &tile, double binWidth, double min, double max, TyxTextMsg *msg)
 {
     reset();
-    if (!(binWidth > 0.0) || std::isinf(binWidth)) {
-        TYX_FILL_ERROR(msg,
-                       L"The bin width must be above 0 and finite, not " + std::to_wstring(binWidth) + L".");
+    uint64_t bins = 0;
+    TyxBufferPtr counts = binCounts(binWidth, min, max, bins, msg);
+    if (!counts || !internal::readableTile(tile, msg))
         return 1;
-    }
-    if (!std::isfinite(min) || !std::isfinite(max) || min > max) {
-        TYX_FILL_ERROR(msg, L"The range from " + std::to_wstring(min) + L" to " + std::to_wstring(max) +
-                                L" is not a range of numbers from low to high.");
-        return 1;
-    }
-    const double span = std::ceil((max - min) / binWidth);
-    if (!(span <= double(internal::kMaxBins))) {
-        TYX_FILL_ERROR(msg, TyxString(L"The range holds more than 16777216 bins of that width."));
-        return 1;
-    }
-    if (!internal::readableTile(tile, msg))
-        return 1;
-    const uint64_t bins = std::max<uint64_t>(1, static_cast<uint64_t>(span));
-    TyxBufferPtr counts = newCounts(bins);
-    if (!counts->data()) {
-        TYX_FILL_ERROR(msg, TyxString(L"No memory for the counts."));
-        return 1;
-    }
     uint64_t *out = static_cast<uint64_t *>(counts->data());
     internal::withSampleType(tile.dataType().code(), [&](auto *type) {
         using T = std::remove_pointer_t<decltype(type)>;
-        const size_t last = static_cast<size_t>(bins - 1);
-        internal::countSamples<T>(tile.samples<T>(), static_cast<size_t>(bins), out, [=](T sample) -> size_t {
-            const double x = static_cast<double>(sample);
-            // NaN fails both tests and is left out with the samples outside.
-            if (!(x >= min && x <= max))
-                return static_cast<size_t>(bins);
-            return std::min(static_cast<size_t>((x - min) / binWidth), last);
-        });
+        const std::span<const T> samples = tile.samples<T>();
+        countIntoBins<T>(
+            1, [samples](size_t) { return samples; }, bins, out, binWidth, min, max);
+    });
+    initialize(counts, 0, static_cast<int>(bins - 1));
+    return 0;
+}
+
+int TyxHistogram::fill(const TyxImageTile &tile, unsigned int band, double binWidth, double min, double max,
+                       TyxTextMsg *msg)
+{
+    reset();
+    uint64_t bins = 0;
+    TyxBufferPtr counts = binCounts(binWidth, min, max, bins, msg);
+    if (!counts || !internal::readableBand(tile, band, msg))
+        return 1;
+    uint64_t *out = static_cast<uint64_t *>(counts->data());
+    internal::withSampleType(tile.dataType().code(), [&](auto *type) {
+        using T = std::remove_pointer_t<decltype(type)>;
+        countIntoBins<T>(
+            tile.height(),
+            [&tile, band](size_t y) { return internal::bandRow<T>(tile, band, static_cast<unsigned>(y)); },
+            bins, out, binWidth, min, max);
     });
     initialize(counts, 0, static_cast<int>(bins - 1));
     return 0;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include <tyx/TyxEqnTile.h>
+#include <tyx/TyxImageTile.h>
 #include <tyx/TyxNumericType.h>
 #include <tyx/TyxTextMsg.h>
 
@@ -48,6 +49,56 @@ inline bool readableTile(const TyxEqnTile &tile, TyxTextMsg *msg)
     return true;
 }
 
+/// Whether band \p band of \p tile can be read row by row: a real or
+/// integer type, a valid layout, the band present, memory for all samples.
+/// Fills \p msg with the reason when not.
+inline bool readableBand(const TyxImageTile &tile, unsigned int band, TyxTextMsg *msg)
+{
+    const TyxDataType &type = tile.dataType();
+    if (!type.isValid() || type.isComplex()) {
+        TYX_FILL_ERROR(msg, L"The tile's samples are not real numbers (" + type.toString() + L").");
+        return false;
+    }
+    if (tile.width() == 0 || tile.height() == 0 || tile.numBands() == 0) {
+        TYX_FILL_ERROR(msg, TyxString(L"The tile holds no samples."));
+        return false;
+    }
+    if (band >= tile.numBands()) {
+        TYX_FILL_ERROR(msg, L"The tile has " + std::to_wstring(tile.numBands()) + L" bands; band " +
+                                std::to_wstring(band) + L" does not exist.");
+        return false;
+    }
+    if (tile.pixelStrideSamples() == 0) {
+        TYX_FILL_ERROR(msg, TyxString(L"The tile's layout is not valid."));
+        return false;
+    }
+    const TyxBufferConstPtr buffer = tile.buffer();
+    if (!buffer || !buffer->data() || buffer->size() < tile.numBytes()) {
+        TYX_FILL_ERROR(msg, TyxString(L"The tile's buffer is too small for its samples."));
+        return false;
+    }
+    return true;
+}
+
+/// Every \p stride-th sample from \p data, \p count of them: one band of
+/// one row of an image tile.
+template <class T>
+struct StridedSamples {
+    const T *data = nullptr;
+    size_t count = 0;
+    size_t stride = 1;
+    size_t size() const { return count; }
+    T operator[](size_t i) const { return data[i * stride]; }
+};
+
+/// Row \p y of band \p band of a tile that readableBand() accepted.
+template <class T>
+StridedSamples<T> bandRow(const TyxImageTile &tile, unsigned int band, unsigned int y)
+{
+    const T *row = tile.ptrAt<T>(0, y, band);
+    return StridedSamples<T>{row, row ? size_t(tile.width()) : 0, size_t(tile.pixelStrideSamples())};
+}
+
 /// Calls \p body with a null pointer of the C++ type of \p code (real and
 /// integer types); the one type switch of a counting call. Any other code
 /// gives a default result without calling \p body: callers check the type
@@ -78,11 +129,27 @@ struct SampleSums {
     double sumOfSquares = 0.0;
 };
 
+/// Joins the sums of another run of samples to \p into.
+inline void mergeSums(SampleSums &into, const SampleSums &run)
+{
+    if (run.count == 0)
+        return;
+    if (into.count == 0) {
+        into = run;
+        return;
+    }
+    into.count += run.count;
+    into.min = std::min(into.min, run.min);
+    into.max = std::max(into.max, run.max);
+    into.sum += run.sum;
+    into.sumOfSquares += run.sumOfSquares;
+}
+
 /// Integers up to 16 bits: sums and squares exact in 64-bit integers over
 /// blocks short enough not to overflow, then added up in double, which is
 /// exact while the totals stay below 2^53.
-template <class T>
-requires(std::is_integral_v<T> && sizeof(T) <= 2) SampleSums sumSamples(std::span<const T> samples)
+template <class T, class View = std::span<const T>>
+requires(std::is_integral_v<T> && sizeof(T) <= 2) SampleSums sumSamples(const View &samples)
 {
     constexpr size_t kBlock = size_t(1) << 24;
     SampleSums sums;
@@ -111,8 +178,8 @@ requires(std::is_integral_v<T> && sizeof(T) <= 2) SampleSums sumSamples(std::spa
 /// Wider integers and floating-point samples: four running sums in double,
 /// which shortens the dependency chain and the rounding error alike. NaN
 /// samples are left out.
-template <class T>
-requires(!std::is_integral_v<T> || sizeof(T) > 2) SampleSums sumSamples(std::span<const T> samples)
+template <class T, class View = std::span<const T>>
+requires(!std::is_integral_v<T> || sizeof(T) > 2) SampleSums sumSamples(const View &samples)
 {
     double sum[4] = {}, squares[4] = {};
     double lo = std::numeric_limits<double>::infinity();
@@ -152,19 +219,24 @@ requires(!std::is_integral_v<T> || sizeof(T) > 2) SampleSums sumSamples(std::spa
     return sums;
 }
 
-/// Counts the samples into \p counts by \p binOf, which answers a bin below
+/// Counts the samples of \p rows runs, rowAt(r) giving run r (a span or a
+/// StridedSamples), into \p counts by \p binOf, which answers a bin below
 /// \p bins or \p bins itself for a sample to leave out. Up to 65536 bins the
 /// counting runs in four 32-bit partial tables taken in turn, so that runs of
 /// equal samples do not wait on their own previous store; the tables are
-/// added up every 2^32 samples at the latest.
-template <class T, class BinOf>
-void countSamples(std::span<const T> samples, size_t bins, uint64_t *counts, BinOf binOf)
+/// added up before any of them can overflow.
+template <class T, class RowAt, class BinOf>
+void countRows(size_t rows, RowAt rowAt, size_t bins, uint64_t *counts, BinOf binOf)
 {
     if (bins > 65536) {
-        for (const T x : samples) {
-            const size_t bin = binOf(x);
-            if (bin < bins)
-                ++counts[bin];
+        for (size_t r = 0; r < rows; ++r) {
+            const auto row = rowAt(r);
+            const size_t n = row.size();
+            for (size_t i = 0; i < n; ++i) {
+                const size_t bin = binOf(row[i]);
+                if (bin < bins)
+                    ++counts[bin];
+            }
         }
         return;
     }
@@ -173,24 +245,37 @@ void countSamples(std::span<const T> samples, size_t bins, uint64_t *counts, Bin
     uint32_t *const t1 = t0 + (bins + 1);
     uint32_t *const t2 = t1 + (bins + 1);
     uint32_t *const t3 = t2 + (bins + 1);
-    constexpr size_t kBlock = size_t(1) << 32;
-    for (size_t start = 0; start < samples.size(); start += kBlock) {
-        const size_t end = std::min(samples.size(), start + kBlock);
-        const size_t end4 = end - (end - start) % 4;
-        const T *p = samples.data();
-        // The spare bin at index bins takes the samples left out.
-        for (size_t i = start; i < end4; i += 4) {
-            ++t0[std::min(binOf(p[i]), bins)];
-            ++t1[std::min(binOf(p[i + 1]), bins)];
-            ++t2[std::min(binOf(p[i + 2]), bins)];
-            ++t3[std::min(binOf(p[i + 3]), bins)];
-        }
-        for (size_t i = end4; i < end; ++i)
-            ++t0[std::min(binOf(p[i]), bins)];
+    // At most this many samples between two flushes, so no 32-bit count can
+    // overflow even when every sample lands in the same table.
+    constexpr size_t kBlock = (size_t(1) << 32) - 1;
+    size_t pending = 0;
+    const auto flush = [&] {
         for (size_t b = 0; b < bins; ++b)
             counts[b] += uint64_t(t0[b]) + t1[b] + t2[b] + t3[b];
         std::fill(tables.begin(), tables.end(), 0u);
+        pending = 0;
+    };
+    for (size_t r = 0; r < rows; ++r) {
+        const auto row = rowAt(r);
+        for (size_t start = 0; start < row.size();) {
+            if (pending == kBlock)
+                flush();
+            const size_t end = start + std::min(row.size() - start, kBlock - pending);
+            const size_t end4 = end - (end - start) % 4;
+            // The spare bin at index bins takes the samples left out.
+            for (size_t i = start; i < end4; i += 4) {
+                ++t0[std::min(binOf(row[i]), bins)];
+                ++t1[std::min(binOf(row[i + 1]), bins)];
+                ++t2[std::min(binOf(row[i + 2]), bins)];
+                ++t3[std::min(binOf(row[i + 3]), bins)];
+            }
+            for (size_t i = end4; i < end; ++i)
+                ++t0[std::min(binOf(row[i]), bins)];
+            pending += end - start;
+            start = end;
+        }
     }
+    flush();
 }
 
 } // namespace tyx::internal

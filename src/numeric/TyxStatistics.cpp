@@ -70,6 +70,26 @@ int TyxStatistics::fill(const TyxEqnTile &tile, TyxTextMsg *msg)
     return initialize(sums.count, sums.min, sums.max, sums.sum, sums.sumOfSquares);
 }
 
+int TyxStatistics::fill(const TyxImageTile &tile, unsigned int band, TyxTextMsg *msg)
+{
+    TyxStatistics::clear();
+    if (!internal::readableBand(tile, band, msg))
+        return 1;
+    const internal::SampleSums sums =
+        internal::withSampleType(tile.dataType().code(), [&tile, band](auto *type) {
+            using T = std::remove_pointer_t<decltype(type)>;
+            internal::SampleSums all;
+            for (unsigned int y = 0; y < tile.height(); ++y)
+                internal::mergeSums(all, internal::sumSamples<T>(internal::bandRow<T>(tile, band, y)));
+            return all;
+        });
+    if (sums.count == 0) {
+        TYX_FILL_ERROR(msg, TyxString(L"The band holds no samples that are numbers."));
+        return 1;
+    }
+    return initialize(sums.count, sums.min, sums.max, sums.sum, sums.sumOfSquares);
+}
+
 bool TyxStatistics::operator==(const TyxStatistics &other) const
 {
     return m_min == other.m_min && m_max == other.m_max && m_sum == other.m_sum &&

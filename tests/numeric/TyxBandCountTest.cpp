@@ -1,0 +1,230 @@
+#include <tyx/TyxDataLayout.h>
+#include <tyx/TyxDataType.h>
+#include <tyx/TyxHistogram.h>
+#include <tyx/TyxImageROI.h>
+#include <tyx/TyxImageSize.h>
+#include <tyx/TyxImageTile.h>
+#include <tyx/TyxImageTileDesc.h>
+#include <tyx/TyxStatistics.h>
+#include <tyx/TyxTextMsg.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <complex>
+#include <cstdint>
+#include <limits>
+#include <map>
+#include <type_traits>
+#include <vector>
+
+namespace {
+
+using tyx::TyxDataLayout;
+using tyx::TyxDataType;
+using tyx::TyxHistogram;
+using tyx::TyxImageROI;
+using tyx::TyxImageSize;
+using tyx::TyxImageTile;
+using tyx::TyxImageTileDesc;
+using tyx::TyxStatistics;
+using tyx::TyxTextMsg;
+using L = TyxDataLayout;
+using N = tyx::TyxNumericType;
+
+const L kLayouts[] = {L::PixelInterleaved, L::BandInterleaved, L::LineInterleaved, L::BlockInterleaved};
+
+constexpr unsigned kWidth = 7;
+constexpr unsigned kHeight = 3;
+constexpr unsigned kBands = 3;
+
+/// A 7 x 3 tile of three bands whose sample at (x, y, b) is
+/// (x * y + 3 * b) % 11, plus 40 in band 0, so that each band has its own
+/// values and repeats some of them.
+template <class T>
+TyxImageTile filledTile(L layout)
+{
+    TyxImageTile tile(TyxImageTileDesc(TyxImageROI(TyxImageSize(kWidth, kHeight, kBands)), layout,
+                                       TyxDataType(N::codeOf<T>())));
+    EXPECT_EQ(tile.allocate(), 0);
+    for (unsigned b = 0; b < kBands; ++b)
+        for (unsigned y = 0; y < kHeight; ++y)
+            for (unsigned x = 0; x < kWidth; ++x)
+                *tile.ptrAt<T>(x, y, b) = static_cast<T>((x * y + 3 * b) % 11 + (b == 0 ? 40 : 0));
+    return tile;
+}
+
+/// The samples of band \p b, read one at a time.
+template <class T>
+std::vector<double> bandValues(const TyxImageTile &tile, unsigned b)
+{
+    std::vector<double> values;
+    for (unsigned y = 0; y < tile.height(); ++y)
+        for (unsigned x = 0; x < tile.width(); ++x)
+            values.push_back(static_cast<double>(*tile.ptrAt<T>(x, y, b)));
+    return values;
+}
+
+template <class T>
+class TyxBandCountTest : public testing::Test {
+};
+using RealTypes =
+    testing::Types<int8_t, uint8_t, int16_t, uint16_t, int32_t, uint32_t, int64_t, uint64_t, float, double>;
+TYPED_TEST_SUITE(TyxBandCountTest, RealTypes);
+
+TYPED_TEST(TyxBandCountTest, StatisticsOfEachBandInEachLayout)
+{
+    for (const L layout : kLayouts) {
+        const TyxImageTile tile = filledTile<TypeParam>(layout);
+        for (unsigned b = 0; b < kBands; ++b) {
+            double sum = 0, squares = 0, lo = 1e300, hi = -1e300;
+            const std::vector<double> values = bandValues<TypeParam>(tile, b);
+            for (const double v : values) {
+                sum += v;
+                squares += v * v;
+                lo = std::min(lo, v);
+                hi = std::max(hi, v);
+            }
+            TyxStatistics stats;
+            TyxTextMsg msg;
+            ASSERT_EQ(stats.fill(tile, b, &msg), 0) << layout.toString();
+            EXPECT_TRUE(msg.empty());
+            EXPECT_EQ(stats, TyxStatistics(values.size(), lo, hi, sum, squares)) << layout.toString() << b;
+        }
+    }
+}
+
+TYPED_TEST(TyxBandCountTest, HistogramOfEachBandInEachLayout)
+{
+    for (const L layout : kLayouts) {
+        const TyxImageTile tile = filledTile<TypeParam>(layout);
+        for (unsigned b = 0; b < kBands; ++b) {
+            std::map<int, uint64_t> expected;
+            for (const double v : bandValues<TypeParam>(tile, b))
+                ++expected[static_cast<int>(v)];
+            TyxHistogram histogram;
+            TyxTextMsg msg;
+            if constexpr (std::is_integral_v<TypeParam>) {
+                ASSERT_EQ(histogram.fill(tile, b, &msg), 0) << layout.toString();
+            } else {
+                // Bins of width 1 from 0: the bin index is the value.
+                ASSERT_EQ(histogram.fill(tile, b, 1.0, 0.0, 60.0, &msg), 0) << layout.toString();
+                EXPECT_EQ(histogram.numBins(), 60);
+            }
+            EXPECT_TRUE(msg.empty());
+            EXPECT_EQ(histogram.numSamples(), uint64_t(kWidth * kHeight));
+            for (const auto &[value, count] : expected)
+                EXPECT_EQ(histogram.histogram()[value - histogram.minDataTypeValue()], count)
+                    << layout.toString() << " band " << b << " value " << value;
+            uint64_t total = 0;
+            for (int64_t i = 0; i < histogram.numBins(); ++i)
+                total += histogram.histogram()[i];
+            EXPECT_EQ(total, uint64_t(kWidth * kHeight));
+        }
+    }
+}
+
+TEST(TyxBandCountTest, EightAndSixteenBitBandsGetEveryValue)
+{
+    TyxHistogram histogram;
+    ASSERT_EQ(histogram.fill(filledTile<int8_t>(L::PixelInterleaved), 1), 0);
+    EXPECT_EQ(histogram.minDataTypeValue(), -128);
+    EXPECT_EQ(histogram.maxDataTypeValue(), 127);
+    ASSERT_EQ(histogram.fill(filledTile<uint16_t>(L::BandInterleaved), 0), 0);
+    EXPECT_EQ(histogram.minDataTypeValue(), 0);
+    EXPECT_EQ(histogram.maxDataTypeValue(), 65535);
+    EXPECT_EQ(histogram.firstBin(), 40);
+    // 32-bit samples span their own range.
+    ASSERT_EQ(histogram.fill(filledTile<int32_t>(L::LineInterleaved), 0), 0);
+    EXPECT_EQ(histogram.minDataTypeValue(), 40);
+    EXPECT_EQ(histogram.maxDataTypeValue(), 50);
+}
+
+TEST(TyxBandCountTest, BinsOfABandTakeTheRangeEdges)
+{
+    TyxImageTile tile(
+        TyxImageTileDesc(TyxImageROI(TyxImageSize(4, 1, 2)), L::PixelInterleaved, TyxDataType(N::Double)));
+    const double values[4] = {0.0, 0.5, 1.0, std::numeric_limits<double>::quiet_NaN()};
+    for (unsigned x = 0; x < 4; ++x) {
+        *tile.ptrAt<double>(x, 0, 0) = 99.0;
+        *tile.ptrAt<double>(x, 0, 1) = values[x];
+    }
+    TyxHistogram histogram;
+    ASSERT_EQ(histogram.fill(tile, 1, 0.5, 0.0, 1.0), 0);
+    ASSERT_EQ(histogram.numBins(), 2);
+    // 0 in the first bin, 0.5 and the maximum 1.0 in the last; NaN nowhere.
+    EXPECT_EQ(histogram.histogram()[0], 1u);
+    EXPECT_EQ(histogram.histogram()[1], 2u);
+
+    TyxStatistics stats;
+    ASSERT_EQ(stats.fill(tile, 1), 0);
+    EXPECT_EQ(stats, TyxStatistics(3, 0.0, 1.0, 1.5, 1.25));
+}
+
+TEST(TyxBandCountTest, BadTilesAndBandsGiveMessages)
+{
+    const TyxImageTile u8 = filledTile<uint8_t>(L::PixelInterleaved);
+    const TyxImageTile unallocated(
+        TyxImageTileDesc(TyxImageROI(TyxImageSize(2, 2, 1)), L::PixelInterleaved, TyxDataType(N::U8)));
+    TyxImageTile complex(TyxImageTileDesc(TyxImageROI(TyxImageSize(2, 2, 1)), L::PixelInterleaved,
+                                          TyxDataType(N::ComplexFloat)));
+    complex.allocate();
+    const TyxImageTile floats = filledTile<float>(L::BandInterleaved);
+
+    struct Case {
+        const TyxImageTile *tile;
+        unsigned band;
+        const wchar_t *text;
+    };
+    const Case cases[] = {
+        {&u8, 3, L"The tile has 3 bands; band 3 does not exist."},
+        {&unallocated, 0, L"The tile's buffer is too small for its samples."},
+        {&complex, 0, L"The tile's samples are not real numbers (ComplexFloat)."},
+        {&floats, 0, L"Samples of type Float are counted through a bin width and a range."},
+        {nullptr, 0, L"The tile holds no samples."},
+    };
+    const TyxImageTile none;
+    for (const Case &c : cases) {
+        const TyxImageTile &tile = c.tile ? *c.tile : none;
+        TyxHistogram histogram;
+        ASSERT_EQ(histogram.fill(filledTile<uint8_t>(L::PixelInterleaved), 0), 0);
+        TyxTextMsg msg;
+        EXPECT_EQ(histogram.fill(tile, c.band, &msg), 1);
+        EXPECT_EQ(msg.text(), c.text);
+        EXPECT_TRUE(histogram.empty());
+        EXPECT_EQ(histogram.histogram(), nullptr);
+        if (c.tile != &floats) {
+            TyxStatistics stats(1, 1, 1, 1, 1);
+            TyxTextMsg statsMsg;
+            EXPECT_EQ(stats.fill(tile, c.band, &statsMsg), 1);
+            EXPECT_EQ(statsMsg.text(), c.text);
+            EXPECT_TRUE(stats.empty());
+        }
+    }
+
+    TyxHistogram histogram;
+    TyxTextMsg msg;
+    EXPECT_EQ(histogram.fill(floats, 0, 0.0, 0.0, 1.0, &msg), 1);
+    EXPECT_EQ(msg.text(), L"The bin width must be above 0 and finite, not 0.000000.");
+    EXPECT_EQ(histogram.fill(floats, 0, 1.0, 2.0, 1.0, &msg), 1);
+    EXPECT_EQ(msg.text(), L"The range from 2.000000 to 1.000000 is not a range of numbers from low to high.");
+    EXPECT_EQ(histogram.fill(floats, 5, 1.0, 0.0, 1.0, &msg), 1);
+    EXPECT_EQ(msg.text(), L"The tile has 3 bands; band 5 does not exist.");
+    EXPECT_TRUE(histogram.empty());
+}
+
+TEST(TyxBandCountTest, ABandOfOnlyNaNHasNoStatistics)
+{
+    TyxImageTile tile(
+        TyxImageTileDesc(TyxImageROI(TyxImageSize(3, 2, 1)), L::BandInterleaved, TyxDataType(N::Float)));
+    for (unsigned y = 0; y < 2; ++y)
+        for (unsigned x = 0; x < 3; ++x)
+            *tile.ptrAt<float>(x, y, 0) = std::nanf("");
+    TyxStatistics stats;
+    TyxTextMsg msg;
+    EXPECT_EQ(stats.fill(tile, 0, &msg), 1);
+    EXPECT_EQ(msg.text(), L"The band holds no samples that are numbers.");
+    EXPECT_TRUE(stats.empty());
+}
+
+} // namespace

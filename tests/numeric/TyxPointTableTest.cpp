@@ -1,0 +1,363 @@
+#include <tyx/TyxMetaProperty.h>
+#include <tyx/TyxPointAttributeVal.h>
+#include <tyx/TyxPointTable.h>
+#include <tyx/TyxROIRect.h>
+#include <tyx/TyxVariant.h>
+
+#include <gtest/gtest.h>
+
+#include <cfloat>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <sstream>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using tyx::TyxCoord3D;
+using tyx::TyxMetaProperties;
+using tyx::TyxMetaPropertiesPtr;
+using tyx::TyxMetaProperty;
+using tyx::TyxMetaType;
+using tyx::TyxPoint;
+using tyx::TyxPointAttributeVal;
+using tyx::TyxPointTable;
+using tyx::TyxROIRect;
+using tyx::TyxString;
+using tyx::TyxVariant;
+using Indices = std::vector<uint64_t>;
+
+const double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+TyxPoint pointAt(double x, double y, double z) { return TyxPoint{x, y, z}; }
+
+/// Points with x = 0.5, 1, 1.5, 2, 2.5 and NaN; y = 10 * x, z = -x.
+TyxPointTable edgeTable()
+{
+    TyxPointTable table;
+    for (double x : {0.5, 1.0, 1.5, 2.0, 2.5, kNaN})
+        table.push_back(pointAt(x, 10 * x, -x));
+    return table;
+}
+
+std::vector<double> column(const TyxPointTable &table, uint64_t index)
+{
+    std::vector<double> values;
+    for (const TyxPoint &point : table)
+        values.push_back(TyxPointTable::coordinate(point, index));
+    return values;
+}
+
+TEST(TyxPointAttributeValTest, DefaultIsTheDoubleZero)
+{
+    const TyxPointAttributeVal value;
+    EXPECT_FALSE(value.isString());
+    EXPECT_EQ(value.type(), TyxMetaType::Double);
+    EXPECT_EQ(static_cast<int>(value.type()), 10);
+    EXPECT_EQ(value.toDouble(), 0.0);
+    EXPECT_EQ(value.string(), nullptr);
+    EXPECT_EQ(static_cast<int>(TyxPointAttributeVal(L"a").type()), 15);
+}
+
+TEST(TyxPointAttributeValTest, CopiesOwnTheirOwnString)
+{
+    TyxPointAttributeVal a(L"abc");
+    TyxPointAttributeVal b(a);
+    ASSERT_NE(a.string(), b.string());
+    b.setString(L"xyz");
+    EXPECT_EQ(*a.string(), L"abc");
+    TyxPointAttributeVal c;
+    c = a;
+    EXPECT_EQ(c, a);
+    c = c;
+    EXPECT_EQ(*c.string(), L"abc");
+    c = 4.0;
+    EXPECT_FALSE(c.isString());
+    EXPECT_EQ(c.toDouble(), 4.0);
+    c = b;
+    EXPECT_EQ(*c.string(), L"xyz");
+}
+
+TEST(TyxPointAttributeValTest, MovesTakeTheStringAndLeaveZero)
+{
+    TyxPointAttributeVal a(L"abc");
+    const TyxString *held = a.string();
+    TyxPointAttributeVal b(std::move(a));
+    EXPECT_EQ(b.string(), held);
+    EXPECT_FALSE(a.isString());
+    EXPECT_EQ(a.toDouble(), 0.0);
+    TyxPointAttributeVal c(L"old");
+    c = std::move(b);
+    EXPECT_EQ(c.string(), held);
+    EXPECT_FALSE(b.isString());
+    std::vector<TyxPointAttributeVal> many(100, TyxPointAttributeVal(L"s"));
+    many.resize(1000);
+    EXPECT_EQ(*many[99].string(), L"s");
+}
+
+TEST(TyxPointAttributeValTest, ComparesByTheLeftForm)
+{
+    EXPECT_EQ(TyxPointAttributeVal(1.5), TyxPointAttributeVal(1.5));
+    EXPECT_NE(TyxPointAttributeVal(kNaN), TyxPointAttributeVal(kNaN));
+    EXPECT_EQ(TyxPointAttributeVal(L"Ab"), TyxPointAttributeVal(L"Ab"));
+    EXPECT_NE(TyxPointAttributeVal(L"Ab"), TyxPointAttributeVal(L"ab"));
+    EXPECT_NE(TyxPointAttributeVal(L"Ab"), TyxPointAttributeVal(L"Abc"));
+    EXPECT_NE(TyxPointAttributeVal(L"2"), TyxPointAttributeVal(2.0));
+    EXPECT_NE(TyxPointAttributeVal(2.0), TyxPointAttributeVal(L"2"));
+}
+
+TEST(TyxPointAttributeValTest, StringsConvertToDoubleThroughTheMatrix)
+{
+    EXPECT_EQ(TyxPointAttributeVal(L"2.5").toDouble(), 2.5);
+    EXPECT_EQ(TyxPointAttributeVal(L"abc").toDouble(), 0.0);
+    EXPECT_TRUE(std::isnan(TyxPointAttributeVal(L"nan").toDouble()));
+}
+
+TEST(TyxPointAttributeValTest, VariantsAndTheirTextForm)
+{
+    EXPECT_EQ(TyxPointAttributeVal(TyxVariant(TyxString(L"t"))), TyxPointAttributeVal(L"t"));
+    EXPECT_EQ(TyxPointAttributeVal(TyxVariant(3)), TyxPointAttributeVal(3.0));
+    EXPECT_EQ(TyxPointAttributeVal(2.0).toVariant().type(), TyxMetaType::Double);
+    EXPECT_EQ(TyxPointAttributeVal(L"t").toVariant().type(), TyxMetaType::String);
+
+    std::ostringstream viaValue, viaVariant;
+    viaValue << TyxPointAttributeVal(3.0);
+    viaVariant << TyxVariant(3.0);
+    EXPECT_EQ(viaValue.str(), viaVariant.str());
+    EXPECT_EQ(viaValue.str(), "Double,3");
+
+    std::wostringstream text;
+    text << TyxPointAttributeVal(L"name");
+    EXPECT_EQ(text.str(), L"TyxString,name");
+    std::wistringstream in(text.str());
+    TyxPointAttributeVal back;
+    in >> back;
+    EXPECT_EQ(back, TyxPointAttributeVal(L"name"));
+}
+
+TEST(TyxPointTableTest, DefaultPropertiesAreXYZ)
+{
+    const TyxMetaProperties &properties = TyxPointTable::defaultProperties();
+    EXPECT_EQ(properties.metaClassName(), L"attributes");
+    ASSERT_EQ(properties.size(), 3u);
+    const struct {
+        const wchar_t *name, *label, *description;
+    } expected[] = {{L"x", L"X", L"The X coordinate of the 3D position"},
+                    {L"y", L"Y", L"The Y coordinate of the 3D position"},
+                    {L"z", L"Z", L"The Z coordinate of the 3D position"}};
+    for (uint64_t i = 0; i < 3; ++i) {
+        const auto property = properties.property(i);
+        EXPECT_EQ(property->name(), expected[i].name);
+        EXPECT_EQ(property->label(), expected[i].label);
+        EXPECT_EQ(property->description(), expected[i].description);
+        EXPECT_EQ(property->type(), TyxMetaType::Double);
+    }
+    const TyxPointTable table;
+    EXPECT_EQ(table.indexOf(L"x"), 0u);
+    EXPECT_EQ(table.indexOf(L"z"), 2u);
+    EXPECT_EQ(table.indexOf(L"w"), TyxPointTable::INVALID_INDEX());
+    EXPECT_TRUE(table.contains(L"y"));
+    EXPECT_EQ(&TyxPointTable::defaultProperties(), &properties);
+}
+
+TEST(TyxPointTableTest, RegisterPropertyTwiceGivesOneIndex)
+{
+    TyxPointTable table;
+    EXPECT_EQ(table.registerProperty(TyxMetaProperty(L"class")), 3u);
+    EXPECT_EQ(table.registerProperty(TyxMetaProperty(L"class", TyxMetaType::Double)), 3u);
+    EXPECT_EQ(table.registerProperty(TyxMetaProperty(L"height", TyxMetaType::Double)), 4u);
+    EXPECT_EQ(table.registerProperty(TyxMetaProperty(L"y")), 1u);
+    EXPECT_EQ(table.indexOf(L"height"), 4u);
+    EXPECT_EQ(table.createPoint().size(), 5u);
+    // The shared default description is left alone.
+    EXPECT_EQ(TyxPointTable::defaultProperties().size(), 3u);
+    EXPECT_EQ(TyxPointTable().createPoint(TyxPointAttributeVal(7.0)), pointAt(7, 7, 7));
+}
+
+TEST(TyxPointTableTest, OwnPropertiesGetTheirPositions)
+{
+    TyxMetaProperties own(L"mine", TyxMetaPropertiesPtr());
+    own.append(tyx::TyxMetaPropertyPtr(new TyxMetaProperty(L"id")));
+    const TyxPointTable table(own);
+    EXPECT_EQ(table.indexOf(L"id"), 0u);
+    EXPECT_EQ(table.createPoint().size(), 3u);
+    EXPECT_FALSE(own.property(L"id")->data().isValid());
+}
+
+TEST(TyxPointTableTest, TablesCompareByContent)
+{
+    TyxPointTable a = edgeTable();
+    TyxPointTable b(a);
+    a[5] = pointAt(3, 3, 3);
+    b[5] = pointAt(3, 3, 3);
+    EXPECT_EQ(a, b);
+    EXPECT_EQ(TyxPointTable(), TyxPointTable());
+    b.registerProperty(TyxMetaProperty(L"class"));
+    EXPECT_NE(a, b);
+    a.registerProperty(TyxMetaProperty(L"class"));
+    EXPECT_EQ(a, b);
+    b[0][0] = 9.0;
+    EXPECT_NE(a, b);
+}
+
+TEST(TyxPointTableTest, CoordinateFiltersAreClosed)
+{
+    const TyxPointTable table = edgeTable();
+    EXPECT_EQ(*table.findByCoordinate(0, 1.0, 2.0, false), (Indices{1, 2, 3}));
+    EXPECT_EQ(*table.findByCoordinate(0, 1.0, 2.0, true), (Indices{0, 4}));
+    EXPECT_EQ(*table.findByCoordinate(1, 10.0, 20.0, false), (Indices{1, 2, 3}));
+    EXPECT_EQ(*table.findByCoordinate(2, -2.0, -1.0, false), (Indices{1, 2, 3}));
+    EXPECT_EQ(*table.findByCoordinate(2, -2.0, -1.0, true), (Indices{0, 4}));
+    EXPECT_TRUE(table.findByCoordinate(0, 5.0, 6.0, false)->empty());
+    EXPECT_TRUE(table.findByCoordinate(3, -1e9, 1e9, false)->empty());
+    EXPECT_TRUE(table.findByCoordinate(3, -1e9, 1e9, true)->empty());
+}
+
+TEST(TyxPointTableTest, BoxFiltersAreHalfOpen)
+{
+    const TyxPointTable table = edgeTable();
+    const TyxROIRect<double> box(1.0, 10.0, -100.0, 2.0, 20.0, 100.0);
+    EXPECT_EQ(*table.findByROI(box, true, false), (Indices{1, 2}));
+    EXPECT_EQ(*table.findByROI(box, true, true), (Indices{0, 3, 4, 5}));
+    EXPECT_EQ(*table.findByROI(box, false, false), (Indices{1, 2}));
+    const TyxROIRect<double> thin(0.0, 0.0, -3.0, 10.0, 100.0, 0.0);
+    EXPECT_EQ(*table.findByROI(thin, true, false), (Indices{0, 1, 2, 3, 4}));
+    EXPECT_EQ(*table.findByROI(thin, false, false), (Indices{0, 1, 2, 3, 4}));
+    const TyxROIRect<double> lowZ(0.0, 0.0, -1.0, 10.0, 100.0, -0.5);
+    // z = -1 is inside, z = -0.5 is on the open upper edge.
+    EXPECT_EQ(*table.findByROI(lowZ, false, false), (Indices{1}));
+    EXPECT_EQ(*table.findByROI(lowZ, false, true), (Indices{0, 2, 3, 4, 5}));
+    EXPECT_EQ(*table.findByROI(lowZ, true, false), (Indices{0, 1, 2, 3, 4}));
+    EXPECT_TRUE(table.findByROI(TyxROIRect<double>(), true, false)->empty());
+}
+
+TEST(TyxPointTableTest, StringCoordinatesAreConverted)
+{
+    TyxPointTable table;
+    table.push_back(TyxPoint{TyxPointAttributeVal(L"1.5"), 0.0, 0.0});
+    table.push_back(TyxPoint{TyxPointAttributeVal(L"x"), 0.0, 0.0});
+    table.push_back(pointAt(-4, 0, 0));
+    EXPECT_EQ(*table.findByCoordinate(0, 1.0, 2.0, false), (Indices{0}));
+    EXPECT_EQ(*table.findByCoordinate(0, 0.0, 0.0, false), (Indices{1}));
+    table.sortByCoordinate(0, false);
+    EXPECT_EQ(column(table, 0), (std::vector<double>{1.5, 0.0, -4.0}));
+    EXPECT_TRUE(table[0][0].isString());
+}
+
+TEST(TyxPointTableTest, PointsWithoutCoordinates)
+{
+    TyxPointTable table;
+    table.push_back(TyxPoint());
+    table.push_back(TyxPoint{1.0});
+    table.push_back(pointAt(1, 1, 1));
+    const TyxROIRect<double> everything(-1e300, -1e300, -1e300, 1e300, 1e300, 1e300);
+    EXPECT_EQ(*table.findByCoordinate(0, 0.0, 2.0, false), (Indices{1, 2}));
+    EXPECT_EQ(*table.findByCoordinate(1, 0.0, 2.0, false), (Indices{2}));
+    EXPECT_EQ(*table.findByCoordinate(1, 0.0, 2.0, true), Indices{});
+    EXPECT_EQ(*table.findByROI(everything, true, false), (Indices{2}));
+    EXPECT_EQ(*table.findByROI(everything, false, true), (Indices{0, 1}));
+    EXPECT_EQ(*table.findByAttribute(1, TyxVariant(1.0), false), (Indices{2}));
+    EXPECT_EQ(*table.findByAttribute(1, TyxVariant(1.0), true), (Indices{0, 1}));
+    table.sortByCoordinate(1, true);
+    EXPECT_EQ(table[0].size(), 3u);
+
+    TyxCoord3D<double> lo, hi;
+    TyxPointTable bare;
+    bare.push_back(TyxPoint());
+    bare.coordinateExtents(lo, hi);
+    EXPECT_EQ(lo, TyxCoord3D<double>(DBL_MAX, DBL_MAX, DBL_MAX));
+    EXPECT_EQ(hi, TyxCoord3D<double>(DBL_MIN, DBL_MIN, DBL_MIN));
+}
+
+TEST(TyxPointTableTest, FindByAttribute)
+{
+    TyxPointTable table;
+    const uint64_t kind = table.registerProperty(TyxMetaProperty(L"kind"));
+    for (const wchar_t *name : {L"tree", L"Tree", L"house", L"tree"}) {
+        TyxPoint point = table.createPoint();
+        point[kind] = TyxPointAttributeVal(name);
+        table.push_back(point);
+    }
+    EXPECT_EQ(*table.findByAttribute(L"kind", TyxVariant(TyxString(L"tree")), false), (Indices{0, 3}));
+    EXPECT_EQ(*table.findByAttribute(kind, TyxVariant(TyxString(L"tree")), true), (Indices{1, 2}));
+    EXPECT_TRUE(table.findByAttribute(kind, TyxVariant(0.0), false)->empty());
+    EXPECT_EQ(*table.findByAttribute(L"x", TyxVariant(0.0), false), (Indices{0, 1, 2, 3}));
+    EXPECT_TRUE(table.findByAttribute(L"colour", TyxVariant(TyxString(L"tree")), false)->empty());
+    EXPECT_EQ(*table.findByAttribute(L"colour", TyxVariant(TyxString(L"tree")), true), (Indices{0, 1, 2, 3}));
+}
+
+TEST(TyxPointTableTest, SortsEachCoordinateBothWaysWithNaNLast)
+{
+    const struct {
+        uint64_t index;
+        bool ascending;
+        uint64_t column;
+        std::vector<double> expected;
+    } cases[] = {
+        {0, true, 0, {0.5, 1.0, 1.5, 2.0, 2.5}},      {0, false, 0, {2.5, 2.0, 1.5, 1.0, 0.5}},
+        {1, true, 1, {5.0, 10.0, 15.0, 20.0, 25.0}},  {1, false, 1, {25.0, 20.0, 15.0, 10.0, 5.0}},
+        {2, true, 2, {-2.5, -2.0, -1.5, -1.0, -0.5}}, {7, false, 2, {-0.5, -1.0, -1.5, -2.0, -2.5}},
+    };
+    for (const auto &c : cases) {
+        TyxPointTable table = edgeTable();
+        std::swap(table[0], table[5]);
+        table.sortByCoordinate(c.index, c.ascending);
+        std::vector<double> got = column(table, c.column);
+        ASSERT_EQ(got.size(), 6u);
+        EXPECT_TRUE(std::isnan(got.back())) << c.index;
+        got.pop_back();
+        EXPECT_EQ(got, c.expected) << c.index << " " << c.ascending;
+    }
+}
+
+TEST(TyxPointTableTest, SortKeepsAttributesWithTheirPoints)
+{
+    TyxPointTable table;
+    const uint64_t id = table.registerProperty(TyxMetaProperty(L"id"));
+    for (int i = 0; i < 50; ++i) {
+        TyxPoint point = table.createPoint();
+        point[0] = double((i * 37) % 50);
+        point[id] = TyxPointAttributeVal(TyxString(std::to_wstring((i * 37) % 50)));
+        table.push_back(point);
+    }
+    table.sortByCoordinate(0, true);
+    for (int i = 0; i < 50; ++i) {
+        EXPECT_EQ(table[i][0].toDouble(), double(i));
+        EXPECT_EQ(*table[i][id].string(), std::to_wstring(i));
+    }
+}
+
+TEST(TyxPointTableTest, CoordinateExtents)
+{
+    TyxCoord3D<double> lo, hi;
+    TyxPointTable table;
+    table.coordinateExtents(lo, hi);
+    EXPECT_EQ(lo, TyxCoord3D<double>(1.7976931348623157e308, 1.7976931348623157e308, 1.7976931348623157e308));
+    EXPECT_EQ(hi,
+              TyxCoord3D<double>(2.2250738585072014e-308, 2.2250738585072014e-308, 2.2250738585072014e-308));
+
+    table.push_back(pointAt(-1, -2, -3));
+    table.coordinateExtents(lo, hi);
+    EXPECT_EQ(lo, TyxCoord3D<double>(-1, -2, -3));
+    EXPECT_EQ(hi,
+              TyxCoord3D<double>(2.2250738585072014e-308, 2.2250738585072014e-308, 2.2250738585072014e-308));
+
+    table = edgeTable();
+    table.coordinateExtents(lo, hi);
+    EXPECT_EQ(lo, TyxCoord3D<double>(0.5, 5, -2.5));
+    // Every z is negative: the maximum keeps its small positive start.
+    EXPECT_EQ(hi, TyxCoord3D<double>(2.5, 25, DBL_MIN));
+}
+
+TEST(TyxPointTableTest, SharedThroughItsPointer)
+{
+    tyx::TyxPointTablePtr shared(new TyxPointTable(2, pointAt(1, 2, 3)));
+    tyx::TyxPointTablePtr other = shared;
+    EXPECT_TRUE(shared->hasMultipleRefs());
+    EXPECT_EQ(other->size(), 2u);
+    EXPECT_EQ((*other)[1], pointAt(1, 2, 3));
+}
+
+} // namespace
