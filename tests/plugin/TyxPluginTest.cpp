@@ -316,7 +316,7 @@ TEST(TyxPluginProtocolTest, DyingProtocolRunsEachCallbackOnce)
         raw->registerCallback(&c, [&calls] { calls.push_back(4); });
         raw->unRegisterCallback(nullptr);
         EXPECT_EQ(raw->className(), L"TyxPluginProtocol");
-        // The description's values are fixed, whatever the plug-in says.
+        // The meta object's values are fixed, whatever the plug-in says.
         EXPECT_EQ(raw->propertyValue(L"version").value<TyxString>(), L"1.0.0");
         EXPECT_EQ(raw->propertyValue(L"name").value<TyxString>(), L"");
         EXPECT_FALSE(raw->propertyValue(L"vendor").isValid());
