@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Builds tyx twice, normally and with AddressSanitizer and
-# UndefinedBehaviorSanitizer, and runs the whole test suite in each build.
+# Builds tyx normally and with AddressSanitizer and UndefinedBehaviorSanitizer
+# and runs the whole test suite in each build; then runs the threaded tests
+# under ThreadSanitizer.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -19,3 +20,10 @@ run_suite build
 # times faster at -O0, and the tests use small data.
 ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
   run_suite build-sanitize -DCMAKE_BUILD_TYPE=Debug -DTYX_SANITIZE=ON -DTYX_BUILD_BENCHMARKS=OFF
+# ThreadSanitizer: the programs that load the shared tables from several
+# threads at once. Only they are built and run; the rest has no threads.
+cmake -S . -B build-tsan -G Ninja -DTYX_WARNINGS_AS_ERRORS=ON -DCMAKE_BUILD_TYPE=Debug -DTYX_SANITIZE=thread \
+  -DTYX_BUILD_BENCHMARKS=OFF -DTYX_BUILD_EXAMPLES=OFF
+cmake --build build-tsan -j "$jobs" --target tyx_core_tests tyx_threads_tests
+TSAN_OPTIONS=halt_on_error=1 ctest --test-dir build-tsan --output-on-failure \
+  -R '^(core|core_program_paths_first_use|threads)$'
