@@ -7,8 +7,8 @@
 #include <sstream>
 
 #include "core/TyxPost.h"
+#include "image/TyxSampleTypes.h"
 #include "lut/TyxLutBuild.h"
-#include "lut/TyxLutSampleTypes.h"
 
 namespace tyx {
 
@@ -246,8 +246,8 @@ const TyxLutDescPtr &TyxBreakPointLut::lut(const TyxDataType &input)
     // The per-band tests run before the allocation, so that points on a
     // stray high band fail without a table being allocated for it.
     std::sort(sorted.begin(), sorted.end());
-    const bool servedType =
-        internal::visitLutEntryCode(m_outputDataType.code(), false, [](auto) { return true; });
+    const bool servedType = internal::visitSampleCode<internal::SampleSet::Narrow>(
+        m_outputDataType.code(), false, [](auto) { return true; });
     {
         auto first = sorted.begin();
         for (uint64_t b = 0; b < bands; ++b) {
@@ -274,7 +274,7 @@ const TyxLutDescPtr &TyxBreakPointLut::lut(const TyxDataType &input)
     buffer->setDataType(m_outputDataType);
 
     const int64_t lo = int64_t(minIn), hi = int64_t(maxIn);
-    internal::visitLutEntryCode(m_outputDataType.code(), 0, [&](auto tag) {
+    internal::visitSampleCode<internal::SampleSet::Narrow>(m_outputDataType.code(), 0, [&](auto tag) {
         fillAllBands<typename decltype(tag)::type>(buffer->data(), sorted, bands, lo, hi);
         return 0;
     });

@@ -8,13 +8,11 @@
 
 #include <tyx/TyxEqnTile.h>
 
-#include "lut/TyxLutSampleTypes.h"
+#include "image/TyxSampleTypes.h"
 
 namespace tyx {
 
 namespace {
-
-using internal::LutTag;
 
 /// A sample as a signed 64-bit value; U64 values beyond its range saturate,
 /// which keeps them above every index a table can hold.
@@ -156,25 +154,27 @@ TyxEqnTile TyxLutDesc::apply(const TyxEqnTile &samples, unsigned band) const
     const char *tableBytes =
         static_cast<const char *>(m_buffer->data()) + uint64_t(useBand) * m_numEntriesPerBand * entrySize;
 
-    return internal::visitLutIntegerCode(samples.dataType().code(), TyxEqnTile(), [&](auto inTag) {
-        using In = typename decltype(inTag)::type;
-        const In *src = static_cast<const In *>(samples.buffer()->data());
-        const bool covers = lo <= sampleValue(std::numeric_limits<In>::min()) &&
-                            hi >= sampleValue(std::numeric_limits<In>::max());
-        return internal::visitLutRealCode(m_dataType.code(), TyxEqnTile(), [&](auto outTag) {
-            using Out = typename decltype(outTag)::type;
-            TyxEqnTile result(m_dataType, n);
-            if (!result.buffer() || !result.buffer()->data())
-                return TyxEqnTile();
-            Out *dst = static_cast<Out *>(result.buffer()->data());
-            const Out *table = reinterpret_cast<const Out *>(tableBytes);
-            if (covers)
-                gather<In, Out, false>(src, step, n, table, lo, hi, dst);
-            else
-                gather<In, Out, true>(src, step, n, table, lo, hi, dst);
-            return result;
+    return internal::visitSampleCode<internal::SampleSet::Integer>(
+        samples.dataType().code(), TyxEqnTile(), [&](auto inTag) {
+            using In = typename decltype(inTag)::type;
+            const In *src = static_cast<const In *>(samples.buffer()->data());
+            const bool covers = lo <= sampleValue(std::numeric_limits<In>::min()) &&
+                                hi >= sampleValue(std::numeric_limits<In>::max());
+            return internal::visitSampleCode<internal::SampleSet::Real>(
+                m_dataType.code(), TyxEqnTile(), [&](auto outTag) {
+                    using Out = typename decltype(outTag)::type;
+                    TyxEqnTile result(m_dataType, n);
+                    if (!result.buffer() || !result.buffer()->data())
+                        return TyxEqnTile();
+                    Out *dst = static_cast<Out *>(result.buffer()->data());
+                    const Out *table = reinterpret_cast<const Out *>(tableBytes);
+                    if (covers)
+                        gather<In, Out, false>(src, step, n, table, lo, hi, dst);
+                    else
+                        gather<In, Out, true>(src, step, n, table, lo, hi, dst);
+                    return result;
+                });
         });
-    });
 }
 
 TyxImageTilePtr TyxLutDesc::apply(const TyxImageTile &tile) const
@@ -200,21 +200,24 @@ TyxImageTilePtr TyxLutDesc::apply(const TyxImageTile &tile) const
     const int64_t span = int64_t(m_numEntriesPerBand) - 1;
     const int64_t hi =
         lo > std::numeric_limits<int64_t>::max() - span ? std::numeric_limits<int64_t>::max() : lo + span;
-    const bool served = internal::visitLutIntegerCode(tile.dataType().code(), false, [&](auto inTag) {
-        using In = typename decltype(inTag)::type;
-        return internal::visitLutRealCode(m_dataType.code(), false, [&](auto outTag) {
-            using Out = typename decltype(outTag)::type;
-            for (unsigned band = 0; band < tile.numBands(); ++band) {
-                const unsigned useBand = m_reuseLutDataForAllBands ? 0 : band;
-                const Out *table = reinterpret_cast<const Out *>(static_cast<const char *>(m_buffer->data()) +
-                                                                 uint64_t(useBand) * bandBytes);
-                for (unsigned y = 0; y < tile.height(); ++y)
-                    gatherStrided(tile.ptrAt<In>(0, y, band), tile.pixelStrideSamples(), tile.width(), table,
-                                  lo, hi, result->ptrAt<Out>(0, y, band), result->pixelStrideSamples());
-            }
-            return true;
+    const bool served = internal::visitSampleCode<internal::SampleSet::Integer>(
+        tile.dataType().code(), false, [&](auto inTag) {
+            using In = typename decltype(inTag)::type;
+            return internal::visitSampleCode<internal::SampleSet::Real>(
+                m_dataType.code(), false, [&](auto outTag) {
+                    using Out = typename decltype(outTag)::type;
+                    for (unsigned band = 0; band < tile.numBands(); ++band) {
+                        const unsigned useBand = m_reuseLutDataForAllBands ? 0 : band;
+                        const Out *table = reinterpret_cast<const Out *>(
+                            static_cast<const char *>(m_buffer->data()) + uint64_t(useBand) * bandBytes);
+                        for (unsigned y = 0; y < tile.height(); ++y)
+                            gatherStrided(tile.ptrAt<In>(0, y, band), tile.pixelStrideSamples(), tile.width(),
+                                          table, lo, hi, result->ptrAt<Out>(0, y, band),
+                                          result->pixelStrideSamples());
+                    }
+                    return true;
+                });
         });
-    });
     return served ? result : nullptr;
 }
 

@@ -15,7 +15,7 @@
 #include <tyx/TyxTokenizer.h>
 
 #include "core/TyxPost.h"
-#include "lut/TyxLutSampleTypes.h"
+#include "image/TyxSampleTypes.h"
 
 namespace tyx {
 
@@ -251,8 +251,9 @@ TyxLutDesc *LutReader::readDense(const LutHeader &h)
     }
 
     const TyxDataType type = h.hasDataType ? h.dataType : TyxDataType::fromMinMax(lo, hi);
-    const bool served = type == TyxNumericType::Double ||
-                        internal::visitLutEntryCode(type.code(), false, [](auto) { return true; });
+    const bool served =
+        type == TyxNumericType::Double ||
+        internal::visitSampleCode<internal::SampleSet::Narrow>(type.code(), false, [](auto) { return true; });
     if (!served)
         return fail(L"Invalid data type.");
 
@@ -291,7 +292,7 @@ TyxLutDesc *LutReader::readDense(const LutHeader &h)
     if (total != 0 && (!buffer->isValid() || !buffer->data()))
         return fail(kTooLarge);
     buffer->setDataType(type);
-    internal::visitLutEntryCode(type.code(), 0, [&](auto tag) {
+    internal::visitSampleCode<internal::SampleSet::Narrow>(type.code(), 0, [&](auto tag) {
         fillRows(static_cast<typename decltype(tag)::type *>(buffer->data()));
         return 0;
     });
@@ -425,9 +426,10 @@ bool TyxLutIO::writeCommon(const TyxLutDesc &lut, std::wostream &stream)
     stream << L"}\n";
     if (bands == 0)
         return !stream.fail();
-    const int written = internal::visitLutEntryCode(lut.dataType().code(), -1, [&](auto tag) {
-        return writeEntries<typename decltype(tag)::type>(lut, stream) ? 1 : 0;
-    });
+    const int written =
+        internal::visitSampleCode<internal::SampleSet::Narrow>(lut.dataType().code(), -1, [&](auto tag) {
+            return writeEntries<typename decltype(tag)::type>(lut, stream) ? 1 : 0;
+        });
     if (written < 0) {
         TYX_POST_ERROR(L"Invalid data type.");
         return false;
