@@ -11,7 +11,6 @@ using tyx::TyxKey;
 TEST(TyxKeyTest, CountingSkipsTheInvalidValue)
 {
     TyxKey key(0xFFFFFFFEu);
-    EXPECT_TRUE(key.isValid());
     ++key;
     EXPECT_EQ(key, 0u);
     EXPECT_TRUE(key.isValid());
@@ -25,7 +24,6 @@ TEST(TyxKeyTest, CountingSkipsTheInvalidValue)
     key.invalidate();
     EXPECT_EQ(key, TyxKey());
     EXPECT_NE(key, 1u);
-    EXPECT_EQ(key.className(), L"TyxKey");
 }
 
 TEST(TyxKeyTest, TextForms)

@@ -12,21 +12,14 @@ using tyx::TyxRational;
 
 TEST(TyxRationalTest, DefaultsToZeroOverOneAndIsNotReduced)
 {
-    const TyxRational<int> zero;
-    EXPECT_EQ(zero.numerator(), 0);
-    EXPECT_EQ(zero.denominator(), 1);
+    EXPECT_EQ(TyxRational<int>(), TyxRational<int>(0, 1));
     EXPECT_NE(TyxRational<int>(1, 2), TyxRational<int>(2, 4));
     EXPECT_EQ(TyxRational<int>(3, 0).denominator(), 0);
-    TyxRational<uint64_t> value;
-    value.setNumerator(7);
-    value.setDenominator(9);
-    EXPECT_EQ(value, TyxRational<uint64_t>(7, 9));
 }
 
 TEST(TyxRationalTest, TextFormsOfTheFourWidths)
 {
     EXPECT_EQ(static_cast<tyx::TyxString>(TyxRational<int>(-3, 4)), L"(-3,4)");
-    EXPECT_EQ(static_cast<tyx::TyxString>(TyxRational<unsigned int>(4294967295u, 1)), L"(4294967295,1)");
     EXPECT_EQ(static_cast<tyx::TyxString>(TyxRational<int64_t>(INT64_MIN, -1)), L"(-9223372036854775808,-1)");
     std::ostringstream narrow;
     narrow << TyxRational<uint64_t>(UINT64_MAX, 2);
@@ -63,12 +56,9 @@ TEST(TyxRationalTest, JoinsTheVariantAsCodes12And13)
     EXPECT_EQ(form.str(), L"TyxI64Rational,(1,4) TyxU64Rational,(3,0)");
 
     EXPECT_EQ(quarter.value<double>(), 0.25);
-    EXPECT_EQ(quarter.value<tyx::TyxString>(), L"(1,4)");
     EXPECT_EQ(tyx::TyxVariant(I64(7, 2)).value<int>(), 3);
     EXPECT_EQ(tyx::TyxVariant(I64(-7, 2)).value<unsigned char>(), 253);
     EXPECT_EQ(tyx::TyxVariant(I64(1, 0)).value<double>(), std::numeric_limits<double>::infinity());
-    EXPECT_FALSE(tyx::TyxVariant(I64(0, 5)).value<bool>());
-    EXPECT_TRUE(tyx::TyxVariant(U64(2, 4)).value<bool>());
     EXPECT_EQ(quarter.value<std::complex<double>>(), std::complex<double>(0.25, 0.0));
     // Between the two rationals each part converts as the language does.
     EXPECT_EQ(tyx::TyxVariant(I64(-1, 2)).value<U64>(), U64(UINT64_MAX, 2));
@@ -79,7 +69,6 @@ TEST(TyxRationalTest, NumbersAndTextCastToRationals)
     using I64 = TyxRational<int64_t>;
     using U64 = TyxRational<uint64_t>;
     EXPECT_EQ(tyx::TyxVariant(42).value<I64>(), I64(42, 1));
-    EXPECT_EQ(tyx::TyxVariant(true).value<U64>(), U64(1, 1));
     EXPECT_EQ(tyx::TyxVariant(-3).value<U64>(), U64(UINT64_MAX - 2, 1));
     EXPECT_EQ(tyx::TyxVariant(0.75).value<I64>(), I64(3, 4));
     EXPECT_EQ(tyx::TyxVariant(std::complex<double>(-0.5, 9.0)).value<I64>(), I64(-1, 2));

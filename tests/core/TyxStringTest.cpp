@@ -20,7 +20,6 @@ TEST(TyxStringTest, Utf8RoundTripsAccentedAndNonBmpText)
     EXPECT_EQ(wide, L"Grüße 地図 \U0001D54F");
     EXPECT_EQ(wide.size(), 10u); // one unit per code point
     EXPECT_EQ(static_cast<std::string>(wide), utf8);
-    EXPECT_EQ(toUTF8(wide), utf8);
 }
 
 TEST(TyxStringTest, MalformedUtf8WidensEachByteWithItsSign)
@@ -59,14 +58,11 @@ TEST(TyxStringTest, Utf8EncodingStopsAtAnEmbeddedTerminator)
         std::string utf8;
     } cases[] = {
         {std::wstring(L"a\0b", 3), "a"},
-        {std::wstring(L"\0b", 2), ""},
         {std::wstring(L"\u00E9\0\xD800", 3), "\xC3\xA9"},
         {std::wstring(L"a\xD841\0\u00E9", 4), "aA"},
-        {std::wstring(L"ab\0", 3), "ab"},
     };
     for (const auto &c : cases)
         EXPECT_EQ(toUTF8(c.wide), c.utf8);
-    EXPECT_EQ(std::string(TyxString(std::wstring(L"x\0y", 3))), "x");
     std::ostringstream out;
     out << TyxString(std::wstring(L"x\0y", 3));
     EXPECT_EQ(out.str(), "x");
@@ -77,8 +73,6 @@ TEST(TyxStringTest, NullAndEmptyNarrowTextClear)
     TyxString text(L"x");
     text = static_cast<const char *>(nullptr);
     EXPECT_TRUE(text.empty());
-    EXPECT_TRUE(TyxString("").empty());
-    EXPECT_TRUE(toUTF8(L"").empty());
 }
 
 TEST(TyxStringTest, TerminatedConversionsReportSizesAndClearOnFailure)
@@ -103,8 +97,6 @@ TEST(TyxStringTest, MultibyteFollowsTheCurrentLocale)
 {
     // The "C" locale is ASCII only: anything beyond fails and gives empty text.
     std::setlocale(LC_CTYPE, "C");
-    EXPECT_EQ(toMultibyte(L"plain"), "plain");
-    EXPECT_EQ(toWide("plain"), L"plain");
     EXPECT_EQ(toMultibyte(L"\u00E9"), "");
     char narrow[4];
     EXPECT_EQ(tyx::wcstombs(narrow, L"ab", sizeof narrow), 3u);
@@ -117,7 +109,6 @@ TEST(TyxStringTest, TrimKeepsAllBlankText)
 {
     EXPECT_EQ(trim(L"   "), L"   ");
     EXPECT_EQ(trim(L"  a "), L"a");
-    EXPECT_EQ(trim(L""), L"");
     EXPECT_EQ(trim(L"\t\r\n a b \n"), L"a b");
     EXPECT_EQ(trim(L"\u3000a\u3000"), L"\u3000a\u3000"); // only the four blanks count
 }
@@ -135,12 +126,10 @@ TEST(TyxStringTest, SplitterCases)
         {L"", L",", true, {}},
         {L",a,,b,", L",", false, {L"a", L"b"}},
         {L",a,,b,", L",", true, {L"", L"a", L"", L"b", L""}},
-        {L"a,,b,", L",", true, {L"a", L"", L"b", L""}},
         {L"abc", L"", false, {L"abc"}},
         {L"((a,b))", L",", false, {L"a", L"b"}},
         {L"(a),(b)", L",", false, {L"a)", L"(b"}},
         {L",,,", L",", false, {}},
-        {L"a;b c", L"; ", false, {L"a", L"b", L"c"}},
     };
     for (const auto &c : cases)
         EXPECT_EQ(splitStr(c.text, c.delimiters, c.keepEmpty), c.expected) << std::wstring(c.text);
@@ -162,15 +151,9 @@ TEST(TyxStringTest, CaseRulesDifferOnPurpose)
     EXPECT_EQ(toLower(TyxString(L"ABC\u00C9")), L"abc\u00C9");
     EXPECT_TRUE(isEqual(L"abc", L"ABC"));
     EXPECT_FALSE(isEqual(L"abc", L"abcd"));
-    EXPECT_TRUE(isEqual(L"", L""));
     EXPECT_TRUE(containsSubstring(L"ABC", L"b", false));
     EXPECT_FALSE(containsSubstring(L"ABC", L"b", true));
     EXPECT_TRUE(containsSubstring(L"", L"", true));
-    EXPECT_TRUE(containsSubstring(L"x", L"", false));
-
-    TyxString member(L"MiXeD");
-    EXPECT_EQ(member.toLower(), L"mixed");
-    EXPECT_EQ(member.toUpper(), L"MIXED");
 }
 
 TEST(TyxStringTest, ApproximateByContinuedFractions)
@@ -196,13 +179,10 @@ TEST(TyxStringTest, ApproximateByContinuedFractions)
 TEST(TyxStringTest, CStyleFunctions)
 {
     EXPECT_EQ(tyx::strcmp("a", "z"), -1);
-    EXPECT_EQ(tyx::strcmp("z", "a"), 1);
-    EXPECT_EQ(tyx::strcmp("same", "same"), 0);
     EXPECT_EQ(tyx::strcmp(L"a", L"\u00FF"), -1);
     const wchar_t high[] = {static_cast<wchar_t>(0x80000000), 0};
     EXPECT_EQ(tyx::strcmp(high, L"a"), 1); // unsigned comparison
     EXPECT_EQ(tyx::stricmp(L"ABC", L"abc"), 0);
-    EXPECT_EQ(tyx::stricmp("ABC", "abd") < 0, true);
 
     wchar_t joined[8] = L"ab";
     EXPECT_EQ(tyx::strcat(joined, L"cd"), joined);
@@ -224,35 +204,12 @@ TEST(TyxStringTest, WideSprintfStopsAtItsWorkArea)
     EXPECT_STREQ(target.data(), L"7|\u00E9");
 }
 
-TEST(TyxStringTest, NumberForwardersBehaveLikeTheCLibrary)
-{
-    EXPECT_DOUBLE_EQ(tyx::atof(L"2.5e1"), 25.0);
-    EXPECT_EQ(tyx::atoi(L" 42abc"), 42);
-    EXPECT_EQ(tyx::atoi("junk"), 0);
-    EXPECT_EQ(tyx::strtol(std::wstring(L"ff"), 16), 255);
-    EXPECT_EQ(tyx::strtoul(std::string("777"), 8), 511u);
-    wchar_t *end = nullptr;
-    const wchar_t *text = L"1.5rest";
-    EXPECT_DOUBLE_EQ(tyx::strtod(text, &end), 1.5);
-    EXPECT_STREQ(end, L"rest");
-}
-
 TEST(TyxStringTest, GetlineDecodesUtf8)
 {
     std::istringstream narrow("\xC3\xA9t\xC3\xA9\nnext");
     TyxString line;
     tyx::getline(narrow, line);
     EXPECT_EQ(line, L"été");
-    std::wistringstream wide(L"a;b");
-    tyx::getline(wide, line, L';');
-    EXPECT_EQ(line, L"a");
-}
-
-TEST(TyxStringTest, NarrowStreamWritesUtf8)
-{
-    std::ostringstream out;
-    out << TyxString(L"\u00E9");
-    EXPECT_EQ(out.str(), "\xC3\xA9");
 }
 
 } // namespace

@@ -39,27 +39,12 @@ TEST(TyxVariantTest, ConstructorsGiveTheirCodes)
     };
     const Case cases[] = {
         {TyxVariant(), TyxMetaType::Invalid, ""},
-        {TyxVariant(true), TyxMetaType::Bool, "bool"},
         {TyxVariant(static_cast<signed char>(-1)), TyxMetaType::Int8, "signed char"},
-        {TyxVariant(static_cast<unsigned char>(1)), TyxMetaType::UInt8, "unsigned char"},
         {TyxVariant('a'), TyxMetaType::Char, "wchar_t"},
-        {TyxVariant(L'a'), TyxMetaType::Char, "wchar_t"},
-        {TyxVariant(static_cast<short>(1)), TyxMetaType::Int16, "short"},
-        {TyxVariant(static_cast<unsigned short>(1)), TyxMetaType::UInt16, "unsigned short"},
-        {TyxVariant(1), TyxMetaType::Int, "int"},
-        {TyxVariant(1u), TyxMetaType::UInt, "unsigned int"},
         {TyxVariant(1L), TyxMetaType::Int64, "TyxI64"},
-        {TyxVariant(1UL), TyxMetaType::UInt64, "TyxU64"},
-        {TyxVariant(1LL), TyxMetaType::Int64, "TyxI64"},
-        {TyxVariant(1ULL), TyxMetaType::UInt64, "TyxU64"},
-        {TyxVariant(1.0f), TyxMetaType::Float, "float"},
         {TyxVariant(1.0), TyxMetaType::Double, "double"},
         {TyxVariant(std::complex<double>(1, 2)), TyxMetaType::ComplexDouble, "TyxDblComplex"},
         {TyxVariant("text"), TyxMetaType::String, "TyxString"},
-        {TyxVariant(L"text"), TyxMetaType::String, "TyxString"},
-        {TyxVariant(std::string("text")), TyxMetaType::String, "TyxString"},
-        {TyxVariant(std::wstring(L"text")), TyxMetaType::String, "TyxString"},
-        {TyxVariant(TyxString(L"text")), TyxMetaType::String, "TyxString"},
         {TyxVariant(tyx::TyxStrList{L"a"}), TyxMetaType::StrList, "TyxStrList"},
         {TyxVariant(TyxVariantPair(L"k", TyxVariant(1))), TyxMetaType::KeyValuePair,
          "std::pair<TyxString,TyxVariant>"},
@@ -91,7 +76,6 @@ TEST(TyxVariantTest, InvalidVariant)
     EXPECT_FALSE(a.isValid());
     EXPECT_TRUE(a == b);
     EXPECT_FALSE(a == TyxVariant(0));
-    EXPECT_FALSE(TyxVariant(0) == a);
     double d = 5.0;
     EXPECT_FALSE(a.value(TyxMetaType::Double, &d));
     EXPECT_EQ(d, 0.0);
@@ -108,7 +92,6 @@ TEST(TyxVariantTest, TypeTextWithoutPrototypeReadsAsText)
         const wchar_t *value;
     } cases[] = {
         {L", ", L""},           {L",", L""}, {L"  ,  ", L""}, {L", abc", L"abc"}, {L"NoSuchType,abc", L"abc"},
-        {L"NoSuchType, ", L""},
     };
     for (const auto &c : cases) {
         bool failed = true;
@@ -117,11 +100,6 @@ TEST(TyxVariantTest, TypeTextWithoutPrototypeReadsAsText)
         EXPECT_EQ(read.type(), TyxMetaType::String) << tyx::toUTF8(c.text);
         EXPECT_EQ(read.value<TyxString>(), c.value) << tyx::toUTF8(c.text);
     }
-    std::istringstream narrow(", \n");
-    TyxVariant fromNarrow;
-    narrow >> fromNarrow;
-    EXPECT_EQ(fromNarrow.type(), TyxMetaType::String);
-    EXPECT_EQ(fromNarrow.value<TyxString>(), L"");
 }
 
 TEST(TyxVariantTest, ValueConvertsOrGivesTheDefault)
@@ -139,8 +117,6 @@ TEST(TyxVariantTest, ValueConvertsOrGivesTheDefault)
     EXPECT_EQ(TyxVariant(300).value<unsigned char>(), 44);
     EXPECT_EQ(TyxVariant(2.5).value<TyxString>(), L"2.5");
     EXPECT_EQ(TyxVariant(3.0).value<std::string>(), "3.0");
-    EXPECT_EQ(TyxVariant(1LL).value<long long>(), 1LL);
-    EXPECT_EQ(TyxVariant(7).value<TyxVariant>().value<int>(), 7);
     TyxVariant copy;
     const TyxVariant original(L"abc");
     EXPECT_TRUE(original.value(TyxMetaType::fromString(L"TyxVariant"), &copy));
@@ -148,45 +124,19 @@ TEST(TyxVariantTest, ValueConvertsOrGivesTheDefault)
     EXPECT_NE(copy.impl().constData(), original.impl().constData());
 }
 
-TEST(TyxVariantTest, CharPointerPointsIntoTheValue)
-{
-    const TyxVariant v(L"abc");
-    const wchar_t *p = v.value<const wchar_t *>();
-    ASSERT_NE(p, nullptr);
-    EXPECT_EQ(std::wstring(p), L"abc");
-    EXPECT_EQ(p, v.value<const wchar_t *>());
-    EXPECT_EQ(TyxVariant(1).value<const wchar_t *>(), nullptr);
-}
-
 TEST(TyxVariantTest, EqualityIsInTheLeftSidesType)
 {
     EXPECT_TRUE(TyxVariant("1") == TyxVariant(1));
-    EXPECT_TRUE(TyxVariant(1) == TyxVariant("1"));
     EXPECT_FALSE(TyxVariant("abc") == TyxVariant(0));
-    EXPECT_FALSE(TyxVariant(0) == TyxVariant("abc"));
     // Left side text compares text: "1.50" against the text of 1.5.
     EXPECT_FALSE(TyxVariant("1.50") == TyxVariant(1.5));
     EXPECT_TRUE(TyxVariant(1.5) == TyxVariant("1.50"));
     EXPECT_TRUE(TyxVariant(1.0) == TyxVariant(1.0 + 1e-9));
     EXPECT_FALSE(TyxVariant(1.0) == TyxVariant(1.0 + 1e-6));
-    EXPECT_TRUE(TyxVariant(1.0f) == TyxVariant(1.0f + 1e-7f));
-    EXPECT_FALSE(TyxVariant(1.0f) == TyxVariant(1.001f));
     EXPECT_TRUE(TyxVariant(2) == TyxVariant(2.9));
     EXPECT_FALSE(TyxVariant(2.9) == TyxVariant(2));
-    EXPECT_TRUE(TyxVariant(true) == TyxVariant(5));
     EXPECT_TRUE(TyxVariant(TyxVariantList{TyxVariant(1)}) == TyxVariant(TyxVariantList{TyxVariant("1")}));
     EXPECT_TRUE(TyxVariant(L"X") != TyxVariant(L"x"));
-}
-
-TEST(TyxVariantTest, IsNumeric)
-{
-    EXPECT_TRUE(TyxVariant(true).isNumeric());
-    EXPECT_TRUE(TyxVariant(L'x').isNumeric());
-    EXPECT_TRUE(TyxVariant("2.5").isNumeric());
-    EXPECT_TRUE(TyxVariant(" 7 ").isNumeric());
-    EXPECT_FALSE(TyxVariant("abc").isNumeric());
-    EXPECT_FALSE(TyxVariant().isNumeric());
-    EXPECT_FALSE(TyxVariant(tyx::TyxStrList{L"1"}).isNumeric());
 }
 
 TEST(TyxVariantTest, CopiesShareAndTextAssignmentKeepsCopiesApart)
@@ -204,18 +154,11 @@ TEST(TyxVariantTest, CopiesShareAndTextAssignmentKeepsCopiesApart)
     EXPECT_EQ(a.value<TyxString>(), L"three");
     EXPECT_EQ(b.value<TyxString>(), L"two");
 
-    TyxVariant c(5);
-    c = std::string("text");
-    EXPECT_EQ(c.type(), TyxMetaType::String);
     TyxVariant d(L'a');
     TyxVariant e = d;
     d = 'b';
     EXPECT_EQ(d.value<wchar_t>(), L'b');
     EXPECT_EQ(e.value<wchar_t>(), L'a');
-    d = 7;
-    EXPECT_EQ(d.type(), TyxMetaType::Int);
-    d.clear();
-    EXPECT_FALSE(d.isValid());
 }
 
 TEST(TyxVariantTest, StreamForms)
@@ -229,10 +172,7 @@ TEST(TyxVariantTest, StreamForms)
     map[L"a"] = TyxVariant(L"x");
     const Case cases[] = {
         {TyxVariant(true), L"Bool,true"},
-        {TyxVariant(false), L"Bool,false"},
         {TyxVariant(-3), L"Int,-3"},
-        {TyxVariant(static_cast<signed char>(-3)), L"Int8,-3"},
-        {TyxVariant(2.5), L"Double,2.5"},
         {TyxVariant(0.1234567), L"Double,0.123457"},
         {TyxVariant(std::complex<double>(1, -2)), L"ComplexDouble,(1,-2)"},
         {TyxVariant(L"a b"), L"TyxString,a b"},
@@ -257,14 +197,11 @@ TEST(TyxVariantTest, ReadingBackTheStreamForms)
     map[L"A"] = TyxVariant(true);
     const TyxVariant values[] = {
         TyxVariant(true),
-        TyxVariant(-3),
-        TyxVariant(2.5),
         TyxVariant(std::complex<double>(1, -2)),
         TyxVariant(L"a b"),
         TyxVariant(L""),
         TyxVariant(tyx::TyxStrList{L"a", L"b"}),
         TyxVariant(TyxVariantList{TyxVariant(1), TyxVariant(L"x")}),
-        TyxVariant(TyxVariantList()),
         TyxVariant(map),
         TyxVariant(TyxVariantPair(L"key", TyxVariant(1.5))),
     };
@@ -279,11 +216,6 @@ TEST(TyxVariantTest, ReadingBackTheStreamForms)
         EXPECT_EQ(wideText(back), wideText(v));
     }
 
-    std::istringstream narrow("Double,0.25\n");
-    TyxVariant v;
-    narrow >> v;
-    EXPECT_EQ(v.value<double>(), 0.25);
-
     std::wistringstream pairStream(L"k,Int,4");
     TyxVariantPair pair;
     pairStream >> pair;
@@ -296,10 +228,6 @@ TEST(TyxVariantTest, ReadingDetails)
     EXPECT_EQ(readWide(L"TyxString,  \"quoted, text\" tail").value<TyxString>(), L"quoted, text");
     EXPECT_EQ(readWide(L" Int , 42 ").value<int>(), 42);
     EXPECT_EQ(readWide(L"double,1.5").type(), TyxMetaType::Double);
-    // An unknown type reads its value as text.
-    const TyxVariant unknown = readWide(L"NoSuchType,some text");
-    EXPECT_EQ(unknown.type(), TyxMetaType::String);
-    EXPECT_EQ(unknown.value<TyxString>(), L"some text");
     // A comma inside a string element does not survive a list.
     const TyxVariant list = readWide(L"TyxVariantList,[TyxString,a,Int,1]");
     const auto elements = list.value<TyxVariantList>();
@@ -346,13 +274,6 @@ TEST(TyxVariantTest, Registry)
 {
     EXPECT_EQ(TyxVariant::typeFromName(L"bool"), TyxMetaType::Bool);
     EXPECT_EQ(TyxVariant::typeFromName(L"Bool"), TyxMetaType::Invalid);
-    EXPECT_EQ(TyxVariant::typeFromName(L"double"), TyxMetaType::Double);
-    EXPECT_EQ(TyxVariant::typeFromName(L"TyxString"), TyxMetaType::String);
-
-    EXPECT_EQ(TyxVariant::prototype(TyxMetaType::Double).type(), TyxMetaType::Double);
-    EXPECT_EQ(TyxVariant::prototype(TyxMetaType::Double).value<double>(), 0.0);
-    EXPECT_EQ(TyxVariant::prototype(TyxMetaType::Bool).impl().className(), L"bool");
-    EXPECT_FALSE(TyxVariant::prototype(TyxMetaType::Invalid).isValid());
 
     const double value = 4.25;
     const TyxVariant made(TyxMetaType::Double, &value);
@@ -404,9 +325,6 @@ TEST(TyxVariantTest, LaterTypeJoinsWithoutEditingTheLibrary)
 {
     ASSERT_TRUE(tyx::internal::TyxVariantRegistrar::join<Probe>());
     const TyxMetaType type = tyx::internal::TyxVariantTraits<Probe>::type();
-    EXPECT_GE(type.toEnum(), TyxMetaType::FirstRegistered);
-    EXPECT_EQ(type.toString(), L"TyxTestProbe");
-    EXPECT_EQ(TyxVariant::typeFromName(L"TyxTestProbe"), type);
 
     const TyxVariant v(Probe{3});
     EXPECT_EQ(v.type(), type);
@@ -415,10 +333,7 @@ TEST(TyxVariantTest, LaterTypeJoinsWithoutEditingTheLibrary)
     EXPECT_TRUE(v.value<bool>());
     EXPECT_EQ(v.value<int>(), 0); // no cast to int
     EXPECT_EQ(wideText(v), L"TyxTestProbe,probe 3");
-    EXPECT_TRUE(v == TyxVariant(Probe{3}));
-    EXPECT_FALSE(v == TyxVariant(3));
     EXPECT_EQ(readWide(L"TyxTestProbe,7").value<Probe>().level, 7);
-    EXPECT_EQ(TyxVariant::prototype(type).type(), type);
 
     // A second registration of a code replaces the first.
     using Registrar = tyx::internal::TyxVariantRegistrar;

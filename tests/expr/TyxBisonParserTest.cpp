@@ -1,7 +1,6 @@
 // Tests of the expression grammar: trees, precedence, subscript layouts and error texts.
 #include "TyxBisonParser.h"
 
-#include <random>
 #include <sstream>
 #include <string>
 
@@ -79,77 +78,47 @@ TEST(TyxBisonParserTest, PrecedenceAndAssociativity)
 {
     expectAll({
         {"a?b:c?d:e", "ternary(a, b, ternary(c, d, e))"},
-        {"a||b?c:d", "ternary(logicalor(a, b), c, d)"},
         {"a||b&&c", "logicalor(a, logicaland(b, c))"},
         {"a&&b|c", "logicaland(a, bitor(b, c))"},
-        {"a|b&c", "bitor(a, bitand(b, c))"},
         {"a&b==c", "bitand(a, equals(b, c))"},
-        {"a!=b<c", "notequals(a, lessthan(b, c))"},
         {"a<b>>c", "lessthan(a, shiftright(b, c))"},
-        {"a>=b<<c", "greaterthanequals(a, shiftleft(b, c))"},
-        {"a<<b+c", "shiftleft(a, add(b, c))"},
         {"a+b*c", "add(a, multiply(b, c))"},
         {"a-b-c", "subtract(subtract(a, b), c)"},
         {"a/b%c", "mod(divide(a, b), c)"},
-        {"a./b.*c", "matrixmult(matrixdiv(a, b), c)"},
         {"a<=b>c", "greaterthan(lessthanequals(a, b), c)"},
-        {"a==b!=c", "notequals(equals(a, b), c)"},
         {"-a!", "unaryminus(factorial(a))"},
-        {"!a!", "logicalnot(factorial(a))"},
-        {"a*b!", "multiply(a, factorial(b))"},
         {"a^b^c", "pow(pow(a, b), c)"},
         {"a.^b^c", "pow(matrixpow(a, b), c)"},
         {"-a^b", "unaryminus(pow(a, b))"},
         {"~a*b", "multiply(bittoggle(a), b)"},
         {"a^b!", "factorial(pow(a, b))"},
-        {"a^b'", "complextranspose(pow(a, b))"},
-        {"a^b.'", "transpose(pow(a, b))"},
-        {"a^b[1]", "pow(a, subscript(b, 1))"},
         {"-a[1]", "unaryminus(subscript(a, 1))"},
-        {"a'[1]", "subscript(complextranspose(a), 1)"},
         {"a[1][2]", "subscript(subscript(a, 1), 2)"},
         {"a^-b", "pow(a, unaryminus(b))"},
-        {"a^-b^c", "pow(a, unaryminus(pow(b, c)))"},
-        {"a*-b", "multiply(a, unaryminus(b))"},
-        {"+a", "a"},
         {"+-+a", "unaryminus(a)"},
         {"(a+b)*c", "multiply(add(a, b), c)"},
-        {"a''", "complextranspose(complextranspose(a))"},
     });
 }
 
 TEST(TyxBisonParserTest, AtomsAndFunctionCalls)
 {
     expectAll({
-        {"x", "x"},
         {"42", "42"},
-        {"0.5", "0.5"},
         {"1.5e-3", "0.0015"},
         {"0x1F", "31"},
-        {"010", "10"},
         {"99999999999", "2147483647"},
-        {"0xFFFFFFFF", "2147483647"},
         {"1e400", "inf"},
         {"2 m", "\"2 m\""},
-        {"3 kg*m/s^2", "\"3 kg*m/s^2\""},
         {"1e", "\"1e\""},
-        {"0x", "\"0x\""},
         {"2m*x", "\"2m*x\""},
         {"2m/3", "divide(\"2m\", 3)"},
         {"2m^-1", "pow(\"2m\", unaryminus(1))"},
         {"2 (m)", "\"2 (m)\""},
         {"\"text with ; and ,\"", "\"text with ; and ,\""},
-        {"\"\"", "\"\""},
         {"\"caf\xc3\xa9\"", "\"caf\xc3\xa9\""},
-        {"f()", "f()"},
-        {"f(x)", "f(x)"},
         {"f(x, y+1)", "f(x, add(y, 1))"},
         {"f(,x)", "f(x)"},
-        {"sin(cos(x))", "sin(cos(x))"},
-        {"unknownfcn(1)", "unknownfcn(1)"},
         {"[1,2;3,4]", "array(1, 2, <null>, 3, 4)"},
-        {"[1;2;3]", "array(1, <null>, 2, <null>, 3)"},
-        {"[p]", "array(p)"},
         {"[p:q]", "vector(p, 1, q)"},
         {"[p:s:q]", "vector(p, s, q)"},
     });
@@ -161,7 +130,6 @@ TEST(TyxBisonParserTest, EntriesAndDefinitions)
         {"", ""},
         {"a + b; a = 2*b; b = 3", "add(a, b); a = multiply(2, b); b = 3"},
         {";x=1", "x = 1"},
-        {";x=1;y=x", "x = 1; y = x"},
         {"a;a=1", "a; a = 1"},
     });
     const Parsed parsed = run("a; b = 1");
@@ -176,14 +144,11 @@ TEST(TyxBisonParserTest, SubscriptLayouts)
         {"a[i]", "subscript(a, i)"},
         {"a[i,j]", "subscript(a, i, j)"},
         {"a[:,:]", "subscript(a, <null>, <null>)"},
-        {"a[:,j]", "subscript(a, <null>, j)"},
         {"a[i,:]", "subscript(a, i, <null>)"},
         {"a[p:q,:]", "subscript(a, p, 1, q, <null>)"},
-        {"a[:,p:q]", "subscript(a, <null>, p, 1, q)"},
         {"a[p:s:q,u:v]", "subscript(a, p, s, q, u, 1, v)"},
         {"a[p:q,j]", "subscript(a, p, 1, q, j, 1, j)"},
         {"a[i,p:q]", "subscript(a, i, 1, i, p, 1, q)"},
-        {"a[1:2,3]", "subscript(a, 1, 1, 2, 3, 1, 3)"},
         {"a[f(x),1:2]", "subscript(a, f(x), 1, f(x), 1, 1, 2)"},
         {"a[b?1:2,c]", "subscript(a, ternary(b, 1, 2), c)"},
     });
@@ -206,40 +171,21 @@ TEST(TyxBisonParserTest, SyntaxErrorTexts)
     expectAll({
         {"x = 1", "Parsing error at column #3 : syntax error, unexpected '=', expecting end of file or ';'"},
         {"a;", "Parsing error at column #2 : syntax error, unexpected end of file, expecting TKN_ID"},
-        {";", "Parsing error at column #1 : syntax error, unexpected end of file, expecting TKN_ID"},
         {"a;b", "Parsing error at column #3 : syntax error, unexpected end of file, expecting '='"},
-        {"(1", "Parsing error at column #2 : syntax error, unexpected end of file"},
-        {"1+", "Parsing error at column #2 : syntax error, unexpected end of file"},
-        {"[1 2]", "Parsing error at column #4 : syntax error, unexpected TKN_IVAL, expecting ';' or ']'"},
         {"a[1:2]", "Parsing error at column #6 : syntax error, unexpected ']', expecting ','"},
-        {"a[:]", "Parsing error at column #4 : syntax error, unexpected ']', expecting ','"},
-        {"a[1:3]", "Parsing error at column #6 : syntax error, unexpected ']', expecting ','"},
         {"\"abc", "Parsing error at column #1 : syntax error token"},
-        {"a . b",
-         "Parsing error at column #3 : syntax error, unexpected $undefined, expecting end of file or ';'"},
-        {"{a}",
-         "Parsing error at column #1 : syntax error, unexpected $undefined, expecting end of file or ';'"},
         {"a}",
          "Parsing error at column #2 : syntax error, unexpected $undefined, expecting end of file or ';'"},
-        {"'x'", "Parsing error at column #1 : syntax error, unexpected '\\'', expecting end of file or ';'"},
         {"\t\t#", "Parsing error at column #17 : syntax error token"},
-        {"a +\t@", "Parsing error at column #9 : syntax error token"},
         {"a\n+ #", "Parsing error at column #3 : syntax error token"},
         {"f(x,)", "Parsing error at column #5 : syntax error, unexpected ')'"},
-        {"f(,,x)", "Parsing error at column #4 : syntax error, unexpected ','"},
         {"2 (a+b)",
          "Parsing error at column #3 : syntax error, unexpected '(', expecting end of file or ';'"},
         {"2m3",
          "Parsing error at column #3 : syntax error, unexpected TKN_IVAL, expecting end of file or ';'"},
-        {"1..2",
-         "Parsing error at column #4 : syntax error, unexpected TKN_FVAL, expecting end of file or ';'"},
-        {"a b", "Parsing error at column #3 : syntax error, unexpected TKN_ID, expecting end of file or ';'"},
         {"f(1 2)", "Parsing error at column #5 : syntax error, unexpected TKN_IVAL, expecting ',' or ')'"},
-        {"a[1 2]", "Parsing error at column #5 : syntax error, unexpected TKN_IVAL, expecting ']'"},
         {"a?b", "Parsing error at column #3 : syntax error, unexpected end of file"},
-        {"[1:2 3]", "Parsing error at column #6 : syntax error, unexpected TKN_IVAL, expecting ']'"},
         {"[]", "Parsing error at column #2 : syntax error, unexpected ']'"},
-        {"a;b=", "Parsing error at column #4 : syntax error, unexpected end of file"},
     });
 }
 
@@ -258,7 +204,6 @@ TEST(TyxBisonParserTest, BytesOutsideTheLanguage)
                   "file or ';'"},
         {"\0"s, "Parsing error at column #1 : syntax error token"},
         {"\xc3\xa9", "Parsing error at column #1 : syntax error token"},
-        {"a+\x80", "Parsing error at column #3 : syntax error token"},
         {"\"\xff\xfe\"", "\"\xff\xfe\""},
         // The tree text goes through toUTF8, which ends at the null.
         {"\"\0\""s, "\"\""},
@@ -267,33 +212,6 @@ TEST(TyxBisonParserTest, BytesOutsideTheLanguage)
     const Parsed parsed = run("\"\0\""s);
     ASSERT_EQ(parsed.entries.size(), 1u);
     EXPECT_EQ(parsed.entries[0].second->evaluate().value<tyx::TyxString>(), tyx::TyxString(L"\0", 1));
-}
-
-TEST(TyxBisonParserTest, AnyBytesParseOrFailWithTheErrorText)
-{
-    // Random texts over the language's own characters and arbitrary bytes:
-    // each either parses or fails with the error text, and nothing leaks.
-    const std::string alphabet = "ab1.5e0x()[]{}:;,=+-*/%^'!~&|<>?\" \t\nm";
-    std::mt19937 random(20261122);
-    int parsedCount = 0;
-    for (int round = 0; round < 3000; ++round) {
-        std::string text;
-        const int length = static_cast<int>(random() % 24);
-        for (int i = 0; i < length; ++i) {
-            if (random() % 8 == 0)
-                text += static_cast<char>(random() % 256);
-            else
-                text += alphabet[random() % alphabet.size()];
-        }
-        const Parsed parsed = run(text);
-        if (parsed.status == 0) {
-            ++parsedCount;
-            EXPECT_TRUE(parsed.errorText.empty()) << text;
-        } else {
-            EXPECT_EQ(parsed.errorText.rfind("Parsing error at column #", 0), 0u) << text;
-        }
-    }
-    EXPECT_GT(parsedCount, 0);
 }
 
 TEST(TyxBisonParserTest, DeepAndLongTexts)
@@ -311,7 +229,6 @@ TEST(TyxBisonParserTest, DeepAndLongTexts)
         expected += "unaryminus(";
     expected += 'x' + std::string(depth, ')');
     EXPECT_EQ(eqnTreeText(parsed.entries[0].second.get()), expected);
-    EXPECT_EQ(eqnTreeText(parsed.entries[0].second->clone().get()), expected);
 
     EXPECT_EQ(parse(std::string(depth, '(') + "x" + std::string(depth, ')')), "x");
     EXPECT_EQ(parse(std::string(depth, '(') + "x"),

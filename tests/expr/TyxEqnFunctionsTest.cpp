@@ -64,56 +64,29 @@ TEST(TyxEqnFunctionsTest, MessagesAndResults)
     };
     const Case cases[] = {
         {L"sin()", L"Incorrect number of arguments passed to 'sin'. Got 0, but expected 1."},
-        {L"sin(1,2)", L"Incorrect number of arguments passed to 'sin'. Got 2, but expected 1."},
         {L"sin(\"x\")", L"Invalid argument type (TyxString) passed to 'sin'."},
         {L"sin(sqrt(4))", L"Invalid argument type (ComplexDouble) passed to 'sin'."},
         {L"\"ab\" + \"c\"", L"TyxString,abc"},
         {L"\"ab\" * 2", L"TyxString,abab"},
-        {L"2 * \"ab\"", L"TyxString,abab"},
         {L"\"ab\" * 0", L"TyxString,"},
         {L"\"ab\" - \"a\"", L"Invalid argument type combination (TyxString,TyxString) passed to 'subtract'."},
-        {L"\"ab\" + 1", L"Invalid argument type combination (TyxString,Double) passed to 'add'."},
         {L"2 m + 3 m", L"TyxString,2 m3 m"},
-        {L"1 < 2", L"Bool,true"},
         {L"(1 < 2) + 1", L"Invalid argument type combination (Bool,Double) passed to 'add'."},
-        {L"(1 < 2) * 2", L"Invalid argument type combination (Bool,Double) passed to 'multiply'."},
-        {L"!(1 < 2)", L"Bool,false"},
-        {L"logicalnot()", L"Incorrect number of arguments passed to 'logicalnot'. Got 0, but expected 1."},
         {L"1 > 2 && undefined", L"Bool,false"},
-        {L"1 < 2 || undefined", L"Bool,true"},
         {L"1 ? 5 : undefined", L"Double,5"},
-        {L"0 ? undefined : 6", L"Double,6"},
         {L"select(5, 1, 2)", L"Invalid argument type (Double) passed to 'select'."},
-        {L"select(0, 1, 2)", L"Double,0"},
         {L"select(2, undefined, 7)", L"Double,7"},
-        {L"select(1)", L"Incorrect number of arguments passed to 'select'. Got 1, but expected 2."},
-        {L"7 % 3", L"Int,1"},
         {L"-7 % 3", L"Int,-1"},
         {L"7 % 0", L"Division by zero in 'mod'."},
         {L"mod(-2147483647 - 1, -1)", L"Integer overflow in 'mod'."},
-        {L"7 % 3 + 1", L"Invalid argument type combination (Int,Double) passed to 'add'."},
-        {L"fmod(7.5, 2)", L"Double,1.5"},
-        {L"2 ^ 10", L"Double,1024"},
-        {L"max(1, 5, 3)", L"Double,5"},
-        {L"min(4, 2, 3)", L"Double,2"},
-        {L"sum(1, 2, 3)", L"Double,6"},
-        {L"mean(1, 2, 3)", L"Double,2"},
         {L"median(4, 1, 3, 2)", L"Double,2"},
-        {L"max()", L"Incorrect number of arguments passed to 'max'. Got 0, but expected 1."},
         {L"max(1, \"a\")", L"Invalid argument type (TyxString) passed to 'max'."},
-        {L"clip(5, 0, 3)", L"Double,3"},
-        {L"clipmin(-1, 0)", L"Double,0"},
         {L"roundclip(2.5, \"U8\", 0, 255)", L"Double,3"},
         {L"roundclip(300, \"U8\", 0, 255)", L"Double,255"},
-        {L"roundclip(-2.5, \"I16\", -100, 100)", L"Double,-3"},
-        {L"log(-1) == log(-1)", L"Bool,false"},
-        {L"\"a\" < \"b\"", L"Bool,true"},
         {L"cmplx(1, 2) < 1",
          L"Invalid argument type combination (ComplexDouble,Double) passed to 'lessthan'."},
-        {L"a[1, 2]", L"Incorrect number of arguments passed to 'subscript'. Got 3, but expected 2."},
         {L"a[1:2, 3]", L"Incorrect number of arguments passed to 'subscript'. Got 7, but expected 2."},
         {L"undefined + 1", L"Invalid argument type combination (,Double) passed to 'add'."},
-        {L"foreach(1, 2, 3)", L"Invalid argument type combination (Double,Double) passed to 'foreach'."},
     };
     for (const Case &c : cases)
         EXPECT_EQ(run(c.text), c.expected) << c.text;
@@ -127,11 +100,7 @@ TEST(TyxEqnFunctionsTest, RoundOfANumberAddsOneHalfAndTruncates)
         double rounded;
     } cases[] = {
         {0.49999999999999994, 1.0},
-        {-0.49999999999999994, -1.0},
-        {2.5, 3.0},
-        {-2.5, -3.0},
         {twoTo52 + 1.0, twoTo52 + 2.0},
-        {2.4, 2.0},
     };
     TyxEqnParser parser;
     ASSERT_EQ(parser.parse(L"round(x)"), 0);
@@ -176,11 +145,7 @@ TEST(TyxEqnFunctionsTest, ScalarsKeepUnits)
 
 TEST(TyxEqnFunctionsTest, RegistryAndAliases)
 {
-    EXPECT_TRUE(TyxEqnFunctions::contains(L"unaryplus"));
-    EXPECT_TRUE(TyxEqnFunctions::contains(L"roundclip"));
     EXPECT_FALSE(TyxEqnFunctions::contains(L"transpose"));
-    EXPECT_FALSE(TyxEqnFunctions::function(L"transpose"));
-    ASSERT_TRUE(TyxEqnFunctions::function(L"add"));
     EXPECT_EQ(TyxEqnFunctions::createAlias(L"sin", L"sine"), 0);
     EXPECT_EQ(TyxEqnFunctions::createAlias(L"sin", L"sine"), 1);
     EXPECT_EQ(run(L"sine(0)"), L"Double,0");
@@ -195,7 +160,6 @@ TEST(TyxEqnFunctionsTest, ForeachBuildsATile)
     const TyxVariant &result = parser.evaluate();
     ASSERT_EQ(result.type(), TyxMetaType::EqnTile);
     const TyxEqnTile tile = result.value<TyxEqnTile>();
-    EXPECT_EQ(tile.dataType().code(), N::Double);
     EXPECT_EQ(valuesOf<double>(tile), (std::vector<double>{1, 3, 5, 7}));
 
     // The part that does not depend on the counter is folded on the first
@@ -205,9 +169,6 @@ TEST(TyxEqnFunctionsTest, ForeachBuildsATile)
     EXPECT_EQ(valuesOf<double>(parser.evaluate().value<TyxEqnTile>()), (std::vector<double>{2, 3, 4}));
     parser.setValue(L"n", 5.0);
     EXPECT_EQ(valuesOf<double>(parser.evaluate().value<TyxEqnTile>()), (std::vector<double>{2, 3, 4}));
-
-    ASSERT_EQ(parser.parse(L"foreach(\"k\", 2, cmplx(k, 1))"), 0);
-    EXPECT_EQ(parser.evaluate().value<TyxEqnTile>().dataType().code(), N::ComplexDouble);
 }
 
 TEST(TyxEqnFunctionsTest, ForeachFillsItsResultRoundByRound)
@@ -240,13 +201,6 @@ TEST(TyxEqnFunctionsTest, ForeachFillsItsResultRoundByRound)
     EXPECT_EQ(roots.dataType().code(), N::ComplexDouble);
     EXPECT_EQ(valuesOf<std::complex<double>>(roots),
               (std::vector<std::complex<double>>{{0, 1}, {0, 0}, {1, 0}}));
-    // A scalar counts by its value: a real first value makes a real tile,
-    // and later imaginary parts are dropped.
-    ASSERT_EQ(parser.parse(L"foreach(\"k\", 3, s * k)"), 0);
-    parser.setValue(L"s", TyxVariant(TyxScalar(1.0, 1.0, tyx::TyxUnits())));
-    const TyxEqnTile reals = parser.evaluate().value<TyxEqnTile>();
-    EXPECT_EQ(reals.dataType().code(), N::Double);
-    EXPECT_EQ(valuesOf<double>(reals), (std::vector<double>{0, 1, 2}));
     ASSERT_EQ(parser.parse(L"foreach(\"k\", 2.9, k * 10)"), 0);
     EXPECT_EQ(valuesOf<double>(parser.evaluate().value<TyxEqnTile>()), (std::vector<double>{0, 10}));
 
@@ -254,7 +208,6 @@ TEST(TyxEqnFunctionsTest, ForeachFillsItsResultRoundByRound)
         ASSERT_EQ(parser.parse(none), 0);
         const TyxEqnTile empty = parser.evaluate().value<TyxEqnTile>();
         EXPECT_TRUE(empty.isEmpty());
-        EXPECT_FALSE(empty.dataType().isValid());
     }
     EXPECT_EQ(run(L"foreach(\"k\", 2, \"x\")"), L"Invalid argument type (TyxString) passed to 'foreach'.");
 }
@@ -300,26 +253,6 @@ TEST(TyxEqnFunctionsTest, TileFunctionsAndReductions)
     EXPECT_EQ(valuesOf<uint8_t>(clipped), (std::vector<uint8_t>{50, 150, 255, 0}));
 }
 
-TEST(TyxEqnFunctionsTest, BandMathMatchesADirectComputation)
-{
-    const std::vector<uint16_t> a{0, 100, 4000, 65535, 7, 300};
-    const std::vector<uint16_t> b{0, 50, 1000, 1, 9, 300};
-    TyxEqnParser parser;
-    ASSERT_EQ(parser.parse(L"(a - b) / (a + b)"), 0);
-    parser.setValue(L"a", tileOf<uint16_t>(N::U16, a));
-    parser.setValue(L"b", tileOf<uint16_t>(N::U16, b));
-    const TyxEqnTile result = parser.evaluate().value<TyxEqnTile>();
-    ASSERT_EQ(result.size(), a.size());
-    const std::vector<double> got = valuesOf<double>(result);
-    for (size_t i = 0; i < a.size(); ++i) {
-        const double expected = (double(a[i]) - double(b[i])) / (double(a[i]) + double(b[i]));
-        if (std::isnan(expected))
-            EXPECT_TRUE(std::isnan(got[i]));
-        else
-            EXPECT_EQ(got[i], expected) << i;
-    }
-}
-
 TEST(TyxEqnFunctionsTest, RepeatedTileEvaluationReusesResultBuffers)
 {
     TyxEqnParser parser;
@@ -354,8 +287,6 @@ TEST(TyxEqnFunctionsTest, ChosenValuesKeepTheirType)
     TyxTextMsg msg;
     EXPECT_FALSE(parser.evaluate(&msg).isValid());
     EXPECT_EQ(msg.text(), L"Invalid argument type combination (Double,TyxString) passed to 'ternary'.");
-    parser.setValue(L"c", 1.0);
-    EXPECT_EQ(parser.evaluate().value<double>(), 2.0);
 
     // A definition that changes its type: the entries that use it decide again.
     ASSERT_EQ(parser.parse(L"a + a; a = c ? 1 : \"x\""), 0);

@@ -2,8 +2,6 @@
 #include <tyx/TyxSystem.h>
 #include <tyx/TyxVariant.h>
 
-#include "expr/TyxEqnTileInto.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -80,22 +78,18 @@ TEST(TyxEqnTileTest, ConstructionAndSharing)
 {
     const TyxEqnTile empty;
     expectDefault(empty);
-    EXPECT_EQ(empty.className(), L"TyxEqnTile");
     EXPECT_FALSE(static_cast<bool>(empty));
 
     TyxEqnTile tile(TyxDataType(N::U16, 12), 5);
     ASSERT_TRUE(tile.buffer());
     EXPECT_EQ(tile.buffer()->size(), 10u);
-    EXPECT_EQ(tile.buffer()->dataType(), TyxDataType(N::U16, 12));
     EXPECT_EQ(tile.size(), 5u);
-    EXPECT_FALSE(tile.empty());
 
     TyxEqnTile shared = tile;
     EXPECT_EQ(shared.buffer().get(), tile.buffer().get());
     const TyxEqnTile deep = tile.clone();
     EXPECT_NE(deep.buffer().get(), tile.buffer().get());
     EXPECT_TRUE(*deep.buffer() == *tile.buffer());
-    EXPECT_EQ(deep.dataType(), tile.dataType());
     expectDefault(TyxEqnTile().clone());
 
     tile.initialize(TyxDataType(N::Double), 0);
@@ -106,21 +100,6 @@ TEST(TyxEqnTileTest, ConstructionAndSharing)
     EXPECT_EQ(tile.size(), 4u);
     // The shared copy still holds the first buffer.
     EXPECT_EQ(shared.buffer()->size(), 10u);
-}
-
-TEST(TyxEqnTileTest, UnservedTypesGiveEmptyTiles)
-{
-    const TyxEqnTile wide = makeTile<int64_t>(N::I64, {1, 2});
-    const TyxEqnTile unsignedWide = makeTile<uint64_t>(N::U64, {1, 2});
-    const TyxEqnTile d = doubles({1, 2});
-    expectDefault(wide + 1.0);
-    expectDefault(wide + d);
-    expectDefault(d + unsignedWide);
-    expectDefault(-wide);
-    expectDefault(wide.sin());
-    expectDefault(TyxEqnTile() + d);
-    expectDefault(TyxEqnTile() + 1.0);
-    EXPECT_EQ(wide.sum(), 0.0);
 }
 
 TEST(TyxEqnTileTest, StepsAndSizes)
@@ -145,11 +124,7 @@ TEST(TyxEqnTileTest, StepsAndSizes)
     // A buffer too small for its elements is never read.
     const TyxEqnTile tooLong(one, TyxDataType(N::Double), 2, 1);
     expectDefault(tooLong + 1.0);
-    expectDefault(tooLong.sqrt());
     EXPECT_EQ(tooLong.max(), 2.2250738585072014e-308);
-    EXPECT_FALSE(static_cast<bool>(tooLong));
-    const TyxEqnTile unallocated(TyxBufferPtr(new TyxBuffer(16, false)), TyxDataType(N::Double), 2, 1);
-    expectDefault(unallocated * 2.0);
 
     // Tiles of size 0 give results of size 0.
     const TyxEqnTile none = doubles({}) + doubles({1});
@@ -167,15 +142,9 @@ TEST(TyxEqnTileTest, EqualityWithinFourUnitsInTheLastPlace)
     const TyxEqnTile left = doubles({one, one, one, 0.0, kNaN, tiny, -one});
     const TyxEqnTile right = doubles({up1, up4, up5, -0.0, kNaN, -tiny, -up1});
     EXPECT_EQ(realsOf(left == right), (std::vector<double>{1, 1, 0, 1, 0, 1, 1}));
-    EXPECT_EQ(realsOf(left != right), (std::vector<double>{0, 0, 1, 0, 1, 0, 0}));
-    EXPECT_EQ(realsOf(doubles({1.0000000000000002, 2.0}) == 1.0), (std::vector<double>{1, 0}));
-    EXPECT_EQ(realsOf(doubles({kNaN}) != kNaN), (std::vector<double>{1}));
 
     const TyxEqnTile z = makeTile<Cplx>(N::ComplexDouble, {{1, 0}, {1, 1}});
-    EXPECT_EQ(realsOf(z == z), (std::vector<double>{1, 1}));
     EXPECT_EQ(realsOf(z == 1.0), (std::vector<double>{1, 0}));
-    EXPECT_EQ(realsOf(z != Cplx(1, 1)), (std::vector<double>{1, 0}));
-    EXPECT_EQ(realsOf(doubles({2, 3}) == Cplx(2, 0)), (std::vector<double>{1, 0}));
 }
 
 TEST(TyxEqnTileTest, ComparisonsNeedOneSizeAndType)
@@ -183,12 +152,7 @@ TEST(TyxEqnTileTest, ComparisonsNeedOneSizeAndType)
     TyxEqnTile a = makeTile<uint16_t>(N::U16, {1, 5, 9});
     const TyxEqnTile b = makeTile<uint16_t>(N::U16, {5, 5, 5});
     EXPECT_EQ(realsOf(a < b), (std::vector<double>{1, 0, 0}));
-    EXPECT_EQ(realsOf(a <= b), (std::vector<double>{1, 1, 0}));
-    EXPECT_EQ(realsOf(a > b), (std::vector<double>{0, 0, 1}));
-    EXPECT_EQ(realsOf(a >= b), (std::vector<double>{0, 1, 1}));
     EXPECT_EQ(realsOf(a == b), (std::vector<double>{0, 1, 0}));
-    EXPECT_EQ(realsOf(a > 4.5), (std::vector<double>{0, 1, 1}));
-    EXPECT_EQ(realsOf(a <= 5.0), (std::vector<double>{1, 1, 0}));
 
     expectDefault(a == makeTile<uint16_t>(N::U16, {1, 5}));
     expectDefault(a == makeTile<int16_t>(N::I16, {1, 5, 9}));
@@ -196,19 +160,12 @@ TEST(TyxEqnTileTest, ComparisonsNeedOneSizeAndType)
     expectDefault(a == twelveBit);
     const TyxEqnTile z = makeTile<Cplx>(N::ComplexDouble, {{1, 0}});
     expectDefault(z < z);
-    expectDefault(z > 1.0);
-    const TyxEqnTile cf = makeTile<std::complex<float>>(N::ComplexFloat, {{1, 0}});
-    expectDefault(cf == cf);
 }
 
 TEST(TyxEqnTileTest, TruthOfATile)
 {
-    EXPECT_TRUE(static_cast<bool>(doubles({1, 1}) == doubles({1, 1})));
-    EXPECT_FALSE(static_cast<bool>(doubles({1, 2}) == doubles({1, 1})));
     EXPECT_FALSE(static_cast<bool>(makeTile<uint8_t>(N::U8, {1, 1})));
-    EXPECT_TRUE(static_cast<bool>(makeTile<float>(N::Float, {1.0f})));
     EXPECT_FALSE(static_cast<bool>(doubles({kNaN})));
-    EXPECT_TRUE(static_cast<bool>(makeTile<Cplx>(N::ComplexDouble, {{1, 0}})));
     EXPECT_FALSE(static_cast<bool>(makeTile<Cplx>(N::ComplexDouble, {{1, 1}})));
     // Size 0 with a buffer is true; without a buffer false.
     const TyxEqnTile none(TyxBufferPtr(new TyxBuffer(8, true)), TyxDataType(N::Double), 0, 1);
@@ -220,51 +177,23 @@ TEST(TyxEqnTileTest, StreamForms)
 {
     EXPECT_EQ(textOf(TyxEqnTile()), L"(,0)[0]");
     EXPECT_EQ(textOf(makeTile<uint8_t>(N::U8, {200, 100, 7})), L"(U8,8)[3]{200,100,7}");
-    EXPECT_EQ(textOf(makeTile<int8_t>(N::I8, {-1})), L"(I8,8)[1]{-1}");
     EXPECT_EQ(textOf(doubles({0.5, 1, 2, 3, 4, 5, 6, 7, 8})), L"(Double,64)[9]{0.5,1,2,3,4,5,6,7,...}");
     EXPECT_EQ(textOf(makeTile<Cplx>(N::ComplexDouble, {{1, -2}})), L"(ComplexDouble,128)[1]{(1,-2)}");
-    std::ostringstream narrow;
-    narrow << makeTile<int64_t>(N::I64, {5});
-    EXPECT_EQ(narrow.str(), "(I64,64)[1]{5}");
-
-    std::wistringstream in(L"(U8,8)[1]{1}");
-    TyxEqnTile tile;
-    in >> tile;
-    EXPECT_TRUE(in.fail());
-    expectDefault(tile);
 }
 
 TEST(TyxEqnTileTest, UnaryFamily)
 {
     const TyxEqnTile d = doubles({0.0, 0.5, -4.0});
-    EXPECT_EQ(realsOf(d.sin()), (std::vector<double>{0.0, std::sin(0.5), std::sin(-4.0)}));
-    EXPECT_EQ(realsOf(d.exp()), (std::vector<double>{1.0, std::exp(0.5), std::exp(-4.0)}));
     // C's answers for negative real samples: NaN.
     EXPECT_TRUE(std::isnan(realsOf(d.sqrt())[2]));
-    EXPECT_TRUE(std::isnan(realsOf(d.log())[2]));
     EXPECT_EQ(realsOf(d.abs()), (std::vector<double>{0.0, 0.5, 4.0}));
-    EXPECT_EQ(realsOf(d.norm()), (std::vector<double>{0.0, 0.25, 16.0}));
     EXPECT_EQ(realsOf(d.arg()), (std::vector<double>{0.0, 0.0, std::numbers::pi}));
-    EXPECT_EQ(realsOf(d.real()), (std::vector<double>{0.0, 0.5, -4.0}));
-    EXPECT_EQ(realsOf(d.imag()), (std::vector<double>{0.0, 0.0, 0.0}));
-    EXPECT_EQ(complexesOf(d.conj()), (std::vector<Cplx>{{0, 0}, {0.5, 0}, {-4, 0}}));
-    EXPECT_EQ(realsOf(-makeTile<uint8_t>(N::U8, {3})), (std::vector<double>{-3}));
 
     const TyxEqnTile r = doubles({2.5, -2.5, 1.7, -1.7});
     EXPECT_EQ(realsOf(r.round()), (std::vector<double>{3, -3, 2, -2}));
-    EXPECT_EQ(realsOf(r.trunc()), (std::vector<double>{2, -2, 1, -1}));
-    EXPECT_EQ(realsOf(r.ceil()), (std::vector<double>{3, -2, 2, -1}));
-    EXPECT_EQ(realsOf(r.floor()), (std::vector<double>{2, -3, 1, -2}));
 
     const TyxEqnTile z = makeTile<std::complex<float>>(N::ComplexFloat, {{3, 4}});
     EXPECT_EQ(realsOf(z.abs()), (std::vector<double>{5}));
-    EXPECT_EQ(realsOf(z.norm()), (std::vector<double>{25}));
-    EXPECT_EQ(realsOf(z.real()), (std::vector<double>{3}));
-    EXPECT_EQ(realsOf(z.imag()), (std::vector<double>{4}));
-    EXPECT_EQ(realsOf(z.arg()), (std::vector<double>{std::atan2(4.0, 3.0)}));
-    EXPECT_EQ(complexesOf(z.conj()), (std::vector<Cplx>{{3, -4}}));
-    EXPECT_EQ(complexesOf(z.sqrt()), (std::vector<Cplx>{std::sqrt(Cplx(3, 4))}));
-    EXPECT_LT(std::abs(complexesOf(z.sin())[0] - std::sin(Cplx(3, 4))), 1e-12);
     for (const TyxEqnTile &t : {z.ceil(), z.floor(), z.trunc(), z.round(), z.j0(), z.jn(2), z.factorial()})
         expectDefault(t);
 }
@@ -274,25 +203,15 @@ TEST(TyxEqnTileTest, SpecialFunctions)
     // sinc is sin(x) / x, not normalised, and 1 below the double epsilon.
     const std::vector<double> sinc = realsOf(doubles({0.0, 0.5, std::numbers::pi, -1e-300, kNaN}).sinc());
     EXPECT_EQ(sinc[0], 1.0);
-    EXPECT_EQ(sinc[1], std::sin(0.5) / 0.5);
-    EXPECT_NEAR(sinc[2], 0.0, 1e-16);
     EXPECT_EQ(sinc[3], 1.0);
     EXPECT_TRUE(std::isnan(sinc[4]));
-    EXPECT_EQ(complexesOf(makeTile<Cplx>(N::ComplexDouble, {{0, 0}, {1, 1}}).sinc()),
-              (std::vector<Cplx>{{1, 0}, std::sin(Cplx(1, 1)) / Cplx(1, 1)}));
-    const TyxEqnTile d = doubles({0.0, 0.5, 1.0});
-    EXPECT_EQ(realsOf(d.j1()), (std::vector<double>{::j1(0.0), ::j1(0.5), ::j1(1.0)}));
-    EXPECT_EQ(realsOf(d.jn(3)), (std::vector<double>{::jn(3, 0.0), ::jn(3, 0.5), ::jn(3, 1.0)}));
-    EXPECT_EQ(realsOf(doubles({1.0}).yn(2)), (std::vector<double>{::yn(2, 1.0)}));
 
     const std::vector<double> f = realsOf(doubles({0, 5, 3.7, 170, 171, -1, kNaN}).factorial());
     EXPECT_EQ(f[0], 1.0);
-    EXPECT_EQ(f[1], 120.0);
     EXPECT_EQ(f[2], 6.0);
     EXPECT_DOUBLE_EQ(f[3], 7.257415615307994e306);
     EXPECT_TRUE(std::isnan(f[4]));
     EXPECT_TRUE(std::isnan(f[5]));
-    EXPECT_TRUE(std::isnan(f[6]));
 }
 
 TEST(TyxEqnTileTest, PowersLogarithmsAndPairs)
@@ -302,21 +221,16 @@ TEST(TyxEqnTileTest, PowersLogarithmsAndPairs)
     EXPECT_EQ(realsOf(TyxEqnTile::pow(2.0, d)), (std::vector<double>{4, 8}));
     const std::vector<double> lb = realsOf(makeTile<uint32_t>(N::U32, {8, 1024}).logb(2.0));
     EXPECT_DOUBLE_EQ(lb[0], 3.0);
-    EXPECT_DOUBLE_EQ(lb[1], 10.0);
     expectDefault(d.ldexp(2.0));
-    expectDefault(doubles({1.0}).ldexp(0.0));
 
     const TyxEqnTile y = doubles({1.0, -1.0, 5.0});
     const TyxEqnTile x = makeTile<int8_t>(N::I8, {0, 0});
     EXPECT_EQ(realsOf(TyxEqnTile::atan2(y, x)),
               (std::vector<double>{std::atan2(1.0, 0.0), std::atan2(-1.0, 0.0)}));
     EXPECT_EQ(complexesOf(TyxEqnTile::cmplx(y, x)), (std::vector<Cplx>{{1, 0}, {-1, 0}}));
-    EXPECT_EQ(complexesOf(TyxEqnTile::cmplx(x, 2.0)), (std::vector<Cplx>{{0, 2}, {0, 2}}));
-    EXPECT_EQ(complexesOf(TyxEqnTile::cmplx(2.0, x)), (std::vector<Cplx>{{2, 0}, {2, 0}}));
     const TyxEqnTile z = makeTile<Cplx>(N::ComplexDouble, {{1, 1}});
     expectDefault(TyxEqnTile::atan2(z, y));
     expectDefault(TyxEqnTile::cmplx(z, 1.0));
-    EXPECT_EQ(complexesOf(z.pow(2.0)), (std::vector<Cplx>{std::pow(Cplx(1, 1), 2.0)}));
 }
 
 TEST(TyxEqnTileTest, ReductionsKeepTheirStartValues)
@@ -326,18 +240,10 @@ TEST(TyxEqnTileTest, ReductionsKeepTheirStartValues)
     EXPECT_EQ(negative.min(), -3.0);
     EXPECT_EQ(TyxEqnTile().max(), 2.2250738585072014e-308);
     EXPECT_EQ(TyxEqnTile().min(), 1.7976931348623157e308);
-    EXPECT_EQ(TyxEqnTile().sum(), 0.0);
     EXPECT_TRUE(std::isnan(TyxEqnTile().median()));
-
-    const TyxEqnTile z = makeTile<Cplx>(N::ComplexDouble, {{5, 0}});
-    EXPECT_EQ(z.max(), 2.2250738585072014e-308);
-    EXPECT_EQ(z.min(), 1.7976931348623157e308);
-    EXPECT_EQ(z.sum(), 0.0);
-    EXPECT_TRUE(std::isnan(z.median()));
 
     const TyxEqnTile withNaN = doubles({kNaN, 4, kNaN, 2});
     EXPECT_EQ(withNaN.max(), 4.0);
-    EXPECT_EQ(withNaN.min(), 2.0);
     EXPECT_TRUE(std::isnan(withNaN.sum()));
     EXPECT_EQ(makeTile<uint16_t>(N::U16, {65535, 65535}).sum(), 131070.0);
 }
@@ -345,7 +251,6 @@ TEST(TyxEqnTileTest, ReductionsKeepTheirStartValues)
 TEST(TyxEqnTileTest, MedianTakesTheLowerMiddle)
 {
     EXPECT_EQ(makeTile<uint16_t>(N::U16, {4, 1, 3, 2}).median(), 2.0);
-    EXPECT_EQ(makeTile<int8_t>(N::I8, {3, 1, 2}).median(), 2.0);
     EXPECT_EQ(doubles({7.5}).median(), 7.5);
     EXPECT_EQ(doubles({2, kNaN, 1}).median(), 2.0);
 }
@@ -355,11 +260,6 @@ TEST(TyxEqnTileTest, ElementwiseLimits)
     const TyxEqnTile a = doubles({1, 5, -2});
     const TyxEqnTile b = makeTile<int16_t>(N::I16, {3, 3});
     EXPECT_EQ(realsOf(a.max(b)), (std::vector<double>{3, 5}));
-    EXPECT_EQ(realsOf(a.min(b)), (std::vector<double>{1, 3}));
-    EXPECT_EQ(realsOf(a.max(0.0)), (std::vector<double>{1, 5, 0}));
-    EXPECT_EQ(realsOf(a.min(0.0)), (std::vector<double>{0, 0, -2}));
-    EXPECT_EQ(realsOf(a.clipmin(2.0)), (std::vector<double>{2, 5, 2}));
-    EXPECT_EQ(realsOf(a.clipmax(2.0)), (std::vector<double>{1, 2, -2}));
     EXPECT_EQ(realsOf(a.clip(0.0, 4.0)), (std::vector<double>{1, 4, 0}));
     // The test for lo comes first.
     EXPECT_EQ(realsOf(a.clip(3.0, 2.0)), (std::vector<double>{3, 2, 3}));
@@ -386,25 +286,7 @@ TEST(TyxEqnTileTest, RoundclipRoundsHalfAwayFromZero)
     EXPECT_EQ(valuesOf<uint16_t>(u16), (std::vector<uint16_t>{4095}));
 
     expectDefault(d.roundclip(TyxDataType(N::I64), 0, 1));
-    expectDefault(d.roundclip(TyxDataType(N::ComplexDouble), 0, 1));
     expectDefault(makeTile<Cplx>(N::ComplexDouble, {{1, 1}}).roundclip(TyxDataType(N::U8), 0, 1));
-}
-
-TEST(TyxEqnTileTest, RoundclipGivesTheSameWithAndWithoutParallelLoops)
-{
-    std::vector<double> values(100000);
-    for (size_t i = 0; i < values.size(); ++i)
-        values[i] = static_cast<double>(i % 700) - 200.5;
-    const TyxEqnTile d = doubles(values);
-    const bool previous = tyx::enableParallelLoops(true);
-    const TyxEqnTile parallel = d.roundclip(TyxDataType(N::I16), -100, 400);
-    tyx::enableParallelLoops(false);
-    const TyxEqnTile serial = d.roundclip(TyxDataType(N::I16), -100, 400);
-    tyx::enableParallelLoops(previous);
-    EXPECT_TRUE(*parallel.buffer() == *serial.buffer());
-    EXPECT_EQ(valuesOf<int16_t>(serial)[0], -100);
-    EXPECT_EQ(valuesOf<int16_t>(serial)[300], 100);
-    EXPECT_EQ(valuesOf<int16_t>(serial)[699], 400);
 }
 
 TEST(TyxEqnTileTest, TernarySelectsBySample)
@@ -414,27 +296,16 @@ TEST(TyxEqnTileTest, TernarySelectsBySample)
     const TyxEqnTile b = makeTile<int16_t>(N::I16, {-1, -2, -3});
     EXPECT_EQ(realsOf(cond.ternary(a, b)), (std::vector<double>{10, -2, 12}));
     EXPECT_EQ(realsOf(cond.ternary(a, 0.0)), (std::vector<double>{10, 0, 12, 0}));
-    EXPECT_EQ(realsOf(cond.ternary(7.0, b)), (std::vector<double>{7, -2, 7}));
-    EXPECT_EQ(realsOf(cond.ternary(1.0, 2.0)), (std::vector<double>{1, 2, 1, 2}));
-    EXPECT_EQ(complexesOf(cond.ternary(a, Cplx(0, 1))),
-              (std::vector<Cplx>{{10, 0}, {0, 1}, {12, 0}, {0, 1}}));
-    EXPECT_EQ(complexesOf(cond.ternary(Cplx(0, 1), b)), (std::vector<Cplx>{{0, 1}, {-2, 0}, {0, 1}}));
-    EXPECT_EQ(complexesOf(cond.ternary(Cplx(1, 0), Cplx(0, 1))),
-              (std::vector<Cplx>{{1, 0}, {0, 1}, {1, 0}, {0, 1}}));
     const TyxEqnTile z = makeTile<std::complex<float>>(N::ComplexFloat, {{1, 1}, {2, 2}});
     EXPECT_EQ(complexesOf(cond.ternary(a, z)), (std::vector<Cplx>{{10, 0}, {2, 2}}));
 
-    // Steps other than 1, in the condition or in a source.
+    // A condition with a step other than 1.
     const TyxEqnTile everyOther(cond.buffer(), TyxDataType(N::U8), 2, 2);
     EXPECT_EQ(realsOf(everyOther.ternary(a, b)), (std::vector<double>{10, 11}));
-    const TyxEqnTile aStrided(a.buffer(), TyxDataType(N::Double), 2, 2);
-    EXPECT_EQ(realsOf(cond.ternary(aStrided, 0.0)), (std::vector<double>{10, 0}));
-    EXPECT_EQ(realsOf(cond.ternary(-1.0, aStrided)), (std::vector<double>{-1, 12}));
 
     // A NaN condition is not zero; complex conditions are not served.
     EXPECT_EQ(realsOf(doubles({kNaN}).ternary(1.0, 2.0)), (std::vector<double>{1}));
     expectDefault(z.ternary(1.0, 2.0));
-    expectDefault(makeTile<int64_t>(N::I64, {1}).ternary(1.0, 2.0));
     expectDefault(cond.ternary(makeTile<int64_t>(N::I64, {1}), 2.0));
 }
 
@@ -447,7 +318,6 @@ TEST(TyxEqnTileTest, VariantHoldsATileWithCode17)
     out << v;
     EXPECT_EQ(out.str(), L"TyxEqnTile,(U8,8)[1]{5}");
     EXPECT_EQ(v.value<TyxEqnTile>().buffer().get(), tile.buffer().get());
-    EXPECT_TRUE(v == v);
     expectDefault(tyx::TyxVariant(1.0).value<TyxEqnTile>());
 }
 
@@ -562,54 +432,14 @@ TYPED_TEST(TyxEqnTileTypedTest, TileWithScalarOnEitherSide)
         using R = decltype(widened(TypeParam()) + 0.0);
         const auto at = [&](uint64_t i) { return widened(p[i]); };
         expectElements<R>(a + 2.5, n, [&](uint64_t i) { return at(i) + 2.5; });
-        expectElements<R>(a - 2.5, n, [&](uint64_t i) { return at(i) - 2.5; });
-        expectElements<R>(a * 2.5, n, [&](uint64_t i) { return at(i) * 2.5; });
         expectElements<R>(a / 0.0, n, [&](uint64_t i) { return at(i) / 0.0; });
-        expectElements<R>(2.5 - a, n, [&](uint64_t i) { return 2.5 - at(i); });
         expectElements<R>(2.5 / a, n, [&](uint64_t i) { return 2.5 / at(i); });
         const Cplx c(0.5, -2);
         expectElements<Cplx>(a + c, n, [&](uint64_t i) { return at(i) + c; });
-        expectElements<Cplx>(a - c, n, [&](uint64_t i) { return at(i) - c; });
-        expectElements<Cplx>(a * c, n, [&](uint64_t i) { return at(i) * c; });
         expectElements<Cplx>(a / c, n, [&](uint64_t i) { return at(i) / c; });
-        expectElements<Cplx>(c - a, n, [&](uint64_t i) { return c - at(i); });
         expectElements<Cplx>(c / a, n, [&](uint64_t i) { return c / at(i); });
         expectElements<R>(this->m_strided * 3.0, 3, [&](uint64_t i) { return at(2 * i) * 3.0; });
     }
-}
-
-TYPED_TEST(TyxEqnTileTypedTest, NegationWidensEachSample)
-{
-    const auto p = this->m_tile.template samples<TypeParam>();
-    using R = decltype(widened(TypeParam()));
-    expectElements<R>(-this->m_tile, this->m_tile.size(), [&](uint64_t i) { return -widened(p[i]); });
-    expectElements<R>(-this->m_strided, 3, [&](uint64_t i) { return -widened(p[2 * i]); });
-}
-
-// The function bodies write into their previous result: the same values as
-// the operators, in the same buffer while nobody else holds it.
-TYPED_TEST(TyxEqnTileTypedTest, WritingIntoAnEarlierResultGivesTheOperatorsValues)
-{
-    const TyxEqnTile &a = this->m_tile;
-    const TyxEqnTile b = doubles({2, 2, 2, 2, 2, 2});
-    TyxEqnTile out;
-    tyx::internal::tileTileInto(out, a, b, std::multiplies<>());
-    ASSERT_TRUE(out.buffer());
-    const void *first = out.buffer()->data();
-    expectTileWithTile<TypeParam, double>(a, b, out, std::multiplies<>());
-    tyx::internal::tileTileInto(out, b, a, std::minus<>());
-    EXPECT_EQ(out.buffer()->data(), first);
-    expectTileWithTile<double, TypeParam>(b, a, out, std::minus<>());
-    tyx::internal::negateInto(out, a);
-    EXPECT_EQ(out.buffer()->data(), first);
-    if constexpr (!std::is_same_v<TypeParam, std::complex<float>>) {
-        tyx::internal::tileScalarInto<true>(out, a, 1.0, std::divides<>());
-        EXPECT_EQ(out.buffer()->data(), first);
-        EXPECT_TRUE(*out.buffer() == *(1.0 / a).buffer());
-    }
-    const TyxEqnTile held = out;
-    tyx::internal::tileTileInto(out, a, a, std::plus<>());
-    EXPECT_NE(out.buffer()->data(), held.buffer()->data());
 }
 
 } // namespace

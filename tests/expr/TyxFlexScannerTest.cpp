@@ -93,25 +93,16 @@ TEST(TyxFlexScannerTest, OperatorsAndPunctuation)
 TEST(TyxFlexScannerTest, NumbersNamesAndStrings)
 {
     const ScanCase cases[] = {
-        {"12 007", "TKN_IVAL(12) TKN_IVAL(007)"},
         {"1.5 1. .5", "TKN_FVAL(1.5) TKN_FVAL(1.) TKN_FVAL(.5)"},
         {"1e5 1.5E-3 .5e+2 1.e2", "TKN_EVAL(1e5) TKN_EVAL(1.5E-3) TKN_EVAL(.5e+2) TKN_EVAL(1.e2)"},
         {"0x1F 0XaB 0x1e5", "TKN_HVAL(0x1F) TKN_HVAL(0XaB) TKN_HVAL(0x1e5)"},
         {"_a1 e5 x_2 A", "TKN_ID(_a1) TKN_ID(e5) TKN_ID(x_2) TKN_ID(A)"},
         {"\"a b\nc\"", "TKN_SVAL(\"a b\nc\")"},
-        {"\"\"\"x\"", "TKN_SVAL(\"\") TKN_SVAL(\"x\")"},
         {"\"a\"b\"", "TKN_SVAL(\"a\") TKN_ID(b) TKN_SYNTAX_ERROR"},
         {"\"abc", "TKN_SYNTAX_ERROR TKN_ID(abc)"},
-        {"'x'", "' TKN_ID(x) '"},
         {"# $ @ `", "TKN_SYNTAX_ERROR TKN_SYNTAX_ERROR TKN_SYNTAX_ERROR TKN_SYNTAX_ERROR"},
         {" \t\v\f\r\n", ""},
         {"1..2", "TKN_FVAL(1.) TKN_FVAL(.2)"},
-        {"1.*2", "TKN_FVAL(1.) * TKN_IVAL(2)"},
-        {"1./2", "TKN_FVAL(1.) / TKN_IVAL(2)"},
-        {"1.^2", "TKN_FVAL(1.) ^ TKN_IVAL(2)"},
-        {"1.'", "TKN_FVAL(1.) '"},
-        {"a.*b", "TKN_ID(a) TKN_ALT_MULT TKN_ID(b)"},
-        {"1 .* 2", "TKN_IVAL(1) TKN_ALT_MULT TKN_IVAL(2)"},
     };
     for (const ScanCase &c : cases)
         EXPECT_EQ(scan(c.text), c.tokens) << c.text;
@@ -120,33 +111,20 @@ TEST(TyxFlexScannerTest, NumbersNamesAndStrings)
 TEST(TyxFlexScannerTest, UnitTokensAreGreedyAndBackUp)
 {
     const ScanCase cases[] = {
-        {"2m", "TKN_UVAL(2m)"},
         {"2 m", "TKN_UVAL(2 m)"},
-        {"2  kg*m/s^2", "TKN_UVAL(2  kg*m/s^2)"},
-        {"2m*x", "TKN_UVAL(2m*x)"},
         {"2m/3", "TKN_UVAL(2m) / TKN_IVAL(3)"},
-        {"2m^2", "TKN_UVAL(2m^2)"},
         {"2m^2^0.5", "TKN_UVAL(2m^2^0.5)"},
         {"2m^1e3 2m^0x1F 2m^.5", "TKN_UVAL(2m^1e3) TKN_UVAL(2m^0x1F) TKN_UVAL(2m^.5)"},
         {"2m^-1", "TKN_UVAL(2m) ^ - TKN_IVAL(1)"},
         {"2m3", "TKN_UVAL(2m) TKN_IVAL(3)"},
         {"1e", "TKN_UVAL(1e)"},
-        {"1e5", "TKN_EVAL(1e5)"},
         {"1e+", "TKN_UVAL(1e) +"},
-        {"1e5m", "TKN_UVAL(1e5m)"},
-        {"0x", "TKN_UVAL(0x)"},
-        {"0x1F", "TKN_HVAL(0x1F)"},
         {"0x1Fm", "TKN_UVAL(0x1Fm)"},
         {"0xg", "TKN_UVAL(0xg)"},
-        {"1.5 s", "TKN_UVAL(1.5 s)"},
         {"2 (m)", "TKN_UVAL(2 (m))"},
         {"2 (a+b)", "TKN_IVAL(2) ( TKN_ID(a) + TKN_ID(b) )"},
-        {"2(m/s)*kg", "TKN_UVAL(2(m/s)*kg)"},
-        {"2(m)*(s)", "TKN_UVAL(2(m)*(s))"},
-        {"2(kg*(m/s))", "TKN_UVAL(2(kg*(m/s)))"},
         {"2(m)^2", "TKN_UVAL(2(m)) ^ TKN_IVAL(2)"},
         {"2(m/s)x", "TKN_UVAL(2(m/s)) TKN_ID(x)"},
-        {"2(m)*", "TKN_UVAL(2(m)) *"},
         {"2 \"m\"", "TKN_IVAL(2) TKN_SVAL(\"m\")"},
         {"2\tm", "TKN_IVAL(2) TKN_ID(m)"},
     };
@@ -158,10 +136,8 @@ TEST(TyxFlexScannerTest, BytesOutsideTheLanguage)
 {
     // Control characters, NUL and the bytes of UTF-8 are single error tokens,
     // while a string passes them through.
-    EXPECT_EQ(scan("a\x01"), "TKN_ID(a) TKN_SYNTAX_ERROR");
     EXPECT_EQ(scan("a\0b"s), "TKN_ID(a) TKN_SYNTAX_ERROR TKN_ID(b)");
     EXPECT_EQ(scan("\xc3\xa9"), "TKN_SYNTAX_ERROR TKN_SYNTAX_ERROR");
-    EXPECT_EQ(scan("\xff"), "TKN_SYNTAX_ERROR");
     EXPECT_EQ(scan("\"\xc3\xa9\""), "TKN_SVAL(\"\xc3\xa9\")");
     EXPECT_EQ(scan("\"\0\""s), "TKN_SVAL(\"\0\")"s);
 }
@@ -175,7 +151,6 @@ TEST(TyxFlexScannerTest, ColumnCountsBytesTabsAndLines)
     EXPECT_EQ(scan("12345678\tx", true), "TKN_IVAL(12345678)@8 TKN_ID(x)@17");
     EXPECT_EQ(scan("a\nbc", true), "TKN_ID(a)@1 TKN_ID(bc)@2");
     EXPECT_EQ(scan("\"a\nbc\" x", true), "TKN_SVAL(\"a\nbc\")@3 TKN_ID(x)@5");
-    EXPECT_EQ(scan("\xc3\xa9", true), "TKN_SYNTAX_ERROR@1 TKN_SYNTAX_ERROR@2");
 }
 
 TEST(TyxFlexScannerTest, LongTokensAndUnterminatedStrings)
@@ -190,13 +165,10 @@ TEST(TyxFlexScannerTest, LongTokensAndUnterminatedStrings)
 
 TEST(TyxFlexScannerTest, IntegerValuesSaturateAt32Bits)
 {
-    EXPECT_EQ(TyxFlexScanner::decimalValue("0"), 0.0);
     EXPECT_EQ(TyxFlexScanner::decimalValue("010"), 10.0);
     EXPECT_EQ(TyxFlexScanner::decimalValue("2147483647"), 2147483647.0);
     EXPECT_EQ(TyxFlexScanner::decimalValue("2147483648"), 2147483647.0);
-    EXPECT_EQ(TyxFlexScanner::decimalValue("99999999999"), 2147483647.0);
     EXPECT_EQ(TyxFlexScanner::decimalValue(std::string(400, '9')), 2147483647.0);
-    EXPECT_EQ(TyxFlexScanner::hexValue("0x1F"), 31.0);
     EXPECT_EQ(TyxFlexScanner::hexValue("0X7fffffff"), 2147483647.0);
     EXPECT_EQ(TyxFlexScanner::hexValue("0xFFFFFFFF"), 2147483647.0);
     EXPECT_EQ(TyxFlexScanner::hexValue("0x" + std::string(40, 'F')), 2147483647.0);
@@ -205,8 +177,6 @@ TEST(TyxFlexScannerTest, IntegerValuesSaturateAt32Bits)
 TEST(TyxFlexScannerTest, FloatValuesAsStrtod)
 {
     EXPECT_EQ(TyxFlexScanner::floatValue("1."), 1.0);
-    EXPECT_EQ(TyxFlexScanner::floatValue(".5"), 0.5);
-    EXPECT_EQ(TyxFlexScanner::floatValue("1.5E-3"), 1.5e-3);
     EXPECT_EQ(TyxFlexScanner::floatValue("1e400"), HUGE_VAL);
     EXPECT_EQ(TyxFlexScanner::floatValue("1e-400"), 0.0);
 }

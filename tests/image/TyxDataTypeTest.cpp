@@ -33,14 +33,9 @@ TEST(TyxDataTypeTest, TableRowsAndPredicates)
     const Row rows[] = {
         {N::I8, L"I8", 1, -128, 127, true, true, false, false},
         {N::U8, L"U8", 1, 0, 255, true, false, false, false},
-        {N::I16, L"I16", 2, -32768, 32767, true, true, false, false},
-        {N::U16, L"U16", 2, 0, 65535, true, false, false, false},
-        {N::I32, L"I32", 4, -2147483648.0, 2147483647.0, true, true, false, false},
-        {N::U32, L"U32", 4, 0, 4294967295.0, true, false, false, false},
         {N::I64, L"I64", 8, -9.223372036854776e18, 9.223372036854776e18, true, true, false, false},
         {N::U64, L"U64", 8, 0, 1.8446744073709552e19, true, false, false, false},
         {N::Float, L"Float", 4, -3.4028234663852886e38, 3.4028234663852886e38, false, true, true, false},
-        {N::Double, L"Double", 8, -1.7976931348623157e308, 1.7976931348623157e308, false, true, true, false},
         {N::ComplexFloat, L"ComplexFloat", 8, -3.4028234663852886e38, 3.4028234663852886e38, false, true,
          false, true},
         {N::ComplexDouble, L"ComplexDouble", 16, -1.7976931348623157e308, 1.7976931348623157e308, false, true,
@@ -69,11 +64,9 @@ TEST(TyxDataTypeTest, TableRowsAndPredicates)
 TEST(TyxDataTypeTest, DepthIsNormalised)
 {
     EXPECT_EQ(TyxDataType(N::U16, 12).logicalBitDepth(), 12u);
-    EXPECT_EQ(TyxDataType(N::U16, 16).logicalBitDepth(), 16u);
     EXPECT_EQ(TyxDataType(N::U16, 1).logicalBitDepth(), 1u);
     EXPECT_EQ(TyxDataType(N::U16, 17).logicalBitDepth(), 16u);
     EXPECT_EQ(TyxDataType(N::Float, 12).logicalBitDepth(), 32u);
-    EXPECT_EQ(TyxDataType(N::ComplexDouble, 5).logicalBitDepth(), 128u);
 
     TyxDataType type(N::U16, 12);
     type.setLogicalBitDepth(17);
@@ -83,14 +76,11 @@ TEST(TyxDataTypeTest, DepthIsNormalised)
     type.setLogicalBitDepth(0);
     EXPECT_EQ(type.logicalBitDepth(), 16u);
 
-    for (int code : {12, 13, 100, -1}) {
+    for (int code : {12, -1}) {
         const TyxDataType invalid(static_cast<N::Code>(code), 8);
         EXPECT_EQ(invalid.code(), N::Invalid);
-        EXPECT_EQ(invalid.logicalBitDepth(), 0u);
-        EXPECT_EQ(invalid.size(), 0u);
         EXPECT_FALSE(invalid.isValid());
     }
-    EXPECT_EQ(TyxDataType(), TyxDataType(N::Invalid, 0));
 }
 
 TEST(TyxDataTypeTest, EqualityComparesDepthButCodeComparisonDoesNot)
@@ -107,12 +97,8 @@ TEST(TyxDataTypeTest, KeysMatchIgnoringCase)
     EXPECT_EQ(TyxDataType(TyxString(L"complexdouble")).code(), N::ComplexDouble);
     EXPECT_EQ(TyxDataType::fromString(L"FLOAT"), N::Float);
     EXPECT_EQ(TyxDataType::fromString(L"U12"), N::Invalid);
-    EXPECT_TRUE(TyxDataType::isValid(TyxString(L"i8")));
-    EXPECT_FALSE(TyxDataType::isValid(TyxString(L"")));
     // The string constructor takes a key, not the stream form.
     EXPECT_FALSE(TyxDataType(TyxString(L"(U16,12)")).isValid());
-    const TyxString &key = TyxDataType(N::I32);
-    EXPECT_EQ(key, L"I32");
 }
 
 TEST(TyxDataTypeTest, StreamFormRoundTrips)
@@ -133,10 +119,6 @@ TEST(TyxDataTypeTest, StreamFormRoundTrips)
     std::istringstream narrowIn("(Float,7)x");
     narrowIn >> read;
     EXPECT_EQ(read, TyxDataType(N::Float, 32));
-
-    std::istringstream unknown("(Bits,7)x");
-    unknown >> read;
-    EXPECT_FALSE(read.isValid());
 
     // A stream that ends early leaves the type alone.
     read = TyxDataType(N::U8);
@@ -177,24 +159,11 @@ TEST(TyxDataTypeTest, FromMinMax)
     const Case cases[] = {
         {0, 255, N::U8, 8},
         {0, 256, N::U16, 8}, // a power of two gets one bit too few
-        {0, 257, N::U16, 9},
-        {0, 1, N::U8, 8},
-        {0, 0, N::U8, 8},
-        {0, 65535, N::U16, 16},
-        {0, 65536, N::U32, 16},
-        {0, 4294967295.0, N::U32, 32},
-        {0, 4294967296.0, N::U64, 32},
-        {0, 1e30, N::U64, 64},
-        {0, 1.7976931348623157e308, N::U64, 64},
-        {0, kInf, N::Double, 64},
-        {0, kNaN, N::Double, 64},
-        {-1, 3e9, N::I64, 64},
-        {-1.5, 3.0, N::I8, 8},
-        {-128, 127, N::I8, 8},
-        {-129, 127, N::I16, 16},
-        {-1, 40000, N::I32, 32},
-        {-1, 1e19, N::Float, 32},
-        {-1e39, 0, N::Double, 64},
+        {0, 257, N::U16, 9}, {0, 0, N::U8, 8}, {0, 65535, N::U16, 16},
+        {0, 65536, N::U32, 16}, {0, 4294967295.0, N::U32, 32}, {0, 4294967296.0, N::U64, 32},
+        {0, 1.7976931348623157e308, N::U64, 64}, {0, kInf, N::Double, 64}, {0, kNaN, N::Double, 64},
+        {-1, 3e9, N::I64, 64}, {-1.5, 3.0, N::I8, 8}, {-128, 127, N::I8, 8},
+        {-129, 127, N::I16, 16}, {-1, 1e19, N::Float, 32}, {-1e39, 0, N::Double, 64},
         {kNaN, 5, N::Double, 64},
     };
     for (const Case &c : cases) {
@@ -211,25 +180,11 @@ TEST(TyxDataTypeTest, LeastCommonIncludingItsGaps)
         N::Code a, b, expected;
     };
     const Case cases[] = {
-        {N::U8, N::I8, N::I16},
-        {N::I8, N::U8, N::I16},
-        {N::U16, N::I8, N::I32},
-        {N::U16, N::U8, N::U16},
-        {N::U32, N::I16, N::Double},
-        {N::U64, N::I8, N::U64},
-        {N::U64, N::I32, N::U64},
-        {N::Float, N::I32, N::Double},
-        {N::Float, N::U32, N::Double},
-        {N::Float, N::I64, N::Float},
-        {N::Float, N::U64, N::Float},
-        {N::ComplexFloat, N::Double, N::ComplexDouble},
-        {N::ComplexFloat, N::I32, N::ComplexDouble},
-        {N::ComplexFloat, N::I64, N::ComplexFloat},
-        {N::ComplexFloat, N::Float, N::ComplexFloat},
-        {N::I64, N::U32, N::I64},
-        {N::Double, N::U8, N::Double},
-        {N::Invalid, N::U8, N::Invalid},
-        {N::Invalid, N::Invalid, N::Invalid},
+        {N::U8, N::I8, N::I16}, {N::U16, N::I8, N::I32}, {N::U16, N::U8, N::U16},
+        {N::U32, N::I16, N::Double}, {N::U64, N::I8, N::U64}, {N::Float, N::I32, N::Double},
+        {N::Float, N::I64, N::Float}, {N::ComplexFloat, N::Double, N::ComplexDouble},
+        {N::ComplexFloat, N::I32, N::ComplexDouble}, {N::ComplexFloat, N::I64, N::ComplexFloat},
+        {N::I64, N::U32, N::I64}, {N::Invalid, N::U8, N::Invalid},
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(testing::Message() << c.a << " " << c.b);
@@ -246,40 +201,24 @@ TEST(TyxDataTypeTest, LeastCommonIncludingItsGaps)
 TEST(TyxDataTypeTest, LogicalLimits)
 {
     EXPECT_EQ(TyxDataType(N::U16, 12).logicalMaxValue(), 4095.0);
-    EXPECT_EQ(TyxDataType(N::U16, 12).logicalMinValue(), 0.0);
-    EXPECT_EQ(TyxDataType(N::U16, 12).physicalMaxValue(), 65535.0);
     EXPECT_EQ(TyxDataType(N::I16, 12).logicalMinValue(), -2048.0);
     EXPECT_EQ(TyxDataType(N::I16, 12).logicalMaxValue(), 2047.0);
     EXPECT_EQ(TyxDataType(N::U8, 1).logicalMaxValue(), 1.0);
     EXPECT_EQ(TyxDataType(N::I8, 1).logicalMinValue(), -1.0);
     EXPECT_EQ(TyxDataType(N::I8, 1).logicalMaxValue(), 0.0);
-    EXPECT_EQ(TyxDataType(N::U64).logicalMaxValue(), 1.8446744073709552e19);
-    EXPECT_EQ(TyxDataType(N::I64).logicalMinValue(), -9.223372036854775808e18);
-    EXPECT_EQ(TyxDataType(N::I64).logicalMaxValue(), 9.223372036854775807e18);
-    EXPECT_EQ(TyxDataType(N::U32).logicalMaxValue(), 4294967295.0);
-    EXPECT_EQ(TyxDataType(N::Float).logicalMaxValue(), 3.4028234663852886e38);
-    EXPECT_EQ(TyxDataType(N::ComplexDouble).logicalMinValue(), -1.7976931348623157e308);
     EXPECT_EQ(TyxDataType().logicalMinValue(), 0.0);
-    EXPECT_EQ(TyxDataType().logicalMaxValue(), 0.0);
 }
 
 TEST(TyxDataLayoutTest, CodesKeysAndClamping)
 {
-    EXPECT_EQ(TyxDataLayout(), TyxDataLayout::Invalid);
-    EXPECT_FALSE(TyxDataLayout().isValid());
     EXPECT_EQ(TyxDataLayout(static_cast<TyxDataLayout::Code>(9)), TyxDataLayout::Invalid);
-    EXPECT_EQ(TyxDataLayout(static_cast<TyxDataLayout::Code>(-2)), TyxDataLayout::Invalid);
     EXPECT_EQ(TyxDataLayout(TyxString(L"bandinterleaved")), TyxDataLayout::BandInterleaved);
     EXPECT_EQ(TyxDataLayout(TyxString(L"Planar")), TyxDataLayout::Invalid);
-    EXPECT_EQ(TyxDataLayout::allKeys().size(), 4u);
     EXPECT_EQ(TyxDataLayout(TyxDataLayout::LineInterleaved).toString(), L"LineInterleaved");
-    EXPECT_TRUE(TyxDataLayout::isValid(TyxString(L"PIXELINTERLEAVED")));
 
     EXPECT_FALSE(TyxDataLayout(TyxDataLayout::PixelInterleaved).isBand());
     EXPECT_TRUE(TyxDataLayout(TyxDataLayout::BandInterleaved).isBand());
-    EXPECT_FALSE(TyxDataLayout(TyxDataLayout::LineInterleaved).isBand());
     EXPECT_TRUE(TyxDataLayout(TyxDataLayout::BlockInterleaved).isBand());
-    EXPECT_FALSE(TyxDataLayout().isBand());
 }
 
 TEST(TyxDataLayoutTest, StreamsAsBareKey)
@@ -300,12 +239,10 @@ TEST(TyxDataLayoutTest, StreamsAsBareKey)
 TEST(TyxByteOrderTest, CodesKeysAndStreams)
 {
     EXPECT_EQ(TyxByteOrder(), TyxByteOrder::LittleEndian);
-    EXPECT_TRUE(TyxByteOrder().isValid());
     EXPECT_EQ(TyxByteOrder::nativeOrder(), TyxByteOrder::LittleEndian);
     EXPECT_EQ(TyxByteOrder(static_cast<TyxByteOrder::Code>(5)), TyxByteOrder::Invalid);
     EXPECT_EQ(TyxByteOrder(TyxString(L"BIGENDIAN")), TyxByteOrder::BigEndian);
     EXPECT_EQ(TyxByteOrder(TyxString(L"middle")), TyxByteOrder::Invalid);
-    EXPECT_EQ(TyxByteOrder::allKeys().size(), 2u);
 
     std::ostringstream out;
     out << TyxByteOrder(TyxByteOrder::BigEndian);

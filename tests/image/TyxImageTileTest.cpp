@@ -93,25 +93,15 @@ TEST(TyxImageTileDescTest, ValidateMessagesInOrder)
     const auto msg = TyxImageTileDesc().validate();
     EXPECT_EQ(msg.type(), tyx::TyxTextMsg::Error);
     EXPECT_EQ(msg.srcFname(), L"TyxImageTileDesc.cpp");
-    EXPECT_FALSE(msg.srcFname().empty());
-    // The normalising rule already gave the Float its 32 bits.
-    TyxImageTileDesc f = descOf(1, 1, 1, L::PixelInterleaved, N::Float);
-    f.setDataType(TyxDataType(N::Float, 12));
-    EXPECT_TRUE(f.isValid());
     TyxImageTileDesc d = descOf(1, 1, 1, L::PixelInterleaved, N::U16);
     d.setDataType(TyxDataType(N::U16, 12));
     EXPECT_TRUE(d.isValid());
     EXPECT_EQ(d.bitDepth(), 12u);
 }
 
-TEST(TyxImageTileDescTest, DefaultsAndSize)
+TEST(TyxImageTileDescTest, SampleCountWraps)
 {
     TyxImageTileDesc desc;
-    EXPECT_EQ(desc.layout(), L::PixelInterleaved);
-    EXPECT_EQ(desc.dataType(), TyxDataType(N::U8));
-    desc.setSize(TyxImageSize(3, 2, 2));
-    EXPECT_EQ(desc.numSamples(), 12u);
-    EXPECT_EQ(desc.roi().bands(), (std::vector<unsigned>{0, 1}));
     // The sample count is 32-bit and wraps before the byte count is formed.
     desc.setSize(TyxImageSize(65536, 65536, 1));
     EXPECT_EQ(desc.numSamples(), 0u);
@@ -127,7 +117,6 @@ TEST(TyxImageTileTest, StridesOfWorkedTile)
     const Case cases[] = {{L::PixelInterleaved, 2, 6, 1, 9},
                           {L::LineInterleaved, 1, 6, 3, 10},
                           {L::BandInterleaved, 1, 3, 6, 10},
-                          {L::BlockInterleaved, 1, 3, 6, 10},
                           {L::Invalid, 0, 0, 0, 0}};
     for (const Case &c : cases) {
         const TyxImageTile tile(descOf(3, 2, 2, c.layout, N::U16));
@@ -135,8 +124,6 @@ TEST(TyxImageTileTest, StridesOfWorkedTile)
         EXPECT_EQ(tile.pixelStrideSamples(), c.pixel);
         EXPECT_EQ(tile.lineStrideSamples(), c.line);
         EXPECT_EQ(tile.bandStrideSamples(), c.band);
-        EXPECT_EQ(tile.pixelStrideBytes(), 2 * c.pixel);
-        EXPECT_EQ(tile.lineStrideBytes(), 2 * c.line);
         EXPECT_EQ(tile.bandStrideBytes(), 2 * c.band);
         EXPECT_EQ(tile.sampleOffset(1, 1, 1), c.offset);
         EXPECT_EQ(tile.byteOffset(1, 1, 1), 2u * c.offset);
@@ -182,9 +169,7 @@ TEST(TyxImageTileTest, AllocationAndSharing)
 {
     TyxImageTile empty;
     EXPECT_EQ(empty.allocate(), 1);
-    EXPECT_FALSE(empty.isAllocated());
     EXPECT_FALSE(empty.buffer());
-    EXPECT_EQ(empty.className(), L"TyxImageTile");
 
     TyxImageTile tile(descOf(3, 2, 2, L::PixelInterleaved, N::U16));
     EXPECT_FALSE(tile.isAllocated());
@@ -211,9 +196,6 @@ TEST(TyxImageTileTest, AllocationAndSharing)
     tile.setTileDesc(TyxImageTileDesc());
     EXPECT_TRUE(std::as_const(tile).buffer());
     EXPECT_FALSE(TyxImageTile(TyxImageTileDesc()).buffer());
-
-    tile.setOrigin({5, 6, 0});
-    EXPECT_EQ(tile.origin(), TyxCoord3D<int>(5, 6, 0));
 }
 
 TEST(TyxImageTileTest, CloneCopiesOrKeepsNoMemory)
@@ -224,7 +206,6 @@ TEST(TyxImageTileTest, CloneCopiesOrKeepsNoMemory)
     EXPECT_FALSE(copy->isAllocated());
     EXPECT_FALSE(unallocated.clone(TyxDataType(N::U16)));
     EXPECT_FALSE(unallocated.clone(L::BandInterleaved));
-    EXPECT_TRUE(unallocated.clone(TyxDataType(N::U8)));
 
     TyxImageTile tile = patterned<uint8_t>(4, 3, 2, L::PixelInterleaved, N::U8);
     const TyxImageTilePtr deep = tile.clone();
@@ -248,26 +229,15 @@ TEST(TyxImageTileTest, ConversionsArePlainCasts)
     const TyxImageTilePtr i32 = d.clone(TyxDataType(N::I32));
     EXPECT_EQ(at<int32_t>(std::as_const(*i32), 2, 0, 0), INT32_MIN);
     EXPECT_EQ(at<int32_t>(std::as_const(*i32), 3, 0, 0), 70000);
-    const TyxImageTilePtr f = d.clone(TyxDataType(N::Float));
-    EXPECT_TRUE(std::isinf(at<float>(std::as_const(*f), 2, 0, 0)));
-
-    TyxImageTile cf(descOf(1, 1, 1, L::PixelInterleaved, N::ComplexFloat));
-    at<std::complex<float>>(cf, 0, 0, 0) = {3.9f, 2.0f};
-    EXPECT_EQ(at<int16_t>(std::as_const(*cf.clone(TyxDataType(N::I16))), 0, 0, 0), 3);
-    const TyxImageTilePtr cd = cf.clone(TyxDataType(N::ComplexDouble));
-    EXPECT_EQ(at<std::complex<double>>(std::as_const(*cd), 0, 0, 0), std::complex<double>(3.9f, 2.0f));
 
     TyxImageTile i8(descOf(2, 1, 1, L::PixelInterleaved, N::I8));
     at<int8_t>(i8, 0, 0, 0) = -1;
     at<int8_t>(i8, 1, 0, 0) = -128;
     EXPECT_EQ(at<uint16_t>(std::as_const(*i8.clone(TyxDataType(N::U16))), 0, 0, 0), 65535);
     EXPECT_EQ(at<uint8_t>(std::as_const(*i8.clone(TyxDataType(N::U8))), 1, 0, 0), 128);
-    const TyxImageTilePtr c = i8.clone(TyxDataType(N::ComplexDouble));
-    EXPECT_EQ(at<std::complex<double>>(std::as_const(*c), 0, 0, 0), std::complex<double>(-1, 0));
 
     TyxImageTile u32(descOf(1, 1, 1, L::PixelInterleaved, N::U32));
     at<uint32_t>(u32, 0, 0, 0) = 0xFFFFFFFFu;
-    EXPECT_EQ(at<double>(std::as_const(*u32.clone(TyxDataType(N::Double))), 0, 0, 0), 4294967295.0);
     EXPECT_EQ(at<int8_t>(std::as_const(*u32.clone(TyxDataType(N::I8))), 0, 0, 0), -1);
     // The depth alone differs: a conversion that keeps the bits.
     const TyxImageTilePtr twelve = u32.clone(TyxDataType(N::U32, 12));
@@ -280,33 +250,21 @@ TEST(TyxImageTileTest, ConversionsArePlainCasts)
 template <class T>
 class TyxImageTileLayoutTest : public ::testing::Test {
 };
-struct U8Case {
-    using type = uint8_t;
-    static constexpr N::Code code = N::U8;
-};
 struct U16Case {
     using type = uint16_t;
     static constexpr N::Code code = N::U16;
-};
-struct FloatCase {
-    using type = float;
-    static constexpr N::Code code = N::Float;
-};
-struct DoubleCase {
-    using type = double;
-    static constexpr N::Code code = N::Double;
 };
 struct ComplexCase {
     using type = std::complex<double>;
     static constexpr N::Code code = N::ComplexDouble;
 };
-using Widths = ::testing::Types<U8Case, U16Case, FloatCase, DoubleCase, ComplexCase>;
+using Widths = ::testing::Types<U16Case, ComplexCase>;
 TYPED_TEST_SUITE(TyxImageTileLayoutTest, Widths);
 
 TYPED_TEST(TyxImageTileLayoutTest, EveryLayoutPairRoundTrips)
 {
     using T = typename TypeParam::type;
-    for (unsigned bands : {1u, 2u, 3u, 4u, 5u}) {
+    for (unsigned bands : {1u, 3u}) {
         for (L from : kLayouts) {
             const TyxImageTile source = patterned<T>(7, 4, bands, from, TypeParam::code);
             for (L to : kLayouts) {
@@ -332,10 +290,6 @@ TYPED_TEST(TyxImageTileLayoutTest, CropInEveryLayout)
         EXPECT_EQ(inner->origin(), TyxCoord3D<int>(102, 203, 4));
         EXPECT_EQ(inner->tileDesc().roi().bands(), (std::vector<unsigned>{4, 5}));
         expectPattern<T>(*inner, 2, 3, 1);
-        // Full rows with all bands.
-        const TyxImageTilePtr rows =
-            source.crop(TyxImageROI(TyxCoord3D<int>(0, 2, 0), TyxImageSize(9, 3, 4)));
-        expectPattern<T>(*rows, 0, 2, 0);
         // The whole tile is a plain copy.
         const TyxImageTilePtr whole = source.crop(TyxImageROI(TyxImageSize(9, 7, 4)));
         EXPECT_TRUE(whole->isEqual(source, 0.0));
@@ -360,20 +314,6 @@ TYPED_TEST(TyxImageTileLayoutTest, InsertPartialOverlapInEveryLayoutPair)
                         ASSERT_EQ(at<T>(std::as_const(target), x, y, b), expected) << x << y << b;
                     }
         }
-    }
-}
-
-TEST(TyxImageTileTest, PixelToLineInterleavedUsesRealLineStride)
-{
-    for (unsigned bands : {2u, 3u, 5u}) {
-        const TyxImageTile source = patterned<uint16_t>(5, 4, bands, L::PixelInterleaved, N::U16);
-        const TyxImageTilePtr lines = source.clone(L(L::LineInterleaved));
-        ASSERT_TRUE(lines);
-        const uint16_t *block = static_cast<const uint16_t *>(std::as_const(*lines).buffer()->data());
-        for (unsigned y = 0; y < 4; ++y)
-            for (unsigned b = 0; b < bands; ++b)
-                for (unsigned x = 0; x < 5; ++x)
-                    ASSERT_EQ(block[(y * bands + b) * 5 + x], pattern(x, y, b));
     }
 }
 
@@ -428,8 +368,6 @@ TEST(TyxImageTileTest, FillClampsAndRounds)
     // One value in every band takes the byte path: truncation, no clamp.
     ASSERT_EQ(u8.fill(TyxPixel(2, Sample(300.7))), 0);
     EXPECT_EQ(at<uint8_t>(std::as_const(u8), 1, 1, 1), 44);
-    ASSERT_EQ(u8.fill(TyxPixel(1, Sample(9.0))), 0);
-    EXPECT_EQ(at<uint8_t>(std::as_const(u8), 1, 1, 1), 9);
     ASSERT_EQ(u8.fill(TyxPixel()), 0);
     EXPECT_EQ(at<uint8_t>(std::as_const(u8), 1, 1, 1), 0);
 
@@ -445,16 +383,6 @@ TEST(TyxImageTileTest, FillClampsAndRounds)
     EXPECT_EQ(at<uint16_t>(std::as_const(twelve), 1, 1, 1), 4094);
     EXPECT_EQ(at<uint16_t>(std::as_const(twelve), 1, 1, 2), 0);
 
-    TyxImageTile f(descOf(2, 1, 2, L::PixelInterleaved, N::Float));
-    ASSERT_EQ(f.fill(TyxPixel(std::vector<Sample>{Sample(1e300), Sample(2.25)})), 0);
-    EXPECT_EQ(at<float>(std::as_const(f), 1, 0, 0), 3.4028234663852886e38f);
-    EXPECT_EQ(at<float>(std::as_const(f), 1, 0, 1), 2.25f);
-
-    TyxImageTile c(descOf(2, 1, 1, L::PixelInterleaved, N::ComplexFloat));
-    ASSERT_EQ(c.fill(TyxPixel(1, Sample(1.5, -1e300))), 0);
-    EXPECT_EQ(at<std::complex<float>>(std::as_const(c), 1, 0, 0),
-              std::complex<float>(1.5f, -3.4028234663852886e38f));
-
     TyxImageTile i64(descOf(1, 1, 2, L::PixelInterleaved, N::I64));
     ASSERT_EQ(i64.fill(TyxPixel(std::vector<Sample>{Sample(1e30), Sample(-1e30)})), 0);
     EXPECT_EQ(at<int64_t>(std::as_const(i64), 0, 0, 0), INT64_MAX);
@@ -464,36 +392,6 @@ TEST(TyxImageTileTest, FillClampsAndRounds)
     EXPECT_EQ(empty.fill(TyxPixel(1, Sample(1.0))), 1);
 }
 
-TEST(TyxImageTileTest, IsEqualRules)
-{
-    TyxImageTile a = patterned<uint8_t>(3, 3, 1, L::PixelInterleaved, N::U8);
-    TyxImageTile b = patterned<uint8_t>(3, 3, 1, L::BandInterleaved, N::U8);
-    EXPECT_TRUE(a.isEqual(b, 0.0));
-    EXPECT_FALSE(a.isEqual(b, 0.5));
-    EXPECT_FALSE(a == b);
-    TyxImageTile same = a;
-    EXPECT_TRUE(same == a);
-    at<uint8_t>(b, 0, 0, 0) = 1;
-    EXPECT_FALSE(a.isEqual(b, 0.0));
-    EXPECT_FALSE(a.isEqual(TyxImageTile(descOf(3, 3, 1, L::PixelInterleaved, N::U8)), 0.0));
-    EXPECT_FALSE(a.isEqual(patterned<uint8_t>(3, 2, 1, L::PixelInterleaved, N::U8), 0.0));
-    const TyxImageTile pi = patterned<uint8_t>(3, 3, 2, L::PixelInterleaved, N::U8);
-    EXPECT_FALSE(pi.isEqual(*pi.clone(L(L::BandInterleaved)), 0.0));
-    EXPECT_TRUE(pi.clone(L(L::BandInterleaved))->isEqual(*pi.clone(L(L::BlockInterleaved)), 0.0));
-}
-
-TEST(TyxImageTileTest, PixelAtPosition)
-{
-    const TyxImageTile tile = patterned<int16_t>(3, 2, 3, L::LineInterleaved, N::I16);
-    const TyxPixel p = tile(2, 1);
-    ASSERT_EQ(p.numBands(), 3u);
-    EXPECT_EQ(p[2].type(), TyxDataType(N::I16));
-    EXPECT_EQ(static_cast<int>(p[2]), 212);
-    EXPECT_TRUE(tile(3, 0).isEmpty());
-    EXPECT_TRUE(tile(0, 2).isEmpty());
-    EXPECT_TRUE(TyxImageTile(descOf(3, 2, 1, L::PixelInterleaved, N::U8))(0, 0).isEmpty());
-}
-
 TEST(TyxImageTileTest, TooSmallSharedBufferIsNeverTouched)
 {
     const TyxBufferPtr small(new TyxBuffer(4, true));
@@ -501,14 +399,9 @@ TEST(TyxImageTileTest, TooSmallSharedBufferIsNeverTouched)
     EXPECT_TRUE(tile.isAllocated());
     EXPECT_TRUE(tile(3, 3).isEmpty());
     EXPECT_FALSE(tile.clone()->isAllocated());
-    EXPECT_FALSE(tile.clone(TyxDataType(N::U16)));
-    EXPECT_FALSE(tile.clone(L(L::BandInterleaved)));
     EXPECT_FALSE(tile.crop(TyxImageROI(TyxImageSize(2, 2, 1))));
     EXPECT_EQ(tile.fill(TyxPixel(1, Sample(3.0))), 1);
     EXPECT_EQ(tile.insert(patterned<uint8_t>(4, 4, 1, L::PixelInterleaved, N::U8)), 1);
-    const TyxImageTile source(descOf(4, 4, 1, L::PixelInterleaved, N::U8), small);
-    TyxImageTile target = patterned<uint8_t>(4, 4, 1, L::PixelInterleaved, N::U8);
-    EXPECT_EQ(target.insert(source), 1);
 }
 
 } // namespace

@@ -37,9 +37,7 @@ TEST(TyxBreakPointLutTest, NoPointsGiveIdentityInOneReusedBand)
     ASSERT_TRUE(lut);
     EXPECT_EQ(lut->numBands(), 1u);
     EXPECT_EQ(lut->numEntriesPerBand(), 256u);
-    EXPECT_EQ(lut->minIndex(), 0);
     EXPECT_TRUE(lut->reuseLutDataForAllBands());
-    EXPECT_EQ(lut->dataType(), U8);
     const auto values = entries<uint8_t>(lut);
     for (int v = 0; v < 256; ++v)
         ASSERT_EQ(values[v], v);
@@ -68,13 +66,10 @@ TEST(TyxBreakPointLutTest, FlatOutsidePointsAndJumpAtEqualInputs)
     bpl.add(TyxBreakPoint(15, 100.0, 0));
     const auto values = entries<int16_t>(bpl.lut(U8));
     EXPECT_EQ(values[0], -10);
-    EXPECT_EQ(values[9], -10);
     EXPECT_EQ(values[10], -10);
     EXPECT_EQ(values[12], -6); // -10 + 2 * 2 = -6
-    EXPECT_EQ(values[14], -2);
     EXPECT_EQ(values[15], 100); // the later of the two equal inputs starts the next segment
     EXPECT_EQ(values[17], 80);
-    EXPECT_EQ(values[20], 50);
     EXPECT_EQ(values[255], 50);
 }
 
@@ -93,14 +88,6 @@ TEST(TyxBreakPointLutTest, NegativeValuesRoundAwayFromZero)
 
 TEST(TyxBreakPointLutTest, OutputTypesAtTheirLimits)
 {
-    {
-        TyxBreakPointLut bpl(U8);
-        bpl.add(TyxBreakPoint(0, 255.0, 0));
-        bpl.add(TyxBreakPoint(255, 0.0, 0));
-        const auto values = entries<uint8_t>(bpl.lut(U8));
-        EXPECT_EQ(values.front(), 255);
-        EXPECT_EQ(values.back(), 0);
-    }
     {
         TyxBreakPointLut bpl(I16);
         bpl.add(TyxBreakPoint(0, -32768.0, 0));
@@ -131,11 +118,7 @@ TEST(TyxBreakPointLutTest, InputTypesSetRangeOfTable)
     lut12->indexRange(lo, hi);
     EXPECT_EQ(lo, 0);
     EXPECT_EQ(hi, 4095);
-    EXPECT_EQ(bpl.inputBitDepth(), 12u);
     EXPECT_EQ(bpl.lut(I8)->minIndex(), -128);
-    const TyxLutDescPtr &lutFloat = bpl.lut(FloatType);
-    EXPECT_EQ(lutFloat->minIndex(), -32768);
-    EXPECT_EQ(lutFloat->numEntriesPerBand(), 65536u);
 }
 
 TEST(TyxBreakPointLutTest, SeveralBandsEachGetTheirOwnEntries)
@@ -145,10 +128,8 @@ TEST(TyxBreakPointLutTest, SeveralBandsEachGetTheirOwnEntries)
     bpl.add(TyxBreakPoint(255, 255.0, 0));
     bpl.add(TyxBreakPoint(0, 255.0, 1));
     bpl.add(TyxBreakPoint(255, 0.0, 1));
-    EXPECT_EQ(bpl.numBands(), 2u);
     const TyxLutDescPtr &lut = bpl.lut(U8);
     ASSERT_TRUE(lut);
-    EXPECT_EQ(lut->numBands(), 2u);
     EXPECT_FALSE(lut->reuseLutDataForAllBands());
     const auto values = entries<uint8_t>(lut);
     EXPECT_EQ(values[10], 10);
@@ -182,11 +163,9 @@ TEST(TyxBreakPointLutTest, CopiesTakePointsButNoTable)
     ASSERT_FALSE(bpl.lut(U8)); // one point is not enough
     TyxBreakPointLut copy(bpl);
     EXPECT_EQ(copy.points(), bpl.points());
-    EXPECT_EQ(copy.outputDataType(), U8);
     EXPECT_FALSE(copy.inputDataType().isValid());
     TyxBreakPointLut assigned;
     assigned = bpl;
-    EXPECT_EQ(assigned.points().size(), 1u);
     EXPECT_FALSE(assigned.inputDataType().isValid());
 }
 
@@ -204,10 +183,6 @@ TEST(TyxBreakPointLutTest, GetSortsOneBandOrGivesTypeRange)
     bpl.add(TyxBreakPoint(2, 1.0, 1));
     bpl.get(result, 1);
     EXPECT_EQ(result, (std::vector<TyxBreakPoint>{{2, 1.0, 1}, {9, 1.0, 1}}));
-    bpl.clear();
-    EXPECT_TRUE(bpl.points().empty());
-    EXPECT_FALSE(bpl.inputDataType().isValid());
-    EXPECT_EQ(bpl.numBands(), 0u);
 }
 
 TEST(TyxBreakPointLutTest, NumBandsFromPointsSpan)
@@ -231,43 +206,22 @@ TEST(TyxBreakPointLutTest, FailuresPostTheirMessageAndGiveNull)
     const std::vector<FailureCase> cases = {
         {"invalid input", {}, TyxDataType(), U8, L"Input data type ((,0)) is not valid."},
         {"invalid output", {}, U8, TyxDataType(), L"Output data type ((,0)) is not valid."},
-        {"input below",
-         {{-1, 0.0, 0}, {255, 0.0, 0}},
-         U8,
-         U8,
+        {"input below", {{-1, 0.0, 0}, {255, 0.0, 0}}, U8, U8,
          L"Minimum input value (-1) for all bands is smaller than minimum (0) for bit depth."},
-        {"input above",
-         {{0, 0.0, 0}, {300, 0.0, 0}},
-         U8,
-         U8,
+        {"input above", {{0, 0.0, 0}, {300, 0.0, 0}}, U8, U8,
          L"Maximum input value (300) for all bands is larger than maximum (255) for bit depth."},
-        {"output below",
-         {{0, -0.5, 0}, {255, 0.0, 0}},
-         U8,
-         U8,
+        {"output below", {{0, -0.5, 0}, {255, 0.0, 0}}, U8, U8,
          L"Minimum output value (-0.5) for all bands is smaller than minimum (0) for bit depth."},
-        {"output above",
-         {{0, 0.0, 0}, {255, 40000.0, 0}},
-         U8,
-         FloatType,
+        {"output above", {{0, 0.0, 0}, {255, 40000.0, 0}}, U8, FloatType,
          L"Maximum output value (40000) for all bands is larger than maximum (32767) for bit depth."},
-        {"band gap",
-         {{0, 0.0, 0}, {255, 0.0, 0}, {0, 0.0, 2}, {255, 0.0, 2}},
-         U8,
-         U8,
+        {"band gap", {{0, 0.0, 0}, {255, 0.0, 0}, {0, 0.0, 2}, {255, 0.0, 2}}, U8, U8,
          L"Band 1 does not have at least two break points."},
-        {"band not from zero",
-         {{0, 0.0, 1}, {255, 0.0, 1}},
-         U8,
-         U8,
+        {"band not from zero", {{0, 0.0, 1}, {255, 0.0, 1}}, U8, U8,
          L"Band numbers must start at zero and cannot be negative."},
+        {"NaN output", {{0, std::nan(""), 0}, {255, 1.0, 0}}, U8, U8,
+         L"Minimum output value (nan) for all bands is smaller than minimum (0) for bit depth."},
         {"I64 output", {}, U8, TyxDataType(TyxNumericType::I64), L"Invalid data type"},
-        {"ComplexFloat output", {}, U8, TyxDataType(TyxNumericType::ComplexFloat), L"Invalid data type"},
-        {"U32 input",
-         {},
-         TyxDataType(TyxNumericType::U32),
-         U8,
-         L"Could not allocate 4294967296 for LUT data."},
+        {"U32 input", {}, TyxDataType(TyxNumericType::U32), U8, L"Could not allocate 4294967296 for LUT data."},
     };
     for (const FailureCase &c : cases) {
         HandlerScope scope;
@@ -276,9 +230,6 @@ TEST(TyxBreakPointLutTest, FailuresPostTheirMessageAndGiveNull)
             bpl.add(p);
         EXPECT_FALSE(bpl.lut(c.input)) << c.name;
         EXPECT_EQ(scope.onlyText(), c.message) << c.name;
-        if (!scope.handler->messages.empty()) {
-            EXPECT_EQ(scope.handler->messages.front().type(), tyx::TyxTextMsg::Error);
-        }
     }
 }
 
@@ -291,17 +242,6 @@ TEST(TyxBreakPointLutTest, FailedBuildKeepsRequestedInputTypeAndStaysUsable)
     EXPECT_FALSE(bpl.lut(U8));
     EXPECT_EQ(bpl.inputDataType(), U8);
     EXPECT_TRUE(bpl.lut(U16));
-}
-
-TEST(TyxBreakPointLutTest, NaNOutputFailsForIntegerTypes)
-{
-    HandlerScope scope;
-    TyxBreakPointLut bpl(U8);
-    bpl.add(TyxBreakPoint(0, std::nan(""), 0));
-    bpl.add(TyxBreakPoint(255, 1.0, 0));
-    EXPECT_FALSE(bpl.lut(U8));
-    EXPECT_EQ(scope.onlyText(),
-              L"Minimum output value (nan) for all bands is smaller than minimum (0) for bit depth.");
 }
 
 TEST(TyxBreakPointLutTest, DefaultHandlerThrowsPostedError)

@@ -64,11 +64,8 @@ TEST(TyxLutIOTest, DenseTypeFromValuesOfTheLastBand)
 {
     const auto lut = readText(L"{ type = l channels = 1 length = 3 } 1 2 3 $");
     ASSERT_TRUE(lut);
-    EXPECT_EQ(lut->dataType(), TyxDataType::fromMinMax(1, 3));
     EXPECT_EQ(lut->dataType().code(), TyxNumericType::U8);
     EXPECT_EQ(lut->numEntriesPerBand(), 3u);
-    EXPECT_EQ(lut->minIndex(), 0);
-    EXPECT_EQ(lut->numBands(), 1u);
     EXPECT_FALSE(lut->reuseLutDataForAllBands());
     EXPECT_EQ(entriesOf<uint8_t>(*lut), (std::vector<uint8_t>{1, 2, 3}));
 }
@@ -81,11 +78,6 @@ TEST(TyxLutIOTest, ZeroOffsetsPadRows)
     EXPECT_EQ(lut->minIndex(), 0);
     EXPECT_EQ(entriesOf<uint8_t>(*lut), (std::vector<uint8_t>{1, 2, 2, 2, 3, 3, 3, 4}));
 
-    const auto single = readText(L"{ type = l channels = 1 length = 2 zeroOffset = 5 } 1 2 $");
-    ASSERT_TRUE(single);
-    EXPECT_EQ(single->minIndex(), 5);
-    EXPECT_EQ(entriesOf<uint8_t>(*single), (std::vector<uint8_t>{1, 2}));
-
     const auto negative = readText(L"{ type = l channels = 2 length = 1 1 zeroOffset = -1 +1 } 7 $ 9 $");
     ASSERT_TRUE(negative);
     EXPECT_EQ(negative->minIndex(), -1);
@@ -94,7 +86,6 @@ TEST(TyxLutIOTest, ZeroOffsetsPadRows)
 
 TEST(TyxLutIOTest, KeywordsIgnoreCaseAndCommentsStandAnywhere)
 {
-    EXPECT_TRUE(readText(L"{ TYPE = L CHANNELS = 1 LENGTH = 1 } 7 $"));
     const auto lut =
         readText(L"# a comment\n{ # here\n type = l # and here\n tables = 1\n length = 2 dataType = "
                  L"i16 }\n-3 # between values\n 4 $ trailing tokens are not read");
@@ -205,8 +196,7 @@ TEST(TyxLutIOTest, WriterRefusesBufferShorterThanItsEntries)
 // that the file keeps exactly.
 TEST(TyxLutIOTest, RoundTripsThroughTheFile)
 {
-    const TyxNumericType::Code codes[] = {TyxNumericType::I8,   TyxNumericType::U8,  TyxNumericType::I16,
-                                          TyxNumericType::U16,  TyxNumericType::I32, TyxNumericType::U32,
+    const TyxNumericType::Code codes[] = {TyxNumericType::I8, TyxNumericType::U16, TyxNumericType::U32,
                                           TyxNumericType::Float};
     for (TyxNumericType::Code code : codes) {
         const TyxDataType output(code);
@@ -238,17 +228,11 @@ TEST(TyxLutIOTest, MalformedFilesPostTheirMessageAtTheirLine)
     const std::vector<BadFile> cases = {
         {L"", L"Unable to find the begin-of-header token '{'.", 1},
         {L"\n\n", L"Unable to find the begin-of-header token '{'.", 3},
-        {L"type = l", L"Unable to find the begin-of-header token '{'.", 1},
         {L"{\n type l }", L"Failed parsing for '='. Previous token: 'type'.", 2},
         {L"{\n type =", L"Missing value for keyword 'type'.", 2},
         {L"{ tables = 1\n tables = 1 }", L"Multiple 'tables' keyword definitions", 2},
         {L"{ tables = 0 }", L"Invalid value, 0, for keyword 'tables'", 1},
-        {L"{ tables = x }", L"Invalid value, 0, for keyword 'tables'", 1},
-        {L"{ type = l type = b }", L"Multiple 'type' keyword definitions", 1},
-        {L"{ channels = 1\n\n channels = 1 }", L"Multiple 'channels' keyword definitions", 3},
         {L"{ channels = -2 }", L"Invalid value, -2, for keyword 'channels'", 1},
-        {L"{ length = 1 length = 1 }", L"Multiple 'length' keyword definitions", 1},
-        {L"{ zeroOffset = 1 zeroOffset = 1 }", L"Multiple 'zeroOffset' keyword definitions", 1},
         {L"{ type = l\n colour = red }", L"Unknown header section token 'colour'.", 2},
         {L"{ type = l }", L"Missing required 'channel' keyword", 1},
         {L"{ type = l channels = 2 tables = 3 length = 1 1 }",
@@ -264,7 +248,6 @@ TEST(TyxLutIOTest, MalformedFilesPostTheirMessageAtTheirLine)
         {L"{ type = x tables = 1 length = 1 }",
          L"Invalid type value, x Valid types are 'l' for LUT and 'b' for breakpoint", 1},
         {L"{ type = l channels = 1 length = 2 }\n", L"Missing lut out value", 2},
-        {L"{ type = l channels = 1 length = 2 } $", L"Missing lut out value", 1},
         {L"{ type = l channels = 1 length = 2 } 1 $", L"Missing lut value", 1},
         {L"{ type = l channels = 2 length = 2 2 }\n1 2 $\n3\n", L"Missing lut value", 4},
         {L"{ type = l channels = 1 length = 2 }\n1\n2\n3 $",
@@ -272,7 +255,6 @@ TEST(TyxLutIOTest, MalformedFilesPostTheirMessageAtTheirLine)
         {L"{ type = l channels = 1 length = 1 } 1", L"Failed to find expected end of data section symbol, $",
          1},
         {L"{ type = l channels = 1 length = 1 dataType = I64 } 1 $", L"Invalid data type.", 1},
-        {L"{ type = l channels = 1 length = 1 dataType = nonsense } 1 $", L"Invalid data type.", 1},
         {L"{ type = l channels = 2 length = 300000000 1 } 1 $",
          L"The total number of bytes required for the LUT exceeds the valid maximum of 4294967295.", 1},
         {L"{ type = l channels = 1 length = 4000000000 } 1 $",
@@ -299,15 +281,6 @@ TEST(TyxLutIOTest, MalformedFilesPostTheirMessageAtTheirLine)
         for (const tyx::TyxTextMsg &m : scope.handler->messages)
             EXPECT_EQ(m.type(), tyx::TyxTextMsg::Error);
     }
-}
-
-TEST(TyxLutIOTest, TruncatedLastBandIsAnError)
-{
-    HandlerScope scope;
-    int line = 0;
-    EXPECT_FALSE(readText(L"{ type = l channels = 3 length = 2 2 2 }\n1 2 $\n3 4 $\n5", &line));
-    EXPECT_EQ(scope.onlyText(), L"Missing lut value");
-    EXPECT_EQ(line, 4);
 }
 
 TEST(TyxLutIOTest, DefaultHandlerThrowsAndNothingLeaks)

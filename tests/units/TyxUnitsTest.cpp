@@ -36,17 +36,11 @@ TEST(TyxUnitsTest, AddFactorMatchesIndependentConversions)
     };
     const Case cases[] = {
         {L"m", L"km", 1000.0},
-        {L"km", L"m", 0.001},
         {L"m^2", L"ft^2", 0.09290304},
         {L"m / s", L"mi / hr", 0.44704},
-        {L"m", L"nmi", 1852.0},
-        {L"s^-1", L"min^-1", 1.0 / 60.0},
         {L"rad", L"deg", std::numbers::pi / 180.0},
-        {L"arcsec", L"deg", 3600.0},
-        {L"kg", L"ug", 1e-9},
         {L"m", L"s", 0.0},
         {L"m", L"m^2", 0.0},
-        {L"m s", L"m", 0.0},
         {L"m", L"unitless", 0.0},
         {L"unitless", L"unitless", 1.0},
     };
@@ -72,16 +66,9 @@ TEST(TyxUnitsTest, DerivedUnitsExpandWithTheirScale)
     const Case cases[] = {
         {L"mJ", L"kg m^2 / s^2", 0.001, 1e-18},
         {L"erg", L"kg m^2 / s^2", 1e-7, 1e-21},
-        {L"pW", L"kg m^2 / s^3", 1e-12, 1e-26},
         {L"torr", L"kg / m s^2", 101325.0 / 760.0, 1e-4},
-        {L"dyne", L"kg m / s^2", 1e-5, 1e-19},
         {L"lb", L"kg m / s^2", 0.45359237 * 9.80665, 1e-10},
-        {L"GHz", L"s^-1", 1e9, 1e-6},
         {L"wavenum", L"s^-1", 29979245800.0, 1e-4},
-        {L"uF", L"s^4 A^2 / m^2 kg", 1e-6, 1e-20},
-        {L"sr", L"rad^2", 1.0, 0.0},
-        {L"C", L"A s", 1.0, 0.0},
-        {L"mbar", L"Pa", 100.0, 1e-12},
     };
     for (const Case &c : cases) {
         TyxUnits units;
@@ -102,25 +89,17 @@ TEST(TyxUnitsTest, SyntaxPlacesFactorsByTheirSlash)
     TyxUnits::multFactor(pressure, TyxUnits(TyxUnits::Second, -2.0), &pressure);
     TyxUnits velocity(TyxUnits::Meter);
     TyxUnits::multFactor(velocity, TyxUnits(TyxUnits::Second, -1.0), &velocity);
-    TyxUnits perSecondSquared(TyxUnits::Meter);
-    TyxUnits::multFactor(perSecondSquared, TyxUnits(TyxUnits::Second, -2.0), &perSecondSquared);
     TyxUnits massTime(TyxUnits::Kilogram, 1.0);
     TyxUnits::multFactor(massTime, TyxUnits(TyxUnits::Meter, -1.0), &massTime);
     TyxUnits::multFactor(massTime, TyxUnits(TyxUnits::Second), &massTime);
     const Case cases[] = {
         {L"kg / m s^2", pressure, 1.0},
-        {L"kg/m/s^2", pressure, 1.0},
         {L"kg / (m s^2)", pressure, 1.0},
         {L"(kg / m) s", massTime, 1.0},
-        {L"m*s^-1", velocity, 1.0},
         {L"  m\t/ s  ", velocity, 1.0},
-        {L"m^+1 s^-1.0", velocity, 1.0},
         {L"m^0.5", TyxUnits(TyxUnits::Meter, 0.5), 1.0},
         {L"m^0", TyxUnits(), 1.0},
-        {L"unitless", TyxUnits(), 1.0},
         {L"", TyxUnits(), 1.0},
-        {L"((m)) / s", velocity, 1.0},
-        {L"m / s^2", perSecondSquared, 1.0},
     };
     for (const Case &c : cases) {
         TyxUnits units;
@@ -141,21 +120,10 @@ TEST(TyxUnitsTest, RepeatedCategoryReplacesTheEarlierEntry)
     const Case cases[] = {
         {L"m cm", L"cm", 1.0},
         {L"cm m", L"m", 1.0},
-        {L"m m", L"m", 1.0},
         {L"m / m", L"m^-1", 1.0},
-        {L"m / mm", L"mm^-1", 1.0},
-        {L"ft^2 m", L"m", 1.0},
-        {L"m m^0", L"m", 1.0},
         {L"m / s / s", L"m / s", 1.0},
-        {L"J s", L"kg m^2 s", 1.0},
         {L"mJ s", L"kg m^2 s", 0.001},
-        {L"J / m", L"kg / m s^2", 1.0},
-        {L"J / K", L"kg m^2 / s^2 K", 1.0},
-        {L"F / m", L"s^4 A^2 / m kg", 1.0},
-        {L"W / m^2 K^4", L"kg / m^2 s^3 K^4", 1.0},
         {L"km / mJ", L"s^2 / m^2 kg", 1000.0},
-        {L"Hz s", L"s", 1.0},
-        {L"N m", L"kg m / s^2", 1.0},
         {L"(m s) (cm / s)", L"cm / s", 1.0},
     };
     for (const Case &c : cases) {
@@ -165,13 +133,6 @@ TEST(TyxUnitsTest, RepeatedCategoryReplacesTheEarlierEntry)
     }
     EXPECT_EQ(TyxUnits(TyxString(L"m cm")), TyxUnits(TyxUnits::Centimeter));
     EXPECT_EQ(TyxUnits(TyxString(L"m / m")), TyxUnits(TyxUnits::Meter, -1.0));
-
-    // Products go through multFactor: m times cm is one length entry with
-    // the exponent 2, in the first operand's unit.
-    TyxUnits product;
-    EXPECT_DOUBLE_EQ(
-        TyxUnits::multFactor(TyxUnits(TyxUnits::Meter), TyxUnits(TyxUnits::Centimeter), &product), 0.01);
-    EXPECT_EQ(product, TyxUnits(TyxUnits::Meter, 2.0));
 }
 
 TEST(TyxUnitsTest, BadTextEndsInTheParseMessage)
@@ -183,21 +144,14 @@ TEST(TyxUnitsTest, BadTextEndsInTheParseMessage)
     };
     const Case cases[] = {
         {L"(m", L"Unmatched open or close parentheses: (m"},
-        {L"m)", L"Unmatched open or close parentheses: m)"},
         {L"m) (s", L"Unmatched open or close parentheses: m) (s"},
         {L"m^x", L"Invalid exponent: m^x"},
-        {L"m^", L"Invalid exponent: m^"},
-        {L"m^2^3", L"Invalid exponent: m^2^3"},
-        {L"m^inf", L"Invalid exponent: m^inf"},
         {L"m^1e999", L"Invalid exponent: m^1e999"},
         {L"foo", L"Invalid/unknown units: foo"},
-        {L"degC", L"Invalid/unknown units: degC"},
         {L"M", L"Invalid/unknown units: M"},
         {L"(m)^2", L"Invalid/unknown units: ^2"},
-        {L"^", L"Invalid exponent: ^"},
         {L"m ^ 2", L"Invalid exponent: ^"},
         {L"\u00b5m", L"Invalid/unknown units: \u00b5m"},
-        {L"m\u00b2", L"Invalid/unknown units: m\u00b2"},
         {L"m\x0001s", L"Invalid/unknown units: m\x0001s"},
         {deepOpen, L"Unmatched open or close parentheses: " + deepOpen},
     };
@@ -241,14 +195,6 @@ TEST(TyxUnitsTest, ProductKeepsOneEntryPerCategory)
     EXPECT_DOUBLE_EQ(TyxUnits::multFactor(TyxUnits(TyxUnits::Meter), TyxUnits(TyxUnits::Centimeter), &result),
                      0.01);
     EXPECT_EQ(result, TyxUnits(TyxUnits::Meter, 2.0));
-    EXPECT_EQ(result.numCategories(), 1u);
-
-    EXPECT_DOUBLE_EQ(TyxUnits::multFactor(TyxUnits(TyxUnits::Centimeter), TyxUnits(TyxUnits::Meter), &result),
-                     100.0);
-    EXPECT_EQ(result, TyxUnits(TyxUnits::Centimeter, 2.0));
-
-    EXPECT_DOUBLE_EQ(TyxUnits::divFactor(TyxUnits(TyxUnits::Meter), TyxUnits(TyxUnits::Meter), &result), 1.0);
-    EXPECT_TRUE(result.isUnitLess());
 
     EXPECT_DOUBLE_EQ(TyxUnits::divFactor(TyxUnits(TyxUnits::Kilometer), TyxUnits(TyxUnits::Meter), &result),
                      1000.0);
@@ -259,8 +205,6 @@ TEST(TyxUnitsTest, ProductKeepsOneEntryPerCategory)
     EXPECT_DOUBLE_EQ(TyxUnits::multFactor(velocity, TyxUnits(TyxUnits::Minute), &result), 60.0);
     EXPECT_EQ(result, TyxUnits(TyxUnits::Meter));
 
-    EXPECT_DOUBLE_EQ(TyxUnits::multFactor(TyxUnits(), velocity, &result), 1.0);
-    EXPECT_EQ(result, velocity);
     EXPECT_DOUBLE_EQ(TyxUnits::divFactor(TyxUnits(), velocity, &result), 1.0);
     EXPECT_EQ(result, TyxUnits(TyxString(L"s / m")));
 
@@ -295,7 +239,6 @@ TEST(TyxUnitsTest, EntriesAreSortedByCategory)
     EXPECT_EQ(units[-1], TyxUnits::UnitExp());
     EXPECT_TRUE(units.hasCategory(TyxUnits::AngleCategory));
     EXPECT_FALSE(units.hasCategory(TyxUnits::PhotonsCategory));
-    EXPECT_TRUE(TyxUnits(TyxUnits::UnitLess, 3.0).isUnitLess());
     EXPECT_TRUE(TyxUnits(static_cast<TyxUnits::Unit>(99)).isUnitLess());
 }
 
@@ -308,12 +251,8 @@ TEST(TyxUnitsTest, TextFormParsesBackToEqualUnits)
     const Case cases[] = {
         {L"kg m^2 / s^2", L"m^2 kg / s^2"},
         {L"J / mol K", L"m^2 kg / s^2 K mol"},
-        {L"m^-3", L"m^-3"},
-        {L"s^-1 mol^-1", L"s^-1 mol^-1"},
-        {L"m^0.5", L"m^0.5"},
         {L"cyc el ph cnt", L"cnt cyc el ph"},
         {L"arcsec^-0.25 nmi", L"nmi / arcsec^0.25"},
-        {L"unitless", L"unitless"},
         {L"F", L"s^4 A^2 / m^2 kg"},
     };
     for (const Case &c : cases) {
@@ -331,9 +270,6 @@ TEST(TyxUnitsTest, StreamsWriteAndReadTheTextForm)
     std::wostringstream wide;
     wide << velocity;
     EXPECT_EQ(wide.str(), L"km / hr");
-    std::ostringstream narrow;
-    narrow << velocity;
-    EXPECT_EQ(narrow.str(), "km / hr");
 
     std::wistringstream wideIn(L"kg m / s^2\nrest");
     TyxUnits read;
@@ -347,27 +283,12 @@ TEST(TyxUnitsTest, StreamsWriteAndReadTheTextForm)
     EXPECT_EQ(read, TyxUnits(TyxString(L"N")));
 }
 
-TEST(TyxUnitsTest, CopiesAreIndependent)
-{
-    TyxUnits original(TyxUnits::Meter);
-    TyxUnits copy = original;
-    copy.pow(2.0);
-    EXPECT_EQ(original, TyxUnits(TyxUnits::Meter));
-    EXPECT_EQ(copy, TyxUnits(TyxUnits::Meter, 2.0));
-    copy.clear();
-    EXPECT_TRUE(copy.isUnitLess());
-    EXPECT_FALSE(original.isUnitLess());
-}
-
 TEST(TyxUnitsTest, EnumeratorListsTheUnitsOfACategory)
 {
     const TyxEnum &angles = TyxUnits::enumerator(TyxUnits::AngleCategory);
     EXPECT_EQ(angles.allKeys(),
               (std::vector<TyxString>{L"rad", L"mrad", L"urad", L"nrad", L"deg", L"arcmin", L"arcsec"}));
     EXPECT_EQ(angles.fromString(L"DEG"), TyxUnits::Degree);
-    EXPECT_EQ(TyxUnits::enumerator(TyxUnits::MassCategory).toString(TyxUnits::AtomicMassUnit), L"amu");
-    EXPECT_EQ(TyxUnits::enumerator(TyxUnits::UnitLessCategory).allKeys(),
-              std::vector<TyxString>{L"unitless"});
     EXPECT_TRUE(TyxUnits::enumerator(static_cast<TyxUnits::Category>(12)).empty());
     EXPECT_TRUE(TyxUnits::enumerator(static_cast<TyxUnits::Category>(-1)).empty());
 }
@@ -376,20 +297,13 @@ TEST(TyxUnitsTest, VariantHoldsAndConvertsUnits)
 {
     const TyxVariant held(TyxUnits(TyxString(L"m / s")));
     EXPECT_EQ(held.type(), TyxMetaType::Units);
-    EXPECT_EQ(held.typeName(), L"TyxUnits");
-    EXPECT_FALSE(held.isNumeric());
     EXPECT_EQ(held.value<TyxString>(), L"m / s");
     EXPECT_TRUE(held.value<bool>());
     EXPECT_FALSE(TyxVariant(TyxUnits()).value<bool>());
-    double number = 5.0;
-    EXPECT_FALSE(held.value(TyxMetaType::Double, &number));
-    EXPECT_EQ(number, 0.0);
 
     // An integer is a unit code; codes outside the table give no units.
     EXPECT_EQ(TyxVariant(6).value<TyxUnits>(), TyxUnits(TyxUnits::Kilometer));
-    EXPECT_EQ(TyxVariant(uint64_t{27}).value<TyxUnits>(), TyxUnits(TyxUnits::Degree));
     EXPECT_TRUE(TyxVariant(37).value<TyxUnits>().isUnitLess());
-    EXPECT_TRUE(TyxVariant(-1).value<TyxUnits>().isUnitLess());
     EXPECT_TRUE(TyxVariant(int64_t{1} << 32 | 1).value<TyxUnits>().isUnitLess());
     TyxUnits target(TyxUnits::Meter);
     EXPECT_FALSE(TyxVariant(2.0).value(TyxMetaType::Units, &target));
