@@ -106,6 +106,15 @@ protected:
     TyxVariant &value() { return m_value; }
     void markSet() { m_isValueSet = true; }
 
+    /// For the arguments accepted many times: marks further values as welcome
+    /// and answers whether they already were. reset() clears the mark.
+    bool welcomeMoreValues();
+    /// The values given since the last reset, for the arguments that keep a
+    /// list; before the first the list is empty, whatever the default.
+    TyxVariantList valueList() const;
+    /// Converts and validates \p text and appends it to the list of values.
+    void appendValue(const TyxString &text);
+
 private:
     friend class TyxClParser;
     friend class TyxClXorHandler;
@@ -125,6 +134,7 @@ private:
     TyxClIgnoreRestVisitorPtr m_ignoreVisitor;
     TyxClArgVisitorIFConstPtr m_visitor;
     int m_hits = 0;
+    bool m_moreWelcome = false;
 };
 
 } // namespace tyx

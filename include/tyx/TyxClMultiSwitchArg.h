@@ -17,8 +17,7 @@ public:
     TyxString shortID(const TyxString &valueId = L"val") const override;
     /// "-f,  --name (accepted multiple times)".
     TyxString longID(const TyxString &valueId = L"val") const override;
-    void reset() override;
-    bool allowMore() override;
+    bool allowMore() override { return welcomeMoreValues(); }
     /// A switch takes no value.
     bool acceptsValue() const override { return false; }
     bool processArg(int *index, std::vector<TyxString> &args) override;
@@ -27,8 +26,6 @@ public:
 
 private:
     void commonProcessing();
-
-    bool m_allowMore = false;
 };
 
 } // namespace tyx

@@ -18,15 +18,13 @@ public:
     /// "<val> (accepted multiple times)".
     TyxString longID(const TyxString &valueId = L"val") const override;
     bool isUnlabeled() const override { return true; }
-    void reset() override;
-    bool allowMore() override;
+    bool allowMore() override { return welcomeMoreValues(); }
     bool processArg(int *index, std::vector<TyxString> &args) override;
 
     /// The values given, in order.
-    TyxVariantList values() const;
+    TyxVariantList values() const { return valueList(); }
 
 private:
-    bool m_allowMore = false;
 };
 
 } // namespace tyx

@@ -19,15 +19,13 @@ public:
     TyxString longID(const TyxString &valueId = L"val") const override;
     /// True while "Required" is set and no value was given yet.
     bool isRequired() const override;
-    void reset() override;
-    bool allowMore() override;
+    bool allowMore() override { return welcomeMoreValues(); }
     bool processArg(int *index, std::vector<TyxString> &args) override;
 
     /// The values given, in order.
-    TyxVariantList values() const;
+    TyxVariantList values() const { return valueList(); }
 
 private:
-    bool m_allowMore = false;
 };
 
 } // namespace tyx

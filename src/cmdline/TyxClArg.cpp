@@ -40,6 +40,26 @@ void TyxClArg::reset()
     m_isValueSet = false;
     m_isXorSet = false;
     m_hits = 0;
+    m_moreWelcome = false;
+}
+
+bool TyxClArg::welcomeMoreValues()
+{
+    const bool before = m_moreWelcome;
+    m_moreWelcome = true;
+    return before;
+}
+
+TyxVariantList TyxClArg::valueList() const
+{
+    return m_isValueSet ? m_value.value<TyxVariantList>() : TyxVariantList();
+}
+
+void TyxClArg::appendValue(const TyxString &text)
+{
+    TyxVariantList list = valueList();
+    list.push_back(convert(text));
+    setTypedValue(TyxVariant(std::move(list)));
 }
 
 bool TyxClArg::matches(const TyxClArg &other) const

@@ -26,19 +26,6 @@ TyxString TyxClMultiSwitchArg::longID(const TyxString &) const
            L" (accepted multiple times)";
 }
 
-void TyxClMultiSwitchArg::reset()
-{
-    TyxClArg::reset();
-    m_allowMore = false;
-}
-
-bool TyxClMultiSwitchArg::allowMore()
-{
-    const bool before = m_allowMore;
-    m_allowMore = true;
-    return before;
-}
-
 bool TyxClMultiSwitchArg::processArg(int *index, std::vector<TyxString> &args)
 {
     if (ignoreRest())

@@ -24,19 +24,6 @@ TyxString TyxClMultiUnlabeledArg::longID(const TyxString &valueId) const
     return L"<" + valueName(valueId) + L"> (accepted multiple times)";
 }
 
-void TyxClMultiUnlabeledArg::reset()
-{
-    TyxClArg::reset();
-    m_allowMore = false;
-}
-
-bool TyxClMultiUnlabeledArg::allowMore()
-{
-    const bool before = m_allowMore;
-    m_allowMore = true;
-    return before;
-}
-
 bool TyxClMultiUnlabeledArg::processArg(int *index, std::vector<TyxString> &args)
 {
     if (ignoreRest())
@@ -44,15 +31,8 @@ bool TyxClMultiUnlabeledArg::processArg(int *index, std::vector<TyxString> &args
     const TyxString &text = args[static_cast<size_t>(*index)];
     if (hasBlanks(text))
         return false;
-    TyxVariantList list = values();
-    list.push_back(convert(text));
-    setTypedValue(TyxVariant(std::move(list)));
+    appendValue(text);
     return true;
-}
-
-TyxVariantList TyxClMultiUnlabeledArg::values() const
-{
-    return isValueSet() ? variant().value<TyxVariantList>() : TyxVariantList();
 }
 
 } // namespace tyx

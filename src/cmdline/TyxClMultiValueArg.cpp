@@ -28,19 +28,6 @@ TyxString TyxClMultiValueArg::longID(const TyxString &valueId) const
 
 bool TyxClMultiValueArg::isRequired() const { return TyxClArg::isRequired() && !isValueSet(); }
 
-void TyxClMultiValueArg::reset()
-{
-    TyxClArg::reset();
-    m_allowMore = false;
-}
-
-bool TyxClMultiValueArg::allowMore()
-{
-    const bool before = m_allowMore;
-    m_allowMore = true;
-    return before;
-}
-
 bool TyxClMultiValueArg::processArg(int *index, std::vector<TyxString> &args)
 {
     if (ignoreRest() || hasBlanks(args[static_cast<size_t>(*index)]))
@@ -63,16 +50,8 @@ bool TyxClMultiValueArg::processArg(int *index, std::vector<TyxString> &args)
             },
             id, valueText))
         return false;
-    TyxVariantList list = values();
-    list.push_back(convert(valueText));
-    setTypedValue(TyxVariant(std::move(list)));
+    appendValue(valueText);
     return true;
-}
-
-TyxVariantList TyxClMultiValueArg::values() const
-{
-    // Before the first value of a parse the list starts empty, whatever the default.
-    return isValueSet() ? variant().value<TyxVariantList>() : TyxVariantList();
 }
 
 } // namespace tyx

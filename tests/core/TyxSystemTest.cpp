@@ -12,19 +12,16 @@
 #include <cmath>
 #include <cstdlib>
 #include <ctime>
+#include <memory>
 #include <stdexcept>
 #include <thread>
 #include <vector>
 
+#include "TyxRecordingHandler.h"
+
 namespace {
 
 using namespace tyx;
-
-class RecordingHandler : public TyxTextHandler {
-public:
-    void handleMessage(const TyxTextMsg &message) override { last = message; }
-    TyxTextMsg last;
-};
 
 TEST(TyxSystemTest, ParallelSwitchReturnsItsPreviousValue)
 {
@@ -153,8 +150,7 @@ TEST(TyxForLoopBaseTest, RunsTheRangeAndReportsCompletion)
 
 TEST(TyxForLoopBaseTest, PostsWhatTheBodyThrows)
 {
-    TyxSmartPtr<RecordingHandler> handler(new RecordingHandler);
-    TyxCoreLibMgr::instance().setTextHandler(TyxTextHandlerPtr(handler.get()));
+    auto scope = std::make_unique<tyx::test::HandlerScope>();
     TyxLoopRange range;
     range.end = 10;
     int calls = 0;
@@ -164,13 +160,13 @@ TEST(TyxForLoopBaseTest, PostsWhatTheBodyThrows)
             throw TyxTextMsg(L"stop here", L"Body.cpp", 99, TyxTextMsg::Warning);
     }));
     EXPECT_EQ(calls, 4);
-    EXPECT_EQ(handler->last.text(), L"stop here");
-    EXPECT_EQ(handler->last.type(), TyxTextMsg::Error);
-    EXPECT_EQ(handler->last.srcFname(), L"TyxForLoopBase.cpp");
+    EXPECT_EQ(scope->messages().back().text(), L"stop here");
+    EXPECT_EQ(scope->messages().back().type(), TyxTextMsg::Error);
+    EXPECT_EQ(scope->messages().back().srcFname(), L"TyxForLoopBase.cpp");
 
     EXPECT_TRUE(TyxForLoopBase::run(range, false, false, [](int64_t) { throw 5; }));
-    EXPECT_EQ(handler->last.text(), L"Caught an unknown exception.");
-    TyxCoreLibMgr::instance().setTextHandler(nullptr);
+    EXPECT_EQ(scope->messages().back().text(), L"Caught an unknown exception.");
+    scope.reset();
 
     EXPECT_THROW(TyxForLoopBase::run(range, false, false, [](int64_t) { throw std::runtime_error("x"); }),
                  TyxTextMsg);

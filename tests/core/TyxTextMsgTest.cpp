@@ -8,25 +8,14 @@
 #include <sstream>
 #include <vector>
 
+#include "TyxRecordingHandler.h"
+
 namespace {
 
 using namespace tyx;
 
-class RecordingHandler : public TyxTextHandler {
-public:
-    void handleMessage(const TyxTextMsg &message) override { received.push_back(message); }
-    std::vector<TyxTextMsg> received;
-};
-
-/// Installs a handler for one test and restores the default afterwards.
-class HandlerScope {
-public:
-    explicit HandlerScope(const TyxTextHandlerPtr &handler)
-    {
-        TyxCoreLibMgr::instance().setTextHandler(handler);
-    }
-    ~HandlerScope() { TyxCoreLibMgr::instance().setTextHandler(nullptr); }
-};
+using tyx::test::HandlerScope;
+using tyx::test::RecordingHandler;
 
 TEST(TyxTextMsgTest, DefaultMessage)
 {
@@ -151,14 +140,13 @@ TEST(TyxTextMsgTest, DefaultHandlerThrowsPostedErrors)
 
 TEST(TyxTextMsgTest, InstalledHandlerReceivesAndErrorsAreStillRecorded)
 {
-    TyxSmartPtr<RecordingHandler> handler(new RecordingHandler);
     {
-        HandlerScope scope(TyxTextHandlerPtr(handler.get()));
+        HandlerScope scope;
         const TyxTextMsg error(L"recorded", L"There.cpp", 5, TyxTextMsg::Error);
         EXPECT_NO_THROW(postMessage(error));
         postMessage(TyxTextMsg(L"note", TyxTextMsg::Info));
-        ASSERT_EQ(handler->received.size(), 2u);
-        EXPECT_EQ(handler->received[0], error);
+        ASSERT_EQ(scope.messages().size(), 2u);
+        EXPECT_EQ(scope.messages()[0], error);
         EXPECT_EQ(lastError(), error);
     }
     EXPECT_THROW(postMessage(TyxTextMsg(L"back to default", TyxTextMsg::Error)), TyxTextMsg);

@@ -12,24 +12,15 @@
 #include <numeric>
 #include <vector>
 
+#include "TyxRecordingHandler.h"
+
 namespace {
+
+using tyx::test::HandlerScope;
 
 using namespace tyx;
 
 // Records posted messages instead of throwing them, for the life of a test.
-class RecordingHandler : public TyxTextHandler {
-public:
-    void handleMessage(const TyxTextMsg &message) override { messages.push_back(message.text()); }
-    std::vector<TyxString> messages;
-};
-
-class HandlerScope {
-public:
-    HandlerScope() : handler(new RecordingHandler) { TyxCoreLibMgr::instance().setTextHandler(handler); }
-    ~HandlerScope() { TyxCoreLibMgr::instance().setTextHandler(nullptr); }
-    TyxSmartPtr<RecordingHandler> handler;
-};
-
 template <class T>
 class TyxEqnTileSamplesTest : public ::testing::Test {
 };
@@ -63,10 +54,8 @@ TYPED_TEST(TyxEqnTileSamplesTest, AnotherTypeIsRefusedWithItsNames)
 
     HandlerScope scope;
     EXPECT_TRUE(tile.samples<TypeParam>().empty());
-    ASSERT_EQ(scope.handler->messages.size(), 1u);
-    EXPECT_EQ(scope.handler->messages[0], L"TyxEqnTile::samples: asked for " + TyxDataType(code).toString() +
-                                              L" samples, but the tile holds " +
-                                              TyxDataType(other).toString());
+    EXPECT_EQ(scope.onlyText(), L"TyxEqnTile::samples: asked for " + TyxDataType(code).toString() +
+                                    L" samples, but the tile holds " + TyxDataType(other).toString());
 }
 
 TEST(TyxEqnTileSamplesTest, ExactTextsOfEachRefusal)
@@ -87,7 +76,7 @@ TEST(TyxEqnTileSamplesTest, ExactTextsOfEachRefusal)
         L"TyxEqnTile::samples: the step is 2, not 1",
         L"TyxEqnTile::samples: the buffer holds fewer than 5 samples",
     };
-    EXPECT_EQ(scope.handler->messages, expected);
+    EXPECT_EQ(scope.texts(), expected);
 }
 
 TEST(TyxEqnTileSamplesTest, EmptyTilesGiveEmptySpansSilently)

@@ -10,24 +10,15 @@
 #include <utility>
 #include <vector>
 
+#include "TyxRecordingHandler.h"
+
 namespace {
+
+using tyx::test::HandlerScope;
 
 using tyx::TyxString;
 using tyx::TyxTextMsg;
 using tyx::TyxTokenizer;
-
-class RecordingHandler : public tyx::TyxTextHandler {
-public:
-    void handleMessage(const TyxTextMsg &message) override { messages.push_back(message); }
-    std::vector<TyxTextMsg> messages;
-};
-
-class HandlerScope {
-public:
-    HandlerScope() : handler(new RecordingHandler) { tyx::TyxCoreLibMgr::instance().setTextHandler(handler); }
-    ~HandlerScope() { tyx::TyxCoreLibMgr::instance().setTextHandler(nullptr); }
-    tyx::TyxSmartPtr<RecordingHandler> handler;
-};
 
 using Token = std::pair<TyxString, TyxTokenizer::TokenType>;
 

@@ -9,6 +9,8 @@
 #include <cstring>
 #include <vector>
 
+#include "TyxRecordingHandler.h"
+
 // Lets the sanitizer build answer an impossible allocation with null, as the
 // C library does, instead of stopping the test program.
 extern "C" __attribute__((visibility("default"))) const char *__asan_default_options()
@@ -17,6 +19,8 @@ extern "C" __attribute__((visibility("default"))) const char *__asan_default_opt
 }
 
 namespace {
+
+using tyx::test::HandlerScope;
 
 using tyx::TyxBuffer;
 using tyx::TyxBufferPtr;
@@ -28,19 +32,6 @@ constexpr uint64_t kImpossible = uint64_t(1) << 62;
 constexpr uint64_t kHugePage = uint64_t(2) << 20;
 
 // Records posted messages instead of throwing them, for the life of a test.
-class RecordingHandler : public tyx::TyxTextHandler {
-public:
-    void handleMessage(const TyxTextMsg &message) override { messages.push_back(message); }
-    std::vector<TyxTextMsg> messages;
-};
-
-class HandlerScope {
-public:
-    HandlerScope() : handler(new RecordingHandler) { tyx::TyxCoreLibMgr::instance().setTextHandler(handler); }
-    ~HandlerScope() { tyx::TyxCoreLibMgr::instance().setTextHandler(nullptr); }
-    tyx::TyxSmartPtr<RecordingHandler> handler;
-};
-
 std::vector<unsigned char> bytesOf(const TyxBuffer &buffer)
 {
     const auto *p = static_cast<const unsigned char *>(buffer.data());

@@ -10,6 +10,8 @@
 #include <cstring>
 #include <vector>
 
+#include "TyxRecordingHandler.h"
+
 namespace {
 
 using tyx::TyxBuffer;
@@ -130,13 +132,6 @@ TEST(TyxImageTileTest, StridesOfWorkedTile)
     }
 }
 
-// Records posted messages instead of throwing them, for the life of a test.
-class RecordingHandler : public tyx::TyxTextHandler {
-public:
-    void handleMessage(const tyx::TyxTextMsg &message) override { texts.push_back(message.text()); }
-    std::vector<TyxString> texts;
-};
-
 TEST(TyxImageTileTest, TypedPointersCheckTypeAndPosition)
 {
     TyxImageTile tile(descOf(3, 2, 2, L::BandInterleaved, N::U16));
@@ -147,22 +142,21 @@ TEST(TyxImageTileTest, TypedPointersCheckTypeAndPosition)
     const TyxImageTile &constTile = tile;
     EXPECT_EQ(*constTile.ptrAt<uint16_t>(1, 1, 1), 77);
 
-    tyx::TyxSmartPtr<RecordingHandler> handler(new RecordingHandler);
-    tyx::TyxCoreLibMgr::instance().setTextHandler(handler);
+    tyx::test::HandlerScope scope;
     EXPECT_EQ(tile.ptrAt<int16_t>(0, 0, 0), nullptr);
     EXPECT_EQ(constTile.ptrAt<uint16_t>(3, 0, 0), nullptr);
     EXPECT_EQ(constTile.ptrAt<uint16_t>(0, 0, 2), nullptr);
-    tyx::TyxCoreLibMgr::instance().setTextHandler(nullptr);
     const std::vector<TyxString> expected = {
         L"TyxImageTile::ptrAt: asked for I16 samples, but the tile holds U16",
         L"TyxImageTile::ptrAt: (3,0) band 0 lies outside the tile of 3 x 2 x 2",
         L"TyxImageTile::ptrAt: (0,0) band 2 lies outside the tile of 3 x 2 x 2",
     };
-    EXPECT_EQ(handler->texts, expected);
+    EXPECT_EQ(scope.texts(), expected);
 
     // Without memory: null, and nothing to say.
     const TyxImageTile empty(descOf(3, 2, 2, L::BandInterleaved, N::U16));
     EXPECT_EQ(empty.ptrAt<uint16_t>(0, 0, 0), nullptr);
+    EXPECT_EQ(scope.messages().size(), 3u);
 }
 
 TEST(TyxImageTileTest, AllocationAndSharing)

@@ -1,6 +1,6 @@
 #include <tyx/TyxBreakPointLut.h>
 
-#include "TyxLutTestSupport.h"
+#include "TyxRecordingHandler.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include <tyx/TyxBreakPointLut.h>
 #include <tyx/TyxLutIO.h>
 
-#include "TyxLutTestSupport.h"
+#include "TyxRecordingHandler.h"
 
 #include <gtest/gtest.h>
 

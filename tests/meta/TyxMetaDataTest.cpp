@@ -9,6 +9,8 @@
 
 #include <climits>
 
+#include "TyxRecordingHandler.h"
+
 namespace {
 
 using namespace tyx;
@@ -226,34 +228,26 @@ public:
     bool canRead() const override { return true; }
 };
 
-class CapturingHandler : public TyxTextHandler {
-public:
-    std::vector<TyxTextMsg> messages;
-    void handleMessage(const TyxTextMsg &message) override { messages.push_back(message); }
-};
-
 TEST(TyxMetaDataSetTest, FailedReadIsPostedUnlessQuiet)
 {
-    auto *handler = new CapturingHandler;
-    TyxTextHandlerPtr keep(handler);
-    TyxCoreLibMgr::instance().initialize(keep);
+    tyx::test::HandlerScope scope;
+    const auto &messages = scope.messages();
     TyxMetaData md;
     md.root().setName(L"scene");
     md.root().setReader(TyxMetaDataReaderPtr(new FailingReader));
     EXPECT_FALSE(md.value(L"width").isValid());
     // A field is looked for, then a group of that name: both kinds are read.
-    ASSERT_EQ(handler->messages.size(), 2u);
-    EXPECT_EQ(handler->messages[0].text(), L"The fields of the metadata set 'scene' could not be read.");
-    EXPECT_EQ(handler->messages[1].text(), L"The subsets of the metadata set 'scene' could not be read.");
+    ASSERT_EQ(messages.size(), 2u);
+    EXPECT_EQ(messages[0].text(), L"The fields of the metadata set 'scene' could not be read.");
+    EXPECT_EQ(messages[1].text(), L"The subsets of the metadata set 'scene' could not be read.");
     EXPECT_FALSE(md.value(L"width").isValid());
-    EXPECT_EQ(handler->messages.size(), 2u); // asked once only
+    EXPECT_EQ(messages.size(), 2u); // asked once only
 
     TyxMetaData quietOne;
     quietOne.quiet(true);
     quietOne.root().setReader(TyxMetaDataReaderPtr(new FailingReader));
     EXPECT_FALSE(quietOne.value(L"a/b").isValid());
-    EXPECT_EQ(handler->messages.size(), 2u);
-    TyxCoreLibMgr::instance().deInitialize();
+    EXPECT_EQ(messages.size(), 2u);
 }
 
 TEST(TyxMetaDataSetTest, CopiesShareContents)

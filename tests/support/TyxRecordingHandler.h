@@ -1,10 +1,11 @@
-// Helpers shared by the look-up table tests: a recording text handler.
+// A text handler that records posted messages, and a scope that installs it for one test.
 #pragma once
 
 #include <tyx/TyxCoreLibMgr.h>
 #include <tyx/TyxTextHandler.h>
 #include <tyx/TyxTextMsg.h>
 
+#include <string>
 #include <vector>
 
 namespace tyx::test {
@@ -16,18 +17,33 @@ public:
     std::vector<TyxTextMsg> messages;
 };
 
-/// Installs a recording handler for the life of a test.
+/// Installs a recording handler for the life of a test and restores the default after it.
 class HandlerScope {
 public:
     HandlerScope() : handler(new RecordingHandler) { TyxCoreLibMgr::instance().setTextHandler(handler); }
     ~HandlerScope() { TyxCoreLibMgr::instance().setTextHandler(nullptr); }
-    /// The text of the only message, or a note that there was not one.
+    HandlerScope(const HandlerScope &) = delete;
+    HandlerScope &operator=(const HandlerScope &) = delete;
+
+    const std::vector<TyxTextMsg> &messages() const { return handler->messages; }
+
+    /// The texts of the messages, in the order they were posted.
+    std::vector<TyxString> texts() const
+    {
+        std::vector<TyxString> result;
+        for (const TyxTextMsg &message : handler->messages)
+            result.push_back(message.text());
+        return result;
+    }
+
+    /// The text of the only message, or a note that there was not exactly one.
     TyxString onlyText() const
     {
         if (handler->messages.size() != 1)
             return L"<" + std::to_wstring(handler->messages.size()) + L" messages>";
         return handler->messages.front().text();
     }
+
     TyxSmartPtr<RecordingHandler> handler;
 };
 
