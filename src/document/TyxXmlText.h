@@ -1,0 +1,39 @@
+// XML elements of variants and documents, on tinyxml2: the codec behind
+// toXml, fromXml and the XML object streams.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <tinyxml2.h>
+
+#include <tyx/TyxObjectProxy.h>
+
+namespace tyx::internal {
+
+/// The deepest nesting of values that the reader accepts and the writer
+/// writes; a deeper value is written as an invalid variant.
+constexpr int TyxXmlMaxDepth = 200;
+
+/// Writes \p value as a <variant> element, with a "key" attribute when
+/// \p key is not null.
+void writeXmlVariant(tinyxml2::XMLPrinter &printer, const TyxVariant &value, const char *key, int depth);
+/// Writes \p document as an <object> element.
+void writeXmlObject(tinyxml2::XMLPrinter &printer, const TyxObjectProxy &document, int depth);
+
+/// Reads a <variant> element into \p value (replaced only on success).
+TyxTextMsg readXmlVariant(const tinyxml2::XMLElement *element, TyxVariant &value, int depth);
+/// Reads an <object> element into \p document (replaced only on success).
+TyxTextMsg readXmlObject(const tinyxml2::XMLElement *element, TyxObjectProxy &document, int depth);
+
+/// Parses \p text into \p doc; the message is tinyxml2's error text, or
+/// "The XML text holds no element." / "The XML text holds more than one
+/// top-level element.".
+TyxTextMsg parseXmlText(std::string_view text, tinyxml2::XMLDocument &doc);
+
+/// The XML text of \p value, UTF-8.
+std::string xmlText(const TyxVariant &value, bool pretty);
+/// The XML text of \p document, UTF-8.
+std::string xmlText(const TyxObjectProxy &document, bool pretty);
+
+} // namespace tyx::internal
