@@ -147,6 +147,13 @@ public:
                 return true;
             });
     }
+    /// The document of the object held by \p value, a variant of a holder
+    /// type; a null object gives an empty document without a class name.
+    static TyxTextMsg fromHolder(const TyxVariant &value, TyxObjectProxy &document);
+    /// Makes the object of this document and puts it into \p value as a
+    /// variant of the holder type \p type; a document without a class name
+    /// gives the null object. \p value is left alone on failure.
+    TyxTextMsg toHolder(const TyxMetaType &type, TyxVariant &value) const;
     /// Whether \p type is registered as holding objects.
     static bool isHolder(const TyxMetaType &type);
 

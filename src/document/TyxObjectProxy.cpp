@@ -429,6 +429,39 @@ void TyxObjectProxy::registerHolder(const TyxMetaType &type, ObjectOf objectOf, 
     table.holders[type.toEnum()] = Holder(objectOf, variantOf);
 }
 
+TyxTextMsg TyxObjectProxy::fromHolder(const TyxVariant &value, TyxObjectProxy &document)
+{
+    Holder holder;
+    if (!holderOf(value.type(), holder))
+        return TYX_ERROR_MSG(L"The type " + value.typeName() + L" holds no objects.");
+    const TyxObject *object = holder.first(value);
+    if (!object) {
+        document = TyxObjectProxy();
+        return TyxTextMsg();
+    }
+    return readObject(*object, document, 0);
+}
+
+TyxTextMsg TyxObjectProxy::toHolder(const TyxMetaType &type, TyxVariant &value) const
+{
+    Holder holder;
+    if (!holderOf(type, holder))
+        return TYX_ERROR_MSG(L"The type " + type.toString() + L" holds no objects.");
+    TyxObject *object = nullptr;
+    if (!m_objectClassName.empty()) {
+        if (TyxTextMsg msg = createFrom(*this, object, 0); !msg.empty())
+            return msg;
+    }
+    TyxVariant made;
+    if (!holder.second(object, made))
+        return TYX_ERROR_MSG(L"The type " + type.toString() + L" cannot hold " +
+                             (m_objectClassName.empty() ? TyxString(L"a null object")
+                                                        : L"an object of class '" + m_objectClassName + L"'") +
+                             L".");
+    value = made;
+    return TyxTextMsg();
+}
+
 bool TyxObjectProxy::isHolder(const TyxMetaType &type)
 {
     Holder holder;

@@ -25,7 +25,6 @@ namespace {
 
 using tinyxml2::XMLElement;
 using tinyxml2::XMLNode;
-using tinyxml2::XMLPrinter;
 
 constexpr int kBuiltinCount = TyxMetaType::Invalid;
 
@@ -108,25 +107,27 @@ bool needsBase64(const TyxString &text)
     return false;
 }
 
-void pushBase64(XMLPrinter &printer, const void *data, size_t size)
+// Text has an "encoding" attribute when it is Base64; buffers always are.
+void pushBase64(TyxXmlPrinter &printer, const void *data, size_t size, bool markEncoding)
 {
     std::string text;
     TyxBase64::encode(data, size, text);
-    printer.PushAttribute("encoding", "base64");
+    if (markEncoding)
+        printer.PushAttribute("encoding", "base64");
     printer.PushText(text.c_str());
 }
 
-void writeText(XMLPrinter &printer, const TyxString &text)
+void writeText(TyxXmlPrinter &printer, const TyxString &text)
 {
     const std::string utf8 = toUTF8(text);
     if (needsBase64(text))
-        pushBase64(printer, utf8.data(), utf8.size());
+        pushBase64(printer, utf8.data(), utf8.size(), true);
     else if (!utf8.empty())
         printer.PushText(utf8.c_str());
 }
 
 // Writes the value of \p value inside its open element.
-void writeContent(XMLPrinter &printer, const TyxVariant &value, int depth)
+void writeContent(TyxXmlPrinter &printer, const TyxVariant &value, int depth)
 {
     std::string text;
     switch (value.type()) {
@@ -162,7 +163,7 @@ void writeContent(XMLPrinter &printer, const TyxVariant &value, int depth)
         if (!buffer)
             printer.PushAttribute("null", "true");
         else
-            pushBase64(printer, buffer->data(), static_cast<size_t>(buffer->size()));
+            pushBase64(printer, buffer->data(), static_cast<size_t>(buffer->size()), false);
         return;
     }
     case TyxMetaType::KeyValuePair: {
@@ -183,6 +184,18 @@ void writeContent(XMLPrinter &printer, const TyxVariant &value, int depth)
         if (value.type() == proxyType()) {
             writeXmlObject(printer, held<TyxObjectProxy>(value), depth + 1);
             return;
+        }
+        if (TyxObjectProxy::isHolder(value.type())) {
+            // An object travels as its document; one that cannot be read as
+            // a document falls back to the stream form below.
+            TyxObjectProxy document;
+            if (TyxObjectProxy::fromHolder(value, document).empty()) {
+                if (document.objectClassName().empty())
+                    printer.PushAttribute("null", "true");
+                else
+                    writeXmlObject(printer, document, depth + 1);
+                return;
+            }
         }
         // Every other type in its stream form, with doubles exact.
         std::wostringstream os;
@@ -404,7 +417,15 @@ TyxTextMsg readContainer(const XMLElement *element, const TyxMetaType &type, con
     }
     default: break;
     }
-    // A pair or a document: exactly one child element.
+    // A holder of a null object.
+    if (element->BoolAttribute("null")) {
+        if (element->FirstChildElement())
+            return TYX_ERROR_MSG(L"A null " + typeName + L" may not hold an element" + lineOf(element));
+        if (TyxTextMsg m = TyxObjectProxy().toHolder(type, value); !m.empty())
+            return TYX_ERROR_MSG(m.text().substr(0, m.text().size() - 1) + lineOf(element));
+        return TyxTextMsg();
+    }
+    // A pair, a document or an object: exactly one child element.
     const XMLElement *only = nullptr;
     TyxTextMsg msg = forEachChild(element, typeName, [&](const XMLElement *child) {
         if (only)
@@ -429,7 +450,12 @@ TyxTextMsg readContainer(const XMLElement *element, const TyxMetaType &type, con
     TyxObjectProxy document;
     if (TyxTextMsg m = readXmlObject(only, document, depth + 1); !m.empty())
         return m;
-    value = TyxVariant(std::move(document));
+    if (type == proxyType()) {
+        value = TyxVariant(std::move(document));
+        return TyxTextMsg();
+    }
+    if (TyxTextMsg m = document.toHolder(type, value); !m.empty())
+        return TYX_ERROR_MSG(m.text().substr(0, m.text().size() - 1) + lineOf(only));
     return TyxTextMsg();
 }
 
@@ -441,25 +467,25 @@ TyxTextMsg tooDeep(const XMLElement *element)
 
 } // namespace
 
-void writeXmlVariant(XMLPrinter &printer, const TyxVariant &value, const char *key, int depth)
+void writeXmlVariant(TyxXmlPrinter &printer, const TyxVariant &value, const char *key, int depth)
 {
-    printer.OpenElement("variant");
+    printer.OpenElement("variant", printer.isCompact());
     if (key)
         printer.PushAttribute("key", key);
     if (value.isValid() && depth < TyxXmlMaxDepth) {
         printer.PushAttribute("type", typeNameOf(value.type()).c_str());
         writeContent(printer, value, depth);
     }
-    printer.CloseElement();
+    printer.CloseElement(printer.isCompact());
 }
 
-void writeXmlObject(XMLPrinter &printer, const TyxObjectProxy &document, int depth)
+void writeXmlObject(TyxXmlPrinter &printer, const TyxObjectProxy &document, int depth)
 {
-    printer.OpenElement("object");
+    printer.OpenElement("object", printer.isCompact());
     printer.PushAttribute("class", toUTF8(document.objectClassName()).c_str());
     for (const auto &[name, value] : document.properties())
         writeXmlVariant(printer, value, toUTF8(name).c_str(), depth + 1);
-    printer.CloseElement();
+    printer.CloseElement(printer.isCompact());
 }
 
 TyxTextMsg readXmlVariant(const XMLElement *element, TyxVariant &value, int depth)
@@ -484,7 +510,7 @@ TyxTextMsg readXmlVariant(const XMLElement *element, TyxVariant &value, int dept
         return TYX_ERROR_MSG(L"Unknown type name '" + typeName + L"'" + lineOf(element));
     const bool container = type == TyxMetaType::StrList || type == TyxMetaType::VariantList ||
                            type == TyxMetaType::VariantMap || type == TyxMetaType::KeyValuePair ||
-                           type == proxyType();
+                           type == proxyType() || TyxObjectProxy::isHolder(type);
     return container ? readContainer(element, type, typeName, value, depth)
                      : readLeaf(element, type, typeName, value);
 }
@@ -531,14 +557,14 @@ TyxTextMsg parseXmlText(std::string_view text, tinyxml2::XMLDocument &doc)
 
 std::string xmlText(const TyxVariant &value, bool pretty)
 {
-    XMLPrinter printer(nullptr, !pretty);
+    TyxXmlPrinter printer(!pretty);
     writeXmlVariant(printer, value, nullptr, 0);
     return std::string(printer.CStr(), static_cast<size_t>(printer.CStrSize() - 1));
 }
 
 std::string xmlText(const TyxObjectProxy &document, bool pretty)
 {
-    XMLPrinter printer(nullptr, !pretty);
+    TyxXmlPrinter printer(!pretty);
     writeXmlObject(printer, document, 0);
     return std::string(printer.CStr(), static_cast<size_t>(printer.CStrSize() - 1));
 }

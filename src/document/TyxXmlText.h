@@ -15,11 +15,22 @@ namespace tyx::internal {
 /// writes; a deeper value is written as an invalid variant.
 constexpr int TyxXmlMaxDepth = 200;
 
+/// tinyxml2's printer, which tells whether it was made compact so that each
+/// element is opened the same way.
+class TyxXmlPrinter : public tinyxml2::XMLPrinter {
+public:
+    explicit TyxXmlPrinter(bool compact) : tinyxml2::XMLPrinter(nullptr, compact), m_compact(compact) {}
+    bool isCompact() const { return m_compact; }
+
+private:
+    bool m_compact;
+};
+
 /// Writes \p value as a <variant> element, with a "key" attribute when
 /// \p key is not null.
-void writeXmlVariant(tinyxml2::XMLPrinter &printer, const TyxVariant &value, const char *key, int depth);
+void writeXmlVariant(TyxXmlPrinter &printer, const TyxVariant &value, const char *key, int depth);
 /// Writes \p document as an <object> element.
-void writeXmlObject(tinyxml2::XMLPrinter &printer, const TyxObjectProxy &document, int depth);
+void writeXmlObject(TyxXmlPrinter &printer, const TyxObjectProxy &document, int depth);
 
 /// Reads a <variant> element into \p value (replaced only on success).
 TyxTextMsg readXmlVariant(const tinyxml2::XMLElement *element, TyxVariant &value, int depth);
