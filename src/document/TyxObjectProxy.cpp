@@ -3,9 +3,11 @@
 #include <tyx/TyxObjectProxy.h>
 
 #include <algorithm>
+#include <limits>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <sstream>
 
 #include <tyx/TyxBase64.h>
 #include <tyx/TyxBuffer.h>
@@ -131,7 +133,8 @@ TyxTextMsg createFrom(const TyxObjectProxy &document, TyxObject *&object, int de
     for (const auto &[name, value] : document.properties())
         arguments[name] = value;
     TyxTextMsg msg;
-    std::unique_ptr<TyxObject> made(TyxObjectFactory::createObject(document.objectClassName(), arguments, &msg));
+    std::unique_ptr<TyxObject> made(
+        TyxObjectFactory::createObject(document.objectClassName(), arguments, &msg));
     if (!made)
         return msg;
     if (msg = applyDocument(document, *made, depth); !msg.empty())
@@ -203,8 +206,8 @@ TyxTextMsg applyDocument(const TyxObjectProxy &document, TyxObject &object, int 
         if (!description->flags().isEditable()) {
             TyxVariant current;
             if (meta->getProperty(name, current) == 0 && !(current == value))
-                return TYX_ERROR_MSG(where(name, className) + L" is read-only and holds '" + shortText(current) +
-                                     L"', not '" + shortText(value) + L"'.");
+                return TYX_ERROR_MSG(where(name, className) + L" is read-only and holds '" +
+                                     shortText(current) + L"', not '" + shortText(value) + L"'.");
             continue;
         }
         toSet.push_back({name, std::move(value)});
@@ -253,9 +256,20 @@ TyxVariant toPlain(const TyxVariant &value)
     }
     default: break;
     }
+    const int code = value.type().toEnum();
+    if (code == TyxMetaType::Invalid || code <= TyxMetaType::Double || code == TyxMetaType::Char ||
+        code == TyxMetaType::String)
+        return value;
     if (value.type() == proxyType())
         return value.value<TyxObjectProxy>().toVariant();
-    return value;
+    if (TyxObjectProxy document;
+        TyxObjectProxy::isHolder(value.type()) && TyxObjectProxy::fromHolder(value, document).empty())
+        return document.objectClassName().empty() ? TyxVariant() : document.toVariant();
+    // Anything else as its stream form, which the property's setter reads back.
+    std::wostringstream os;
+    os.precision(std::numeric_limits<double>::max_digits10);
+    value.impl().write(os);
+    return TyxVariant(os.str());
 }
 
 bool isDocumentMap(const TyxVariantMap &map)
@@ -271,8 +285,8 @@ bool isDocumentMap(const TyxVariantMap &map)
 TyxTextMsg fromPlain(const TyxVariant &value, TyxVariant &out, int depth)
 {
     if (depth >= internal::TyxXmlMaxDepth)
-        return TYX_ERROR_MSG(L"The document is nested deeper than " + std::to_wstring(internal::TyxXmlMaxDepth) +
-                             L" levels.");
+        return TYX_ERROR_MSG(L"The document is nested deeper than " +
+                             std::to_wstring(internal::TyxXmlMaxDepth) + L" levels.");
     if (value.type() == TyxMetaType::VariantList) {
         TyxVariantList list;
         for (const TyxVariant &element : value.value<TyxVariantList>()) {
@@ -455,8 +469,9 @@ TyxTextMsg TyxObjectProxy::toHolder(const TyxMetaType &type, TyxVariant &value) 
     TyxVariant made;
     if (!holder.second(object, made))
         return TYX_ERROR_MSG(L"The type " + type.toString() + L" cannot hold " +
-                             (m_objectClassName.empty() ? TyxString(L"a null object")
-                                                        : L"an object of class '" + m_objectClassName + L"'") +
+                             (m_objectClassName.empty()
+                                  ? TyxString(L"a null object")
+                                  : L"an object of class '" + m_objectClassName + L"'") +
                              L".");
     value = made;
     return TyxTextMsg();

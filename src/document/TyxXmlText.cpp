@@ -1,6 +1,7 @@
 // XML text of variants and documents: toXml, fromXml and the element codec.
 #include "document/TyxXmlText.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstring>
@@ -13,6 +14,7 @@
 
 #include <tyx/TyxBase64.h>
 #include <tyx/TyxBuffer.h>
+#include <tyx/TyxEqnTile.h>
 #include <tyx/TyxSimpleStream.h>
 
 #include "core/TyxPost.h"
@@ -100,8 +102,8 @@ bool needsBase64(const TyxString &text)
         return true;
     for (const wchar_t c : text) {
         const auto u = static_cast<uint32_t>(c);
-        if ((u < 0x20 && c != L'\n' && c != L'\t') || (u >= 0xD800 && u <= 0xDFFF) || u == 0xFFFE || u == 0xFFFF ||
-            u > 0x10FFFF)
+        if ((u < 0x20 && c != L'\n' && c != L'\t') || (u >= 0xD800 && u <= 0xDFFF) || u == 0xFFFE ||
+            u == 0xFFFF || u > 0x10FFFF)
             return true;
     }
     return false;
@@ -124,6 +126,45 @@ void writeText(TyxXmlPrinter &printer, const TyxString &text)
         pushBase64(printer, utf8.data(), utf8.size(), true);
     else if (!utf8.empty())
         printer.PushText(utf8.c_str());
+}
+
+// The stream form of a value, doubles in it at full precision.
+std::string streamForm(const TyxVariant &value)
+{
+    std::wostringstream os;
+    os.precision(std::numeric_limits<double>::max_digits10);
+    value.impl().write(os);
+    return toUTF8(os.str());
+}
+
+// Reads the stream form of \p type; invalid when the text does not convert.
+TyxVariant fromStreamForm(const TyxMetaType &type, const std::string &text)
+{
+    TyxVariant fresh(type, nullptr);
+    if (!fresh.isValid())
+        return fresh;
+    std::wistringstream is(fromUTF8(text));
+    // The fresh value has no other owner, so it may be written in place.
+    const_cast<TyxVariantIF &>(fresh.impl()).read(is);
+    if (is.fail() || !(is >> std::ws).eof())
+        return TyxVariant();
+    return fresh;
+}
+
+void writeTile(TyxXmlPrinter &printer, const TyxEqnTile &tile)
+{
+    const size_t sampleSize = tile.dataType().size();
+    const size_t count = static_cast<size_t>(tile.size());
+    std::vector<uint8_t> bytes(sampleSize * count);
+    if (tile.buffer() && sampleSize > 0) {
+        const auto *data = static_cast<const uint8_t *>(tile.buffer()->data());
+        const size_t stride = static_cast<size_t>(tile.step()) * sampleSize;
+        for (size_t i = 0; i < count; ++i)
+            std::memcpy(bytes.data() + i * sampleSize, data + i * stride, sampleSize);
+    }
+    printer.PushAttribute("data_type", streamForm(TyxVariant(tile.dataType())).c_str());
+    printer.PushAttribute("size", std::to_string(count).c_str());
+    pushBase64(printer, bytes.data(), bytes.size(), false);
 }
 
 // Writes the value of \p value inside its open element.
@@ -154,6 +195,7 @@ void writeContent(TyxXmlPrinter &printer, const TyxVariant &value, int depth)
         break;
     }
     case TyxMetaType::String: writeText(printer, held<TyxString>(value)); return;
+    case TyxMetaType::EqnTile: writeTile(printer, held<TyxEqnTile>(value)); return;
     case TyxMetaType::StrList:
         for (const TyxString &item : held<TyxStrList>(value))
             writeXmlVariant(printer, TyxVariant(item), nullptr, depth + 1);
@@ -197,11 +239,8 @@ void writeContent(TyxXmlPrinter &printer, const TyxVariant &value, int depth)
                 return;
             }
         }
-        // Every other type in its stream form, with doubles exact.
-        std::wostringstream os;
-        os.precision(std::numeric_limits<double>::max_digits10);
-        value.impl().write(os);
-        writeText(printer, os.str());
+        // Every other type in its stream form.
+        writeText(printer, fromUTF8(streamForm(value)));
         return;
     }
     printer.PushText(text.c_str());
@@ -294,6 +333,27 @@ TyxTextMsg readNumber(const std::string &text, const TyxString &typeName, const 
     return TyxTextMsg();
 }
 
+TyxTextMsg readTile(const XMLElement *element, const std::string &text, TyxVariant &value)
+{
+    const char *typeText = element->Attribute("data_type");
+    uint64_t count = 0;
+    const TyxVariant type = fromStreamForm(TyxMetaType::DataType, typeText ? typeText : "");
+    if (!type.isValid() || element->QueryUnsigned64Attribute("size", &count) != tinyxml2::XML_SUCCESS)
+        return TYX_ERROR_MSG(L"A TyxEqnTile needs the attributes data_type and size" + lineOf(element));
+    std::vector<uint8_t> bytes;
+    if (TyxTextMsg msg = TyxBase64::decode(std::string_view(text), bytes); !msg.empty())
+        return TYX_ERROR_MSG(msg.text().substr(0, msg.text().size() - 1) + lineOf(element));
+    const TyxDataType dataType = type.value<TyxDataType>();
+    if (bytes.size() / std::max(1u, dataType.size()) != count || bytes.size() != count * dataType.size())
+        return TYX_ERROR_MSG(L"A TyxEqnTile of " + std::to_wstring(count) + L" samples holds " +
+                             std::to_wstring(bytes.size()) + L" bytes" + lineOf(element));
+    TyxEqnTile tile = count == 0 ? TyxEqnTile() : TyxEqnTile(dataType, count);
+    if (!bytes.empty())
+        std::memcpy(tile.buffer()->data(), bytes.data(), bytes.size());
+    value = TyxVariant(tile);
+    return TyxTextMsg();
+}
+
 TyxTextMsg readLeaf(const XMLElement *element, const TyxMetaType &type, const TyxString &typeName,
                     TyxVariant &value)
 {
@@ -353,18 +413,16 @@ TyxTextMsg readLeaf(const XMLElement *element, const TyxMetaType &type, const Ty
         value = TyxVariant(buffer);
         return TyxTextMsg();
     }
+    case TyxMetaType::EqnTile: return readTile(element, text, value);
     default: break;
     }
     // Any other type reads its stream form into a fresh value of its own.
-    TyxVariant fresh(type, nullptr);
-    if (!fresh.isValid())
+    if (!TyxVariant::prototype(type).isValid())
         return TYX_ERROR_MSG(L"The type " + typeName + L" cannot be read" + lineOf(element));
-    std::wistringstream is(fromUTF8(text));
-    // The fresh value has no other owner, so it may be written in place.
-    const_cast<TyxVariantIF &>(fresh.impl()).read(is);
-    if (is.fail() || !(is >> std::ws).eof())
+    TyxVariant read = fromStreamForm(type, text);
+    if (!read.isValid())
         return notConverting(text, typeName, element);
-    value = fresh;
+    value = read;
     return TyxTextMsg();
 }
 
@@ -461,8 +519,8 @@ TyxTextMsg readContainer(const XMLElement *element, const TyxMetaType &type, con
 
 TyxTextMsg tooDeep(const XMLElement *element)
 {
-    return TYX_ERROR_MSG(L"The values are nested deeper than " + std::to_wstring(TyxXmlMaxDepth) + L" levels" +
-                         lineOf(element));
+    return TYX_ERROR_MSG(L"The values are nested deeper than " + std::to_wstring(TyxXmlMaxDepth) +
+                         L" levels" + lineOf(element));
 }
 
 } // namespace
@@ -491,7 +549,8 @@ void writeXmlObject(TyxXmlPrinter &printer, const TyxObjectProxy &document, int 
 TyxTextMsg readXmlVariant(const XMLElement *element, TyxVariant &value, int depth)
 {
     if (std::strcmp(element->Name(), "variant") != 0)
-        return TYX_ERROR_MSG(L"Expected a <variant> element, found <" + nameOf(element) + L">" + lineOf(element));
+        return TYX_ERROR_MSG(L"Expected a <variant> element, found <" + nameOf(element) + L">" +
+                             lineOf(element));
     if (depth >= TyxXmlMaxDepth)
         return tooDeep(element);
     const char *typeText = element->Attribute("type");
@@ -518,7 +577,8 @@ TyxTextMsg readXmlVariant(const XMLElement *element, TyxVariant &value, int dept
 TyxTextMsg readXmlObject(const XMLElement *element, TyxObjectProxy &document, int depth)
 {
     if (std::strcmp(element->Name(), "object") != 0)
-        return TYX_ERROR_MSG(L"Expected an <object> element, found <" + nameOf(element) + L">" + lineOf(element));
+        return TYX_ERROR_MSG(L"Expected an <object> element, found <" + nameOf(element) + L">" +
+                             lineOf(element));
     if (depth >= TyxXmlMaxDepth)
         return tooDeep(element);
     const char *className = element->Attribute("class");

@@ -88,8 +88,12 @@ TEST(TyxXmlTextTest, EveryKindComesBackWithItsType)
         TyxVariant(TyxVariantList{TyxVariant(1), TyxVariant(L"a"), TyxVariant(TyxVariantList{})}),
         TyxVariant(map),
         TyxVariant(document),
-        TyxVariant(TyxMetaProperty(L"width", TyxMetaType::Int, TyxMetaFlag(0x0008), L"Width", L"in pixels", L'w')),
+        TyxVariant(
+            TyxMetaProperty(L"width", TyxMetaType::Int, TyxMetaFlag(0x0008), L"Width", L"in pixels", L'w')),
     };
+    TyxEqnTile tile(TyxDataType(TyxNumericType::I16), 3);
+    const short samples[] = {-1, 0, 300};
+    std::copy(samples, samples + 3, tile.samples<short>().begin());
     for (const TyxVariant &value : values) {
         const std::string xml = xmlOf(value);
         TyxVariant back(L"unchanged");
@@ -100,6 +104,13 @@ TEST(TyxXmlTextTest, EveryKindComesBackWithItsType)
         EXPECT_TRUE(back == value) << xml;
         EXPECT_EQ(xmlOf(back), xml);
     }
+    // A tile compares by identity only: its samples are compared here.
+    TyxVariant back;
+    ASSERT_TRUE(fromXml(std::string_view(xmlOf(TyxVariant(tile))), back).empty()) << xmlOf(TyxVariant(tile));
+    ASSERT_EQ(back.type(), TyxMetaType::EqnTile);
+    const TyxEqnTile read = back.value<TyxEqnTile>();
+    EXPECT_TRUE(read.dataType() == tile.dataType());
+    EXPECT_TRUE(std::equal(samples, samples + 3, read.samples<short>().begin(), read.samples<short>().end()));
 }
 
 TEST(TyxXmlTextTest, WritesTypeNamesAndValues)
@@ -134,22 +145,26 @@ TEST(TyxXmlTextTest, BadTextSaysWhatAndWhereAndLeavesTheValue)
         {"<variant type=\"Int\">12x</variant>", L"The value '12x' does not convert to Int at line 1."},
         {"<variant type=\"UInt8\">256</variant>", L"The value '256' does not convert to UInt8 at line 1."},
         {"<variant type=\"Bool\">yes</variant>", L"The value 'yes' does not convert to Bool at line 1."},
-        {"<variant type=\"TyxDataType\">Q99</variant>", L"The value 'Q99' does not convert to TyxDataType at line 1."},
+        {"<variant type=\"TyxDataType\">Q99</variant>",
+         L"The value 'Q99' does not convert to TyxDataType at line 1."},
         {"<variant type=\"Nonsense\">1</variant>", L"Unknown type name 'Nonsense' at line 1."},
         {"<variant type=\"TyxVariantList\">\n<value/></variant>",
          L"Expected a <variant> element, found <value> at line 2."},
         {"<variant type=\"TyxVariantList\">text</variant>", L"A TyxVariantList may not hold text at line 1."},
-        {"<variant type=\"Int\"><variant/></variant>", L"A Int value may not hold the element <variant> at line 1."},
+        {"<variant type=\"Int\"><variant/></variant>",
+         L"A Int value may not hold the element <variant> at line 1."},
         {"<variant type=\"TyxVariantMap\"><variant type=\"Int\">1</variant></variant>",
          L"A member of a TyxVariantMap has no key at line 1."},
         {"<variant type=\"TyxVariantMap\"><variant key=\"a\"/><variant key=\"A\"/></variant>",
          L"The key 'A' appears twice in a TyxVariantMap at line 1."},
-        {"<variant type=\"TyxKeyValuePair\"><variant/></variant>", L"A TyxKeyValuePair has no name at line 1."},
+        {"<variant type=\"TyxKeyValuePair\"><variant/></variant>",
+         L"A TyxKeyValuePair has no name at line 1."},
         {"<variant type=\"TyxBufferPtr\">AQI</variant>",
          L"Truncated Base64 group: the text ends after 3 of 4 characters at line 1."},
         {"<variant type=\"TyxStrList\"><variant type=\"Int\">1</variant></variant>",
          L"A TyxStrList may hold only TyxString values at line 1."},
-        {"<variant type=\"TyxObjectProxy\"><object/></variant>", L"An <object> element has no class at line 1."},
+        {"<variant type=\"TyxObjectProxy\"><object/></variant>",
+         L"An <object> element has no class at line 1."},
         {"<variant>1</variant>", L"A <variant> without a type may not hold text at line 1."},
         {"<variant/><variant/>", L"The XML text holds more than one top-level element."},
     };
