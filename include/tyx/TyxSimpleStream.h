@@ -78,7 +78,8 @@ private:
 /// and a TyxStrList hold <variant> elements; a document holds its <object>
 /// element (TyxSimpleStream). Other types use their stream form, doubles in
 /// it at full precision. An invalid variant is an element without a type.
-/// Values nested deeper than 200 levels are written as invalid variants.
+/// Values nested deeper than the XML reader accepts (98 elements) are
+/// written as invalid variants.
 TYX_EXPORT void toXml(std::ostream &os, const TyxVariant &value, bool pretty = false);
 /// The same text on a wide stream.
 TYX_EXPORT void toXml(std::wostream &os, const TyxVariant &value, bool pretty = false);

@@ -551,7 +551,7 @@ TyxTextMsg readXmlVariant(const XMLElement *element, TyxVariant &value, int dept
     if (std::strcmp(element->Name(), "variant") != 0)
         return TYX_ERROR_MSG(L"Expected a <variant> element, found <" + nameOf(element) + L">" +
                              lineOf(element));
-    if (depth >= TyxXmlMaxDepth)
+    if (depth > TyxXmlMaxDepth)
         return tooDeep(element);
     const char *typeText = element->Attribute("type");
     if (!typeText) {
@@ -579,7 +579,7 @@ TyxTextMsg readXmlObject(const XMLElement *element, TyxObjectProxy &document, in
     if (std::strcmp(element->Name(), "object") != 0)
         return TYX_ERROR_MSG(L"Expected an <object> element, found <" + nameOf(element) + L">" +
                              lineOf(element));
-    if (depth >= TyxXmlMaxDepth)
+    if (depth > TyxXmlMaxDepth)
         return tooDeep(element);
     const char *className = element->Attribute("class");
     if (!className || !*className)

@@ -11,9 +11,10 @@
 
 namespace tyx::internal {
 
-/// The deepest nesting of values that the reader accepts and the writer
-/// writes; a deeper value is written as an invalid variant.
-constexpr int TyxXmlMaxDepth = 200;
+/// The deepest nesting of elements that the writer writes and the reader
+/// accepts, kept below what tinyxml2 parses so that whatever is written reads
+/// back; a deeper value is written as an invalid variant.
+constexpr int TyxXmlMaxDepth = TINYXML2_MAX_ELEMENT_DEPTH - 2;
 
 /// tinyxml2's printer, which tells whether it was made compact so that each
 /// element is opened the same way.

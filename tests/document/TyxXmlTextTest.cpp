@@ -113,6 +113,20 @@ TEST(TyxXmlTextTest, EveryKindComesBackWithItsType)
     EXPECT_TRUE(std::equal(samples, samples + 3, read.samples<short>().begin(), read.samples<short>().end()));
 }
 
+TEST(TyxXmlTextTest, TooDeepValuesAreCutSoThatTheTextReadsBack)
+{
+    TyxVariant deep(1);
+    for (int i = 0; i < 150; ++i)
+        deep = TyxVariant(TyxVariantList{deep});
+    TyxVariant back;
+    ASSERT_TRUE(fromXml(std::string_view(xmlOf(deep)), back).empty());
+    int depth = 0;
+    for (; back.type() == TyxMetaType::VariantList; ++depth)
+        back = back.value<TyxVariantList>().front();
+    EXPECT_EQ(depth, 98);
+    EXPECT_FALSE(back.isValid());
+}
+
 TEST(TyxXmlTextTest, WritesTypeNamesAndValues)
 {
     const struct {
