@@ -2,6 +2,7 @@
 #include <tyx/TyxBase64.h>
 
 #include <array>
+#include <bit>
 #include <cstring>
 #include <sstream>
 
@@ -14,14 +15,18 @@ namespace {
 constexpr char kAlphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 constexpr uint8_t kBad = 0x80;
 
-// Two output characters for every 12-bit half of a group: one load per pair.
+// The two output characters of every 12-bit half of a group, as they lie in
+// memory: one load and one store per pair.
 struct PairTable {
-    std::array<char, 2 * 4096> chars{};
+    std::array<uint16_t, 4096> units{};
     constexpr PairTable()
     {
         for (int i = 0; i < 4096; ++i) {
-            chars[2 * i] = kAlphabet[i >> 6];
-            chars[2 * i + 1] = kAlphabet[i & 63];
+            const auto first = static_cast<uint16_t>(static_cast<unsigned char>(kAlphabet[i >> 6]));
+            const auto second = static_cast<uint16_t>(static_cast<unsigned char>(kAlphabet[i & 63]));
+            units[static_cast<size_t>(i)] = std::endian::native == std::endian::little
+                                                ? static_cast<uint16_t>(first | second << 8)
+                                                : static_cast<uint16_t>(first << 8 | second);
         }
     }
 };
@@ -167,14 +172,16 @@ TyxTextMsg TyxBase64::encode(const void *data, uint64_t size, std::string &text,
     if (!data && size > 0)
         return TYX_ERROR_MSG(L"No data to encode: a null pointer with " + std::to_wstring(size) + L" bytes.");
     const auto *in = static_cast<const uint8_t *>(data);
-    std::string out(encodedSize(size), '\0');
-    char *o = out.data();
+    // Nothing can fail from here on, so the text is written in place and
+    // keeps its storage from call to call.
+    text.resize(encodedSize(size));
+    char *o = text.data();
     const uint64_t whole = size / 3 * 3;
-    const char *pairs = kPairs.chars.data();
+    const uint16_t *pairs = kPairs.units.data();
     for (uint64_t i = 0; i < whole; i += 3) {
         const uint32_t v = uint32_t(in[i]) << 16 | uint32_t(in[i + 1]) << 8 | uint32_t(in[i + 2]);
-        std::memcpy(o, pairs + 2 * (v >> 12), 2);
-        std::memcpy(o + 2, pairs + 2 * (v & 0xFFF), 2);
+        const uint16_t quad[2] = {pairs[v >> 12], pairs[v & 0xFFF]};
+        std::memcpy(o, quad, 4);
         o += 4;
     }
     if (const uint64_t rest = size - whole; rest > 0) {
@@ -184,17 +191,16 @@ TyxTextMsg TyxBase64::encode(const void *data, uint64_t size, std::string &text,
         o[2] = rest == 2 ? kAlphabet[(v >> 6) & 63] : '=';
         o[3] = '=';
     }
-    if (lineLength > 0 && out.size() > lineLength) {
+    if (lineLength > 0 && text.size() > lineLength) {
         std::string lines;
-        lines.reserve(out.size() + out.size() / lineLength);
-        for (size_t at = 0; at < out.size(); at += lineLength) {
+        lines.reserve(text.size() + text.size() / lineLength);
+        for (size_t at = 0; at < text.size(); at += lineLength) {
             if (at > 0)
                 lines += '\n';
-            lines.append(out, at, lineLength);
+            lines.append(text, at, lineLength);
         }
-        out.swap(lines);
+        text.swap(lines);
     }
-    text.swap(out);
     return TyxTextMsg();
 }
 
