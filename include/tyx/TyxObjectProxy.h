@@ -15,7 +15,8 @@ namespace tyx {
 /// properties, in order, as name and variant. A property that holds another
 /// object holds that object's document, a variant of type TyxObjectProxy;
 /// a property that holds no object (a null pointer) holds an invalid
-/// variant. Documents are plain values: they copy, compare and stream.
+/// variant. Documents are plain values that copy and compare; in a variant
+/// (TyxObjectProxyVariant) their text is their XML.
 ///
 /// From object to document: fromObject() reads, through the object's meta
 /// object, every property that is persistable and has a getter, in the order
