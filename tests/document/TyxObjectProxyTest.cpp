@@ -27,7 +27,7 @@ public:
     int count = 0;
     TyxString label;
     TyxValidatorConstPtr limit;
-    TyxMetaProperty spec;
+    TyxMetaProperty shape;
     TyxBufferPtr blob;
     TyxDataType kind;
 };
@@ -70,10 +70,10 @@ public:
             [](ProbeMeta &m, const TyxVariant &v) { return take(v, m.object()->limit) ? 0 : 1; },
             [](ProbeMeta &m, TyxVariant &v) { return (v = m.object()->limit), 0; });
         addProperty(
-            TyxMetaProperty(L"spec", internal::TyxVariantTraits<TyxMetaProperty>::type(), TyxMetaFlag(),
-                            L"Spec"),
-            [](ProbeMeta &m, const TyxVariant &v) { return take(v, m.object()->spec) ? 0 : 1; },
-            [](ProbeMeta &m, TyxVariant &v) { return (v = m.object()->spec), 0; });
+            TyxMetaProperty(L"shape", internal::TyxVariantTraits<TyxMetaProperty>::type(), TyxMetaFlag(),
+                            L"Shape"),
+            [](ProbeMeta &m, const TyxVariant &v) { return take(v, m.object()->shape) ? 0 : 1; },
+            [](ProbeMeta &m, TyxVariant &v) { return (v = m.object()->shape), 0; });
         addProperty(
             TyxMetaProperty(L"blob", TyxMetaType::BufferPtr, TyxMetaFlag(), L"Blob"),
             [](ProbeMeta &m, const TyxVariant &v) { return take(v, m.object()->blob) ? 0 : 1; },
@@ -103,11 +103,11 @@ Probe filledProbe()
     limit->setLower(0.5);
     limit->setUpper(2.5);
     probe.limit = TyxValidatorConstPtr(limit);
-    probe.spec =
+    probe.shape =
         TyxMetaProperty(L"width", TyxMetaType::UInt16, TyxMetaFlag(0x0008), L"Width", L"in pixels", L'w');
-    probe.spec.setData(TyxVariant(uint16_t(640)));
+    probe.shape.setData(TyxVariant(uint16_t(640)));
     const std::unique_ptr<TyxValidator> range(rangeValidator(1, 4096));
-    probe.spec.setValidator(range.get());
+    probe.shape.setValidator(range.get());
     probe.blob = TyxBufferPtr(new TyxBuffer(5, true));
     for (int i = 0; i < 5; ++i)
         static_cast<uint8_t *>(probe.blob->data())[i] = static_cast<uint8_t>(250 + i);
@@ -142,7 +142,7 @@ TEST(TyxObjectProxyTest, NestedObjectsRoundTripThroughJsonAndXml)
         ASSERT_TRUE(back);
         EXPECT_EQ(back->count, 7);
         EXPECT_EQ(back->label, L"hello");
-        EXPECT_TRUE(back->spec == probe.spec) << text.str();
+        EXPECT_TRUE(back->shape == probe.shape) << text.str();
         EXPECT_TRUE(back->limit->isEqual(probe.limit.get()));
         EXPECT_TRUE(TyxVariant(back->blob) == TyxVariant(probe.blob));
         EXPECT_TRUE(back->kind == probe.kind);
@@ -150,7 +150,7 @@ TEST(TyxObjectProxyTest, NestedObjectsRoundTripThroughJsonAndXml)
         if (format == TyxSimpleStream::Xml)
             EXPECT_TRUE(documentOf(*back) == original) << text.str();
         else
-            EXPECT_EQ(back->spec.data().type(), TyxMetaType::Int);
+            EXPECT_EQ(back->shape.data().type(), TyxMetaType::Int);
     }
 }
 
@@ -158,13 +158,13 @@ TEST(TyxObjectProxyTest, XmlDocumentKeepsTypes)
 {
     Probe probe;
     probe.count = 3;
-    probe.spec = TyxMetaProperty(L"n", TyxMetaType::Int, TyxMetaFlag(), L"N");
+    probe.shape = TyxMetaProperty(L"n", TyxMetaType::Int, TyxMetaFlag(), L"N");
     std::ostringstream text;
     TyxSimpleStream(TyxSimpleStream::Xml, false).write(text, probe);
     EXPECT_EQ(text.str(), "<object class=\"Probe\"><variant key=\"count\" type=\"Int\">3</variant>"
                           "<variant key=\"label\" type=\"TyxString\"/>"
                           "<variant key=\"limit\"/>"
-                          "<variant key=\"spec\" type=\"TyxObjectProxy\"><object class=\"TyxMetaProperty\">"
+                          "<variant key=\"shape\" type=\"TyxObjectProxy\"><object class=\"TyxMetaProperty\">"
                           "<variant key=\"name\" type=\"TyxString\">n</variant>"
                           "<variant key=\"label\" type=\"TyxString\">N</variant>"
                           "<variant key=\"type\" type=\"TyxString\">Int</variant>"
