@@ -20,3 +20,7 @@
 
 /// Throws an Error with \p text from the current source position.
 #define TYX_THROW_ERROR(text) throw ::tyx::TyxTextMsg((text), __FILE__, __LINE__, ::tyx::TyxTextMsg::Error)
+
+/// An Error with \p text from the current source position, for the channel
+/// that returns the message.
+#define TYX_ERROR_MSG(text) ::tyx::TyxTextMsg((text), __FILE__, __LINE__, ::tyx::TyxTextMsg::Error)
