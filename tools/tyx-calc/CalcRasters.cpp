@@ -92,7 +92,7 @@ std::vector<InputBand> openInputs(const Options &options, Geometry &geometry)
                 throw CalcError("input '" + spec.path + "' does not exist");
             if (!handle)
                 throw CalcError("cannot read '" + spec.path +
-                                "' as a raster: " + gdalMessage("unknown format"));
+                                "' as a raster: " + gdalMessage("GDAL knows no raster format for it"));
             dataset = DatasetPtr(handle, [](void *h) { GDALClose(static_cast<GDALDatasetH>(h)); });
         }
         in.dataset = dataset;
