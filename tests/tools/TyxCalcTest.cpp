@@ -254,6 +254,29 @@ TEST(TyxCalcTest, NodataOfAnyInputMakesNodata)
     }
 }
 
+TEST(TyxCalcTest, CreationOptionsAndFormatReachTheDriver)
+{
+    Workspace ws;
+    RasterSpec spec;
+    spec.bands = {pattern(37, 23, 6)};
+    const std::string in = ws.write("in.tif", spec);
+    ASSERT_EQ(0, ws.run("-q -i a=" + in +
+                        " -e 'a - 1' --co TILED=YES --co BLOCKXSIZE=32 --co BLOCKYSIZE=16 -o " +
+                        ws.path("tiled.tif")));
+    GDALDatasetH ds = GDALOpen(ws.path("tiled.tif").c_str(), GA_ReadOnly);
+    int blockWidth = 0, blockHeight = 0;
+    GDALGetBlockSize(GDALGetRasterBand(ds, 1), &blockWidth, &blockHeight);
+    GDALClose(ds);
+    EXPECT_EQ(32, blockWidth);
+    EXPECT_EQ(16, blockHeight);
+    // A format with a side file: both files get their final names.
+    ASSERT_EQ(0, ws.run("-q -i a=" + in + " -e 'a - 1' -t Int32 --format ENVI -o " + ws.path("out.img")));
+    const Output out = readOutput(ws.path("out.img"));
+    for (size_t i = 0; i < out.samples.size(); ++i)
+        ASSERT_EQ(spec.bands[0][i] - 1, out.samples[i]) << "pixel " << i;
+    EXPECT_EQ((std::vector<std::string>{"in.tif", "out.hdr", "out.img", "tiled.tif"}), ws.files());
+}
+
 TEST(TyxCalcTest, FailuresTellOneLineAndLeaveNoOutput)
 {
     Workspace ws;

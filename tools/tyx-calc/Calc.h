@@ -81,16 +81,15 @@ struct OutputType {
 struct Geometry {
     int width = 0;
     int height = 0;
-    int blockWidth = 0;
-    int blockHeight = 0;
+    int tileWidth = 0; // the first input's block until chooseTileSize
+    int tileHeight = 0;
     bool hasGeoTransform = false;
     double geoTransform[6] = {0, 1, 0, 0, 0, 1};
     std::string projection;
 };
 
-/// Registers the drivers, keeps GDAL's own messages off the console and caps
-/// its block cache at \p cacheBytes.
-void initGdal(int64_t cacheBytes);
+/// Registers the drivers and keeps GDAL's own messages off the console.
+void initGdal();
 
 /// GDAL's last error text, or \p fallback when it has none.
 std::string gdalMessage(const std::string &fallback);
@@ -129,6 +128,19 @@ private:
     bool m_overwrite = false;
     bool m_pending = false;
 };
+
+/// GDAL's block cache beyond the rows of blocks that sizeBlockCache counts.
+constexpr int64_t kCacheBaseBytes = 2 * 1024 * 1024;
+
+/// Bytes of one row of blocks of \p band, or of \p tileHeight rows if more,
+/// across \p width pixels; of all bands when the blocks are pixel-interleaved.
+int64_t blockRowBytes(GDALRasterBandH band, int width, int tileHeight);
+
+/// Caps GDAL's block cache at two rows of blocks (or tiles) of every input
+/// and of the output, plus kCacheBaseBytes; returns the cap. \p geometry
+/// holds the tile size.
+int64_t sizeBlockCache(const std::vector<InputBand> &inputs, const OutputRaster &output,
+                       const Geometry &geometry);
 
 // ---- Tile loop (CalcTiles.cpp) ----------------------------------------------------
 

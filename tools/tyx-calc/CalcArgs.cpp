@@ -26,10 +26,10 @@ const wchar_t *const kDescription =
     L"raster with the size and georeferencing of the first input. A pixel where any input holds its "
     L"nodata value is nodata in the output. Integer outputs are rounded half away from zero and clipped "
     L"to the type's range; division by zero gives infinities in floating outputs. "
-    L"Memory: the raster is walked in tiles of the input's block size (thin strips are joined to about "
-    L"262144 pixels), and a few tiles are held at once: about 262144 x 8 bytes for each input, each "
-    L"operator of the expression and the output, plus GDAL's block cache of 16 MB, whatever the raster's "
-    L"size.";
+    L"Memory: the raster is walked in tiles of the first input's block size (small blocks are joined to "
+    L"about 262144 pixels), and a few tiles are held at once: about 262144 x 8 bytes for each input, each "
+    L"operator of the expression and the output, plus GDAL's block cache of two rows of blocks of each "
+    L"input and of the output and 2 MB, whatever the raster's height.";
 
 // Help and usage go to standard output, parse errors to standard error.
 class CalcClOutput : public TyxClOutputIF {

@@ -56,13 +56,40 @@ bool sameGeoTransform(const double *a, const double *b)
 
 } // namespace
 
-void initGdal(int64_t cacheBytes)
+void initGdal()
 {
     GDALAllRegister();
     // GDAL's own messages would reach the console; the tool reports the last
     // one itself, in its own line.
     CPLSetErrorHandler(CPLQuietErrorHandler);
-    GDALSetCacheMax64(cacheBytes);
+}
+
+int64_t blockRowBytes(GDALRasterBandH band, int width, int tileHeight)
+{
+    int blockWidth = 0, blockHeight = 0;
+    GDALGetBlockSize(band, &blockWidth, &blockHeight);
+    int64_t bytes = int64_t(width) * std::max(blockHeight, tileHeight) *
+                    GDALGetDataTypeSizeBytes(GDALGetRasterDataType(band));
+    // A pixel-interleaved block holds every band: reading one caches all.
+    GDALDatasetH dataset = GDALGetBandDataset(band);
+    const char *interleave =
+        dataset ? GDALGetMetadataItem(dataset, "INTERLEAVE", "IMAGE_STRUCTURE") : nullptr;
+    if (dataset && interleave && EQUAL(interleave, "PIXEL"))
+        bytes *= GDALGetRasterCount(dataset);
+    return bytes;
+}
+
+int64_t sizeBlockCache(const std::vector<InputBand> &inputs, const OutputRaster &output,
+                       const Geometry &geometry)
+{
+    // Two rows of blocks (or of tiles, if higher) of each input and of the
+    // output: no tile evicts a block that a later tile still needs.
+    const int width = geometry.width, tileHeight = geometry.tileHeight;
+    int64_t bytes = kCacheBaseBytes + 2 * blockRowBytes(output.band(), width, tileHeight);
+    for (const InputBand &in : inputs)
+        bytes += 2 * blockRowBytes(in.band, width, tileHeight);
+    GDALSetCacheMax64(bytes);
+    return bytes;
 }
 
 std::string gdalMessage(const std::string &fallback)
@@ -125,7 +152,7 @@ std::vector<InputBand> openInputs(const Options &options, Geometry &geometry)
         if (inputs.empty()) {
             geometry.width = width;
             geometry.height = height;
-            GDALGetBlockSize(in.band, &geometry.blockWidth, &geometry.blockHeight);
+            GDALGetBlockSize(in.band, &geometry.tileWidth, &geometry.tileHeight);
             geometry.hasGeoTransform = hasTransform;
             std::memcpy(geometry.geoTransform, transform, sizeof transform);
             const char *wkt = GDALGetProjectionRef(handle);

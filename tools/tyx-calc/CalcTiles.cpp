@@ -198,8 +198,8 @@ void parseExpression(TyxEqnParser &parser, const Options &options)
 
 void chooseTileSize(Geometry &geometry, int64_t targetPixels)
 {
-    int64_t w = std::clamp(geometry.blockWidth, 1, geometry.width);
-    int64_t h = std::clamp(geometry.blockHeight, 1, geometry.height);
+    int64_t w = std::clamp(geometry.tileWidth, 1, geometry.width);
+    int64_t h = std::clamp(geometry.tileHeight, 1, geometry.height);
     if (w * h < targetPixels) {
         // Small blocks: whole blocks across, then whole block rows down.
         w = std::min<int64_t>(geometry.width, w * std::max<int64_t>(1, targetPixels / (w * h)));
@@ -210,8 +210,8 @@ void chooseTileSize(Geometry &geometry, int64_t targetPixels)
         w = std::min(w, targetPixels);
         h = std::max<int64_t>(1, targetPixels / w);
     }
-    geometry.blockWidth = static_cast<int>(w);
-    geometry.blockHeight = static_cast<int>(h);
+    geometry.tileWidth = static_cast<int>(w);
+    geometry.tileHeight = static_cast<int>(h);
 }
 
 void runTiles(TyxEqnParser &parser, const Options &options, std::vector<InputBand> &inputs,
@@ -220,10 +220,10 @@ void runTiles(TyxEqnParser &parser, const Options &options, std::vector<InputBan
 {
     const TyxTileGrid grid(
         TyxImageSize(static_cast<unsigned>(geometry.width), static_cast<unsigned>(geometry.height), 1),
-        TyxImageSize(static_cast<unsigned>(geometry.blockWidth), static_cast<unsigned>(geometry.blockHeight),
+        TyxImageSize(static_cast<unsigned>(geometry.tileWidth), static_cast<unsigned>(geometry.tileHeight),
                      1));
     const size_t cellPixels =
-        static_cast<size_t>(geometry.blockWidth) * static_cast<size_t>(geometry.blockHeight);
+        static_cast<size_t>(geometry.tileWidth) * static_cast<size_t>(geometry.tileHeight);
 
     // One buffer per input, reused by every tile; the parser's variables
     // point into them.

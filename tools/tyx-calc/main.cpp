@@ -13,10 +13,6 @@ using namespace tyxcalc;
 
 namespace {
 
-// GDAL's block cache: enough for the blocks of a few tiles of every band of
-// the inputs and the output.
-constexpr int64_t kCacheBytes = 16 * 1024 * 1024;
-
 std::string numberText(double value)
 {
     char text[64];
@@ -60,15 +56,16 @@ int main(int argc, char **argv)
         tyx::TyxEqnParser parser;
         parseExpression(parser, options);
         const OutputType type = outputTypeFromName(options.outputType);
-        initGdal(kCacheBytes);
+        initGdal();
         Geometry geometry;
         std::vector<InputBand> inputs = openInputs(options, geometry);
         const std::optional<double> nodata = outputNodata(options, inputs, type);
         chooseTileSize(geometry, kTargetTilePixels);
         output = std::make_unique<OutputRaster>(options, geometry, type, nodata);
+        sizeBlockCache(inputs, *output, geometry);
 
-        const uint64_t across = (uint64_t(geometry.width) + geometry.blockWidth - 1) / geometry.blockWidth;
-        const uint64_t down = (uint64_t(geometry.height) + geometry.blockHeight - 1) / geometry.blockHeight;
+        const uint64_t across = (uint64_t(geometry.width) + geometry.tileWidth - 1) / geometry.tileWidth;
+        const uint64_t down = (uint64_t(geometry.height) + geometry.tileHeight - 1) / geometry.tileHeight;
         progress = std::make_unique<Progress>(
             across * down, uint64_t(geometry.width) * uint64_t(geometry.height), options.quiet);
         runTiles(parser, options, inputs, geometry, type, nodata, *output, *progress);
