@@ -144,8 +144,9 @@ int64_t sizeBlockCache(const std::vector<InputBand> &inputs, const OutputRaster 
 
 // ---- Tile loop (CalcTiles.cpp) ----------------------------------------------------
 
-/// The tile size the loop walks: the input's block, or whole-width strips
-/// of about \p targetPixels pixels when the blocks are thin strips.
+/// The tile size the loop walks: the first input's block, joined across and
+/// then down to about \p targetPixels when it is smaller, cut into rows
+/// when it is more than four times larger.
 void chooseTileSize(Geometry &geometry, int64_t targetPixels);
 
 /// Pixels per tile the loop aims at; the memory bound of the help text is
@@ -163,6 +164,8 @@ void installSignalHandlers();
 void parseExpression(tyx::TyxEqnParser &parser, const Options &options);
 
 /// Reads, evaluates, converts and writes every tile. Throws CalcError.
+/// The environment variable TYX_CALC_INTERRUPT_AFTER_TILES=n makes the loop
+/// raise SIGINT after n tiles, so that tests can interrupt a write.
 void runTiles(tyx::TyxEqnParser &parser, const Options &options, std::vector<InputBand> &inputs,
               const Geometry &geometry, const OutputType &type, std::optional<double> outputNodata,
               OutputRaster &output, Progress &progress);
