@@ -3,7 +3,8 @@
 set -euo pipefail
 
 packages=(flex bison rapidjson-dev libtinyxml2-dev libgtest-dev libbenchmark-dev
-          cmake ninja-build g++)
+          cmake ninja-build g++
+          libgdal-dev) # GDAL: the tools in tools/ read and write rasters with it
 
 missing=()
 for p in "${packages[@]}"; do

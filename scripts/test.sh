@@ -15,7 +15,8 @@ run_suite() {
   ctest --test-dir "$dir" --output-on-failure -j "$jobs"
 }
 
-run_suite build
+# The tools must be built, and their end-to-end tests run, here.
+run_suite build -DTYX_BUILD_TOOLS=ON
 # The sanitizer build is unoptimised: the tile templates compile several
 # times faster at -O0, and the tests use small data.
 ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
