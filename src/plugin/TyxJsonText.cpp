@@ -1,0 +1,435 @@
+// The JSON reader and writer between text and variants, over RapidJSON.
+#include "plugin/TyxJsonText.h"
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <istream>
+#include <ostream>
+#include <string_view>
+#include <tuple>
+#include <utility>
+
+#include <rapidjson/document.h>
+#include <rapidjson/encodings.h>
+#include <rapidjson/error/en.h>
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/reader.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+#include <tyx/TyxJsonNode.h>
+
+namespace tyx::internal {
+
+namespace {
+
+using WideEncoding = rapidjson::UTF32<wchar_t>;
+using NarrowDocument = rapidjson::GenericDocument<rapidjson::UTF8<>>;
+using WideDocument = rapidjson::GenericDocument<WideEncoding>;
+
+// Full precision: a number reads back as the double nearest to its text.
+constexpr unsigned parseFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag |
+                                rapidjson::kParseFullPrecisionFlag;
+
+template <class T>
+const T &heldValue(const TyxVariant &value)
+{
+    return static_cast<const TyxVariantImpl<T> &>(value.impl()).get();
+}
+
+// ---- Reading -----------------------------------------------------------------
+
+// Passes the reader's events to the document and stops at the nesting limit,
+// so that neither reading nor the walk after it can exhaust the stack.
+template <class Document>
+class DepthLimit {
+public:
+    using Ch = typename Document::Ch;
+
+    explicit DepthLimit(Document &document) : m_document(document) {}
+
+    bool Null() { return m_document.Null(); }
+    bool Bool(bool b) { return m_document.Bool(b); }
+    bool Int(int i) { return m_document.Int(i); }
+    bool Uint(unsigned u) { return m_document.Uint(u); }
+    bool Int64(int64_t i) { return m_document.Int64(i); }
+    bool Uint64(uint64_t u) { return m_document.Uint64(u); }
+    bool Double(double d) { return m_document.Double(d); }
+    bool RawNumber(const Ch *text, rapidjson::SizeType length, bool copy)
+    {
+        return m_document.RawNumber(text, length, copy);
+    }
+    bool String(const Ch *text, rapidjson::SizeType length, bool copy)
+    {
+        return m_document.String(text, length, copy);
+    }
+    bool Key(const Ch *text, rapidjson::SizeType length, bool copy)
+    {
+        return m_document.Key(text, length, copy);
+    }
+    bool StartObject() { return enter() && m_document.StartObject(); }
+    bool EndObject(rapidjson::SizeType count)
+    {
+        --m_depth;
+        return m_document.EndObject(count);
+    }
+    bool StartArray() { return enter() && m_document.StartArray(); }
+    bool EndArray(rapidjson::SizeType count)
+    {
+        --m_depth;
+        return m_document.EndArray(count);
+    }
+
+    bool tooDeep() const { return m_tooDeep; }
+
+private:
+    bool enter()
+    {
+        if (m_depth >= TyxJsonMaxDepth) {
+            m_tooDeep = true;
+            return false;
+        }
+        ++m_depth;
+        return true;
+    }
+
+    Document &m_document;
+    unsigned int m_depth = 0;
+    bool m_tooDeep = false;
+};
+
+// The text of a string the reader has validated: ASCII is widened unit by
+// unit, anything else goes through the library's UTF-8 decoder.
+TyxString textOf(const char *text, size_t length)
+{
+    unsigned char high = 0;
+    for (size_t i = 0; i < length; ++i)
+        high |= static_cast<unsigned char>(text[i]);
+    if (high >= 0x80)
+        return fromUTF8(std::string_view(text, length));
+    TyxString out;
+    out.resize(length);
+    wchar_t *dest = out.data();
+    for (size_t i = 0; i < length; ++i)
+        dest[i] = static_cast<wchar_t>(static_cast<unsigned char>(text[i]));
+    return out;
+}
+
+TyxString textOf(const wchar_t *text, size_t length) { return TyxString(std::wstring(text, length)); }
+
+// Where a built value goes: the end of a list, a member of a map or the
+// result. Each takes the held value itself, so the variant is made in place
+// once and never copied.
+struct ListSink {
+    TyxVariantList &list;
+    template <class Held>
+    void operator()(Held &&held) const
+    {
+        list.emplace_back(std::forward<Held>(held));
+    }
+};
+
+struct MapSink {
+    TyxVariantMap &map;
+    TyxString &key;
+    template <class Held>
+    void operator()(Held &&held) const
+    {
+        // Members arriving in key order go in at the end without a search; a
+        // repeated name keeps its first value, as a lookup in the document
+        // finds the first.
+        map.emplace_hint(map.end(), std::piecewise_construct, std::forward_as_tuple(std::move(key)),
+                         std::forward_as_tuple(std::forward<Held>(held)));
+    }
+};
+
+struct ResultSink {
+    TyxVariant &result;
+    template <class Held>
+    void operator()(Held &&held) const
+    {
+        result = TyxVariant(std::forward<Held>(held));
+    }
+};
+
+// Walks a parsed document into variants. Containers are built at their final
+// size; the depth is bounded by DepthLimit.
+template <class Value>
+class VariantBuilder {
+public:
+    template <class Sink>
+    void build(const Value &node, const Sink &sink)
+    {
+        switch (node.GetType()) {
+        case rapidjson::kNullType: sink(TyxVariant()); return;
+        case rapidjson::kFalseType: sink(m_false); return;
+        case rapidjson::kTrueType: sink(m_true); return;
+        case rapidjson::kStringType: sink(textOf(node.GetString(), node.GetStringLength())); return;
+        case rapidjson::kNumberType:
+            // The narrowest of int, unsigned int, int64 and uint64 that holds
+            // the number, in the order a document value answers them.
+            if (node.IsInt())
+                sink(node.GetInt());
+            else if (node.IsUint())
+                sink(node.GetUint());
+            else if (node.IsInt64())
+                sink(node.GetInt64());
+            else if (node.IsUint64())
+                sink(node.GetUint64());
+            else
+                sink(node.GetDouble());
+            return;
+        case rapidjson::kArrayType: {
+            TyxVariantList list;
+            list.reserve(node.Size());
+            const ListSink into{list};
+            for (const Value &element : node.GetArray())
+                build(element, into);
+            sink(std::move(list));
+            return;
+        }
+        case rapidjson::kObjectType: {
+            TyxVariantMap map;
+            TyxString key;
+            const MapSink into{map, key};
+            for (const auto &member : node.GetObject()) {
+                key = textOf(member.name.GetString(), member.name.GetStringLength());
+                build(member.value, into);
+            }
+            sink(std::move(map));
+            return;
+        }
+        }
+    }
+
+private:
+    // The two booleans are shared by every place that holds one.
+    const TyxVariant m_false = TyxVariant(false);
+    const TyxVariant m_true = TyxVariant(true);
+};
+
+template <class Text>
+uint64_t lineAt(const Text &text, size_t offset)
+{
+    const auto end = text.begin() + static_cast<std::ptrdiff_t>(std::min(offset, text.size()));
+    return 1 + static_cast<uint64_t>(std::count(text.begin(), end, '\n'));
+}
+
+template <class Document, class SourceEncoding, class Text>
+TyxJsonParseResult parseWith(const Text &text, TyxVariant &value)
+{
+    TyxJsonParseResult outcome;
+    Document document;
+    rapidjson::GenericReader<SourceEncoding, typename Document::EncodingType> reader;
+    rapidjson::GenericStringStream<SourceEncoding> stream(text.c_str());
+    bool tooDeep = false;
+    auto generator = [&](Document &handler) {
+        DepthLimit<Document> limit(handler);
+        const bool done = !reader.template Parse<parseFlags>(stream, limit).IsError();
+        tooDeep = limit.tooDeep();
+        return done;
+    };
+    document.Populate(generator);
+    if (!reader.HasParseError()) {
+        VariantBuilder<typename Document::ValueType> builder;
+        TyxVariant built;
+        builder.build(document, ResultSink{built});
+        value = built;
+        return outcome;
+    }
+    outcome.offset = reader.GetErrorOffset();
+    outcome.line = lineAt(text, outcome.offset);
+    TyxString message;
+    if (tooDeep)
+        message = L"The document nests arrays and objects deeper than " + std::to_wstring(TyxJsonMaxDepth) +
+                  L" levels.";
+    else
+        message = fromUTF8(rapidjson::GetParseError_En(reader.GetParseErrorCode()));
+    message +=
+        L" (Line: " + std::to_wstring(outcome.line) + L" Offset: " + std::to_wstring(outcome.offset) + L")";
+    outcome.msg = TyxTextMsg(std::move(message), __FILE__, __LINE__, TyxTextMsg::Error);
+    return outcome;
+}
+
+template <class Char>
+std::basic_string<Char> readAllFrom(std::basic_istream<Char> &is)
+{
+    std::basic_string<Char> text;
+    std::basic_streambuf<Char> *buffer = is.rdbuf();
+    if (!buffer)
+        return text;
+    // A string stream has all of its text at hand: one read takes it.
+    const std::streamsize ready = buffer->in_avail();
+    std::streamsize step = std::max<std::streamsize>(ready, 1 << 16);
+    for (;;) {
+        const size_t before = text.size();
+        text.resize(before + static_cast<size_t>(step));
+        const std::streamsize got = buffer->sgetn(text.data() + before, step);
+        text.resize(before + static_cast<size_t>(std::max<std::streamsize>(got, 0)));
+        if (got < step)
+            break;
+        step = std::max<std::streamsize>(step, static_cast<std::streamsize>(text.size()));
+    }
+    is.setstate(std::ios_base::eofbit);
+    return text;
+}
+
+// ---- Writing -----------------------------------------------------------------
+
+bool isScalarValue(wchar_t unit)
+{
+    const auto cp = static_cast<uint32_t>(unit);
+    return cp < 0xD800 || (cp > 0xDFFF && cp <= 0x10FFFF);
+}
+
+// Writes wide text; the writer encodes it. A unit that is no Unicode scalar
+// value (a lone surrogate, or above 0x10FFFF) cannot be encoded and is written
+// as U+FFFD, so the output stays valid JSON.
+template <class Writer>
+void writeText(Writer &writer, const TyxString &text, bool key)
+{
+    const bool clean = std::all_of(text.begin(), text.end(), isScalarValue);
+    if (clean) {
+        if (key)
+            writer.Key(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+        else
+            writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+        return;
+    }
+    TyxString repaired = text;
+    std::replace_if(
+        repaired.begin(), repaired.end(), [](wchar_t unit) { return !isScalarValue(unit); }, L'\uFFFD');
+    writeText(writer, repaired, key);
+}
+
+template <class Writer>
+void writeVariant(Writer &writer, const TyxVariant &value, unsigned int depth)
+{
+    switch (value.type()) {
+    case TyxMetaType::Invalid: writer.Null(); return;
+    case TyxMetaType::Bool: writer.Bool(heldValue<bool>(value)); return;
+    case TyxMetaType::String: writeText(writer, heldValue<TyxString>(value), false); return;
+    case TyxMetaType::Int: writer.Int(heldValue<int>(value)); return;
+    case TyxMetaType::UInt: writer.Uint(heldValue<unsigned int>(value)); return;
+    case TyxMetaType::Int64: writer.Int64(heldValue<int64_t>(value)); return;
+    case TyxMetaType::UInt64: writer.Uint64(heldValue<uint64_t>(value)); return;
+    case TyxMetaType::Double: {
+        const double number = heldValue<double>(value);
+        if (std::isfinite(number))
+            writer.Double(number);
+        else
+            writer.Null();
+        return;
+    }
+    case TyxMetaType::VariantList:
+        // Deeper containers than the reader accepts are written as null.
+        if (depth >= TyxJsonMaxDepth) {
+            writer.Null();
+            return;
+        }
+        writer.StartArray();
+        for (const TyxVariant &element : heldValue<TyxVariantList>(value))
+            writeVariant(writer, element, depth + 1);
+        writer.EndArray();
+        return;
+    case TyxMetaType::VariantMap:
+        if (depth >= TyxJsonMaxDepth) {
+            writer.Null();
+            return;
+        }
+        writer.StartObject();
+        for (const auto &[key, member] : heldValue<TyxVariantMap>(value)) {
+            writeText(writer, key, true);
+            writeVariant(writer, member, depth + 1);
+        }
+        writer.EndObject();
+        return;
+    case TyxMetaType::Int8:
+    case TyxMetaType::Int16:
+    case TyxMetaType::Char: writer.Int64(value.value<int64_t>()); return;
+    case TyxMetaType::UInt8:
+    case TyxMetaType::UInt16: writer.Uint64(value.value<uint64_t>()); return;
+    default: break;
+    }
+    if (value.isNumeric()) {
+        const double number = value.value<double>();
+        if (std::isfinite(number))
+            writer.Double(number);
+        else
+            writer.Null();
+        return;
+    }
+    writeText(writer, value.value<TyxString>(), false);
+}
+
+// The JSON text of \p value in the buffer's encoding, from wide text.
+template <class Buffer>
+void writeInto(Buffer &buffer, const TyxVariant &value, const TyxString &indent, bool pretty)
+{
+    using Target = typename Buffer::Ch;
+    using TargetEncoding = std::conditional_t<sizeof(Target) == 1, rapidjson::UTF8<>, WideEncoding>;
+    if (pretty) {
+        rapidjson::PrettyWriter<Buffer, WideEncoding, TargetEncoding> writer(buffer);
+        if (!indent.empty() && indent.find_first_not_of(indent[0]) == TyxString::npos &&
+            (indent[0] == L' ' || indent[0] == L'\t' || indent[0] == L'\n' || indent[0] == L'\r'))
+            writer.SetIndent(static_cast<typename WideEncoding::Ch>(indent[0]),
+                             static_cast<unsigned>(indent.size()));
+        writeVariant(writer, value, 0);
+    } else {
+        rapidjson::Writer<Buffer, WideEncoding, TargetEncoding> writer(buffer);
+        writeVariant(writer, value, 0);
+    }
+}
+
+} // namespace
+
+TyxJsonParseResult parseJsonText(const std::string &text, TyxVariant &value)
+{
+    return parseWith<NarrowDocument, rapidjson::UTF8<>>(text, value);
+}
+
+TyxJsonParseResult parseJsonText(const std::wstring &text, TyxVariant &value)
+{
+    return parseWith<WideDocument, WideEncoding>(text, value);
+}
+
+std::string readAllText(std::istream &is) { return readAllFrom(is); }
+
+std::wstring readAllText(std::wistream &is) { return readAllFrom(is); }
+
+void writeJsonText(std::ostream &os, const TyxVariant &value, const TyxString &indent, bool pretty)
+{
+    rapidjson::StringBuffer buffer;
+    writeInto(buffer, value, indent, pretty);
+    os.write(buffer.GetString(),
+             static_cast<std::streamsize>(buffer.GetSize() / sizeof(*buffer.GetString())));
+}
+
+void writeJsonText(std::wostream &os, const TyxVariant &value, const TyxString &indent, bool pretty)
+{
+    rapidjson::GenericStringBuffer<WideEncoding> buffer;
+    writeInto(buffer, value, indent, pretty);
+    os.write(buffer.GetString(),
+             static_cast<std::streamsize>(buffer.GetSize() / sizeof(*buffer.GetString())));
+}
+
+TyxString jsonText(const TyxVariant &value, bool pretty)
+{
+    rapidjson::GenericStringBuffer<WideEncoding> buffer;
+    writeInto(buffer, value, TyxString(), pretty);
+    return TyxString(std::wstring(buffer.GetString(), buffer.GetSize() / sizeof(*buffer.GetString())));
+}
+
+TyxString stripJsonWhiteSpace(const TyxString &text)
+{
+    rapidjson::GenericReader<WideEncoding, WideEncoding> reader;
+    rapidjson::GenericStringStream<WideEncoding> stream(text.c_str());
+    rapidjson::GenericStringBuffer<WideEncoding> buffer;
+    rapidjson::Writer<decltype(buffer), WideEncoding, WideEncoding> writer(buffer);
+    if (reader.Parse<parseFlags>(stream, writer).IsError())
+        return text;
+    return TyxString(std::wstring(buffer.GetString(), buffer.GetSize() / sizeof(*buffer.GetString())));
+}
+
+} // namespace tyx::internal
