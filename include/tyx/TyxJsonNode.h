@@ -221,6 +221,9 @@ inline TyxJsonNode::const_iterator TyxJsonNode::find(const TyxString &name) cons
                   : const_iterator();
 }
 
+/// Shares a node; a copy of the pointer is the same node.
+using TyxJsonNodePtr = TyxAutoPtr<TyxJsonNode>;
+
 /// Writes toJson(false).
 TYX_EXPORT std::ostream &operator<<(std::ostream &os, const TyxJsonNode &node);
 TYX_EXPORT std::wostream &operator<<(std::wostream &os, const TyxJsonNode &node);

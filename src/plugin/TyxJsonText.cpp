@@ -4,11 +4,14 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <cstring>
 #include <istream>
 #include <ostream>
 #include <string_view>
 #include <tuple>
+#include <type_traits>
 #include <utility>
+#include <vector>
 
 #include <rapidjson/document.h>
 #include <rapidjson/encodings.h>
@@ -153,6 +156,81 @@ struct ResultSink {
     }
 };
 
+// Repeated scalars of one document share one value object: a number or a
+// short text met again takes the variant made the first time, which saves an
+// allocation and a release per repeat. Variant values are never changed once
+// shared, so the sharing cannot be seen. Direct-mapped tables bound the cost
+// when nothing repeats: a miss replaces the slot.
+class ScalarCache {
+public:
+    ScalarCache() : m_numbers(slotCount), m_texts(slotCount) {}
+
+    template <class T>
+    const TyxVariant &number(T value)
+    {
+        uint64_t bits = 0;
+        if constexpr (std::is_floating_point_v<T>)
+            std::memcpy(&bits, &value, sizeof bits);
+        else
+            bits = static_cast<uint64_t>(value);
+        // unsigned int 1, uint64 2, int 3, int64 4, double 5.
+        constexpr int kind = std::is_floating_point_v<T> ? 5 : sizeof(T) / 4 + 2 * std::is_signed_v<T>;
+        NumberSlot &slot = m_numbers[slotOf(bits ^ (bits >> 29))];
+        if (slot.kind != kind || slot.bits != bits) {
+            slot.value = TyxVariant(value);
+            slot.kind = kind;
+            slot.bits = bits;
+        }
+        return slot.value;
+    }
+
+    /// The shared variant of a short text, or null for a text not worth
+    /// keeping: long, or narrow and not ASCII.
+    template <class Ch>
+    const TyxVariant *text(const Ch *text, size_t length)
+    {
+        if (length > maxTextLength)
+            return nullptr;
+        uint64_t hash = 14695981039346656037ull;
+        for (size_t i = 0; i < length; ++i) {
+            const auto unit = static_cast<uint32_t>(text[i]);
+            if (sizeof(Ch) == 1 && unit >= 0x80)
+                return nullptr;
+            hash = (hash ^ unit) * 1099511628211ull;
+        }
+        TyxVariant &slot = m_texts[slotOf(hash)];
+        if (slot.type() == TyxMetaType::String) {
+            const TyxString &held = heldValue<TyxString>(slot);
+            if (held.size() == length && std::equal(held.begin(), held.end(), text, [](wchar_t a, Ch b) {
+                    return static_cast<uint32_t>(a) ==
+                           static_cast<uint32_t>(static_cast<std::make_unsigned_t<Ch>>(b));
+                }))
+                return &slot;
+        }
+        slot = TyxVariant(textOf(text, length));
+        return &slot;
+    }
+
+private:
+    static constexpr size_t slotBits = 10;
+    static constexpr size_t slotCount = size_t(1) << slotBits;
+    static constexpr size_t maxTextLength = 24;
+
+    struct NumberSlot {
+        uint64_t bits = 0;
+        int kind = -1;
+        TyxVariant value;
+    };
+
+    static size_t slotOf(uint64_t hash)
+    {
+        return static_cast<size_t>((hash * 0x9E3779B97F4A7C15ull) >> (64 - slotBits));
+    }
+
+    std::vector<NumberSlot> m_numbers;
+    std::vector<TyxVariant> m_texts;
+};
+
 // Walks a parsed document into variants. Containers are built at their final
 // size; the depth is bounded by DepthLimit.
 template <class Value>
@@ -165,20 +243,25 @@ public:
         case rapidjson::kNullType: sink(TyxVariant()); return;
         case rapidjson::kFalseType: sink(m_false); return;
         case rapidjson::kTrueType: sink(m_true); return;
-        case rapidjson::kStringType: sink(textOf(node.GetString(), node.GetStringLength())); return;
+        case rapidjson::kStringType:
+            if (const TyxVariant *shared = m_cache.text(node.GetString(), node.GetStringLength()))
+                sink(*shared);
+            else
+                sink(textOf(node.GetString(), node.GetStringLength()));
+            return;
         case rapidjson::kNumberType:
             // The narrowest of int, unsigned int, int64 and uint64 that holds
             // the number, in the order a document value answers them.
             if (node.IsInt())
-                sink(node.GetInt());
+                sink(m_cache.number(node.GetInt()));
             else if (node.IsUint())
-                sink(node.GetUint());
+                sink(m_cache.number(node.GetUint()));
             else if (node.IsInt64())
-                sink(node.GetInt64());
+                sink(m_cache.number(node.GetInt64()));
             else if (node.IsUint64())
-                sink(node.GetUint64());
+                sink(m_cache.number(node.GetUint64()));
             else
-                sink(node.GetDouble());
+                sink(m_cache.number(node.GetDouble()));
             return;
         case rapidjson::kArrayType: {
             TyxVariantList list;
@@ -207,6 +290,7 @@ private:
     // The two booleans are shared by every place that holds one.
     const TyxVariant m_false = TyxVariant(false);
     const TyxVariant m_true = TyxVariant(true);
+    ScalarCache m_cache;
 };
 
 template <class Text>
@@ -362,6 +446,35 @@ void writeVariant(Writer &writer, const TyxVariant &value, unsigned int depth)
     }
     writeText(writer, value.value<TyxString>(), false);
 }
+
+// Hands the writer's output to a stream in chunks, so that no buffer of the
+// whole text is grown and copied.
+template <class Char>
+class StreamChunks {
+public:
+    using Ch = Char;
+
+    explicit StreamChunks(std::basic_ostream<Char> &os) : m_os(os) {}
+
+    void Put(Ch unit)
+    {
+        if (m_used == chunkSize)
+            Flush();
+        m_chunk[m_used++] = unit;
+    }
+    void Flush()
+    {
+        m_os.write(m_chunk, static_cast<std::streamsize>(m_used));
+        m_used = 0;
+    }
+
+private:
+    static constexpr size_t chunkSize = 4096;
+
+    std::basic_ostream<Char> &m_os;
+    size_t m_used = 0;
+    Ch m_chunk[chunkSize];
+};
 
 // The JSON text of \p value in the buffer's encoding, from wide text.
 template <class Buffer>
