@@ -160,13 +160,16 @@ struct ResultSink {
 // short text met again takes the variant made the first time, which saves an
 // allocation and a release per repeat. Variant values are never changed once
 // shared, so the sharing cannot be seen. Direct-mapped tables bound the cost
-// when nothing repeats: a miss replaces the slot.
+// when nothing repeats: a slot compares its key before it touches the value,
+// and gives way to a newcomer only after some misses, so that a stream of
+// unique values neither evicts a frequent one nor pays a release per value.
 class ScalarCache {
 public:
-    ScalarCache() : m_numbers(slotCount), m_texts(slotCount) {}
+    ScalarCache() : m_slots(2 * slotCount) {}
 
+    /// The shared variant of \p value, or null when its slot holds another.
     template <class T>
-    const TyxVariant &number(T value)
+    const TyxVariant *number(T value)
     {
         uint64_t bits = 0;
         if constexpr (std::is_floating_point_v<T>)
@@ -174,18 +177,20 @@ public:
         else
             bits = static_cast<uint64_t>(value);
         // unsigned int 1, uint64 2, int 3, int64 4, double 5.
-        constexpr int kind = std::is_floating_point_v<T> ? 5 : sizeof(T) / 4 + 2 * std::is_signed_v<T>;
-        NumberSlot &slot = m_numbers[slotOf(bits ^ (bits >> 29))];
-        if (slot.kind != kind || slot.bits != bits) {
-            slot.value = TyxVariant(value);
-            slot.kind = kind;
-            slot.bits = bits;
-        }
-        return slot.value;
+        constexpr uint32_t kind = std::is_floating_point_v<T> ? 5 : sizeof(T) / 4 + 2 * std::is_signed_v<T>;
+        Slot &slot = m_slots[slotOf(bits ^ (bits >> 29))];
+        if (slot.key == bits && slot.tag == kind)
+            return &slot.value;
+        if (!claim(slot))
+            return nullptr;
+        slot.key = bits;
+        slot.tag = kind;
+        slot.value = TyxVariant(value);
+        return &slot.value;
     }
 
-    /// The shared variant of a short text, or null for a text not worth
-    /// keeping: long, or narrow and not ASCII.
+    /// The shared variant of a short text; null for a text not kept (long,
+    /// or narrow and not ASCII) or when its slot holds another.
     template <class Ch>
     const TyxVariant *text(const Ch *text, size_t length)
     {
@@ -193,42 +198,59 @@ public:
             return nullptr;
         uint64_t hash = 14695981039346656037ull;
         for (size_t i = 0; i < length; ++i) {
-            const auto unit = static_cast<uint32_t>(text[i]);
+            const auto unit = static_cast<uint32_t>(static_cast<std::make_unsigned_t<Ch>>(text[i]));
             if (sizeof(Ch) == 1 && unit >= 0x80)
                 return nullptr;
             hash = (hash ^ unit) * 1099511628211ull;
         }
-        TyxVariant &slot = m_texts[slotOf(hash)];
-        if (slot.type() == TyxMetaType::String) {
-            const TyxString &held = heldValue<TyxString>(slot);
-            if (held.size() == length && std::equal(held.begin(), held.end(), text, [](wchar_t a, Ch b) {
+        // Texts take the upper half of the table; their tag is the length
+        // above the number kinds.
+        Slot &slot = m_slots[slotCount + slotOf(hash)];
+        const uint32_t tag = static_cast<uint32_t>(length) + 8;
+        if (slot.key == hash && slot.tag == tag) {
+            const TyxString &held = heldValue<TyxString>(slot.value);
+            if (std::equal(held.begin(), held.end(), text, [](wchar_t a, Ch b) {
                     return static_cast<uint32_t>(a) ==
                            static_cast<uint32_t>(static_cast<std::make_unsigned_t<Ch>>(b));
                 }))
-                return &slot;
+                return &slot.value;
         }
-        slot = TyxVariant(textOf(text, length));
-        return &slot;
+        if (!claim(slot))
+            return nullptr;
+        slot.key = hash;
+        slot.tag = tag;
+        slot.value = TyxVariant(textOf(text, length));
+        return &slot.value;
     }
 
 private:
     static constexpr size_t slotBits = 10;
     static constexpr size_t slotCount = size_t(1) << slotBits;
     static constexpr size_t maxTextLength = 24;
+    static constexpr uint32_t missesToYield = 4;
 
-    struct NumberSlot {
-        uint64_t bits = 0;
-        int kind = -1;
+    struct Slot {
+        uint64_t key = 0;
+        uint32_t tag = 0;
+        uint32_t misses = 0;
         TyxVariant value;
     };
+
+    // Whether an empty slot, or one missed often enough, takes a new value.
+    static bool claim(Slot &slot)
+    {
+        if (slot.tag != 0 && ++slot.misses < missesToYield)
+            return false;
+        slot.misses = 0;
+        return true;
+    }
 
     static size_t slotOf(uint64_t hash)
     {
         return static_cast<size_t>((hash * 0x9E3779B97F4A7C15ull) >> (64 - slotBits));
     }
 
-    std::vector<NumberSlot> m_numbers;
-    std::vector<TyxVariant> m_texts;
+    std::vector<Slot> m_slots;
 };
 
 // Walks a parsed document into variants. Containers are built at their final
@@ -253,15 +275,15 @@ public:
             // The narrowest of int, unsigned int, int64 and uint64 that holds
             // the number, in the order a document value answers them.
             if (node.IsInt())
-                sink(m_cache.number(node.GetInt()));
+                number(node.GetInt(), sink);
             else if (node.IsUint())
-                sink(m_cache.number(node.GetUint()));
+                number(node.GetUint(), sink);
             else if (node.IsInt64())
-                sink(m_cache.number(node.GetInt64()));
+                number(node.GetInt64(), sink);
             else if (node.IsUint64())
-                sink(m_cache.number(node.GetUint64()));
+                number(node.GetUint64(), sink);
             else
-                sink(m_cache.number(node.GetDouble()));
+                number(node.GetDouble(), sink);
             return;
         case rapidjson::kArrayType: {
             TyxVariantList list;
@@ -287,6 +309,15 @@ public:
     }
 
 private:
+    template <class T, class Sink>
+    void number(T value, const Sink &sink)
+    {
+        if (const TyxVariant *shared = m_cache.number(value))
+            sink(*shared);
+        else
+            sink(value);
+    }
+
     // The two booleans are shared by every place that holds one.
     const TyxVariant m_false = TyxVariant(false);
     const TyxVariant m_true = TyxVariant(true);
@@ -367,14 +398,24 @@ bool isScalarValue(wchar_t unit)
     return cp < 0xD800 || (cp > 0xDFFF && cp <= 0x10FFFF);
 }
 
+// Whether every unit is a Unicode scalar value; one pass without branches.
+bool isClean(const TyxString &text)
+{
+    uint32_t bad = 0;
+    for (wchar_t unit : text) {
+        const auto cp = static_cast<uint32_t>(unit);
+        bad |= static_cast<uint32_t>(cp - 0xD800 < 0x800) | static_cast<uint32_t>(cp > 0x10FFFF);
+    }
+    return bad == 0;
+}
+
 // Writes wide text; the writer encodes it. A unit that is no Unicode scalar
 // value (a lone surrogate, or above 0x10FFFF) cannot be encoded and is written
 // as U+FFFD, so the output stays valid JSON.
 template <class Writer>
 void writeText(Writer &writer, const TyxString &text, bool key)
 {
-    const bool clean = std::all_of(text.begin(), text.end(), isScalarValue);
-    if (clean) {
+    if (isClean(text)) {
         if (key)
             writer.Key(text.data(), static_cast<rapidjson::SizeType>(text.size()));
         else
