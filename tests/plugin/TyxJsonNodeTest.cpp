@@ -232,6 +232,22 @@ TEST(TyxJsonNodeTest, CopiesDoNotShare)
     EXPECT_EQ(original.name(), L"");
 }
 
+TEST(TyxJsonNodeTest, ConversionsKeepTheNameAndCopiesKeepTheComment)
+{
+    TyxJsonNode node(L"n", TyxVariant(TyxVariantList{TyxVariant(1)}));
+    node.setComment(L"c");
+    const TyxJsonNode copy = node;
+    node.clear();
+    EXPECT_EQ(copy.comment(), L"c");
+    EXPECT_EQ(node.comment(), L"");
+    EXPECT_EQ(node.name(), L"n");
+    EXPECT_EQ(node.type(), TyxJsonNodeType::Null);
+    EXPECT_EQ(copy.toArray().toJson(), L"[1]");
+    EXPECT_EQ(copy.toNode().name(), L"n");
+    EXPECT_EQ(copy.toNode().type(), TyxJsonNodeType::Node);
+    EXPECT_EQ(TyxJsonNode(L"", TyxVariant(L"7")).toInt(), 7);
+}
+
 TEST(TyxJsonNodeTest, BrokenParseGivesNodeHoldingNothing)
 {
     const TyxJsonNode node = TyxJsonNode::parse(L"{\"a\":");
