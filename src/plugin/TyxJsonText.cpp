@@ -431,7 +431,9 @@ void writeText(Writer &writer, const TyxString &text, bool key)
 template <class Writer>
 void writeVariant(Writer &writer, const TyxVariant &value, unsigned int depth)
 {
-    switch (value.type()) {
+    // The built-in code stored in the value object answers without a virtual
+    // call; other types answer -1 and take the general way at the end.
+    switch (value.impl().fastCode()) {
     case TyxMetaType::Invalid: writer.Null(); return;
     case TyxMetaType::Bool: writer.Bool(heldValue<bool>(value)); return;
     case TyxMetaType::String: writeText(writer, heldValue<TyxString>(value), false); return;
@@ -517,6 +519,18 @@ private:
     Ch m_chunk[chunkSize];
 };
 
+// The writer's encoders find these by argument-dependent lookup.
+template <class Char>
+void PutReserve(StreamChunks<Char> &, size_t)
+{
+}
+
+template <class Char>
+void PutUnsafe(StreamChunks<Char> &stream, Char unit)
+{
+    stream.Put(unit);
+}
+
 // The JSON text of \p value in the buffer's encoding, from wide text.
 template <class Buffer>
 void writeInto(Buffer &buffer, const TyxVariant &value, const TyxString &indent, bool pretty)
@@ -554,25 +568,30 @@ std::wstring readAllText(std::wistream &is) { return readAllFrom(is); }
 
 void writeJsonText(std::ostream &os, const TyxVariant &value, const TyxString &indent, bool pretty)
 {
-    rapidjson::StringBuffer buffer;
-    writeInto(buffer, value, indent, pretty);
-    os.write(buffer.GetString(),
-             static_cast<std::streamsize>(buffer.GetSize() / sizeof(*buffer.GetString())));
+    StreamChunks<char> chunks(os);
+    writeInto(chunks, value, indent, pretty);
+    chunks.Flush();
 }
 
 void writeJsonText(std::wostream &os, const TyxVariant &value, const TyxString &indent, bool pretty)
 {
-    rapidjson::GenericStringBuffer<WideEncoding> buffer;
-    writeInto(buffer, value, indent, pretty);
-    os.write(buffer.GetString(),
-             static_cast<std::streamsize>(buffer.GetSize() / sizeof(*buffer.GetString())));
+    StreamChunks<wchar_t> chunks(os);
+    writeInto(chunks, value, indent, pretty);
+    chunks.Flush();
+}
+
+// The length in units: GetSize counts bytes.
+template <class Buffer>
+TyxString textOfBuffer(const Buffer &buffer)
+{
+    return TyxString(std::wstring(buffer.GetString(), buffer.GetSize() / sizeof(wchar_t)));
 }
 
 TyxString jsonText(const TyxVariant &value, bool pretty)
 {
     rapidjson::GenericStringBuffer<WideEncoding> buffer;
     writeInto(buffer, value, TyxString(), pretty);
-    return TyxString(std::wstring(buffer.GetString(), buffer.GetSize() / sizeof(*buffer.GetString())));
+    return textOfBuffer(buffer);
 }
 
 TyxString stripJsonWhiteSpace(const TyxString &text)
@@ -583,7 +602,7 @@ TyxString stripJsonWhiteSpace(const TyxString &text)
     rapidjson::Writer<decltype(buffer), WideEncoding, WideEncoding> writer(buffer);
     if (reader.Parse<parseFlags>(stream, writer).IsError())
         return text;
-    return TyxString(std::wstring(buffer.GetString(), buffer.GetSize() / sizeof(*buffer.GetString())));
+    return textOfBuffer(buffer);
 }
 
 } // namespace tyx::internal
