@@ -386,7 +386,6 @@ std::basic_string<Char> readAllFrom(std::basic_istream<Char> &is)
             break;
         step = std::max<std::streamsize>(step, static_cast<std::streamsize>(text.size()));
     }
-    is.setstate(std::ios_base::eofbit);
     return text;
 }
 
