@@ -13,7 +13,6 @@
 #include <utility>
 #include <vector>
 
-#include <rapidjson/document.h>
 #include <rapidjson/encodings.h>
 #include <rapidjson/error/en.h>
 #include <rapidjson/prettywriter.h>
@@ -28,8 +27,6 @@ namespace tyx::internal {
 namespace {
 
 using WideEncoding = rapidjson::UTF32<wchar_t>;
-using NarrowDocument = rapidjson::GenericDocument<rapidjson::UTF8<>>;
-using WideDocument = rapidjson::GenericDocument<WideEncoding>;
 
 // Full precision: a number reads back as the double nearest to its text.
 constexpr unsigned parseFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag |
@@ -42,65 +39,6 @@ const T &heldValue(const TyxVariant &value)
 }
 
 // ---- Reading -----------------------------------------------------------------
-
-// Passes the reader's events to the document and stops at the nesting limit,
-// so that neither reading nor the walk after it can exhaust the stack.
-template <class Document>
-class DepthLimit {
-public:
-    using Ch = typename Document::Ch;
-
-    explicit DepthLimit(Document &document) : m_document(document) {}
-
-    bool Null() { return m_document.Null(); }
-    bool Bool(bool b) { return m_document.Bool(b); }
-    bool Int(int i) { return m_document.Int(i); }
-    bool Uint(unsigned u) { return m_document.Uint(u); }
-    bool Int64(int64_t i) { return m_document.Int64(i); }
-    bool Uint64(uint64_t u) { return m_document.Uint64(u); }
-    bool Double(double d) { return m_document.Double(d); }
-    bool RawNumber(const Ch *text, rapidjson::SizeType length, bool copy)
-    {
-        return m_document.RawNumber(text, length, copy);
-    }
-    bool String(const Ch *text, rapidjson::SizeType length, bool copy)
-    {
-        return m_document.String(text, length, copy);
-    }
-    bool Key(const Ch *text, rapidjson::SizeType length, bool copy)
-    {
-        return m_document.Key(text, length, copy);
-    }
-    bool StartObject() { return enter() && m_document.StartObject(); }
-    bool EndObject(rapidjson::SizeType count)
-    {
-        --m_depth;
-        return m_document.EndObject(count);
-    }
-    bool StartArray() { return enter() && m_document.StartArray(); }
-    bool EndArray(rapidjson::SizeType count)
-    {
-        --m_depth;
-        return m_document.EndArray(count);
-    }
-
-    bool tooDeep() const { return m_tooDeep; }
-
-private:
-    bool enter()
-    {
-        if (m_depth >= TyxJsonMaxDepth) {
-            m_tooDeep = true;
-            return false;
-        }
-        ++m_depth;
-        return true;
-    }
-
-    Document &m_document;
-    unsigned int m_depth = 0;
-    bool m_tooDeep = false;
-};
 
 // The text of a string the reader has validated: ASCII is widened unit by
 // unit, anything else goes through the library's UTF-8 decoder.
@@ -120,41 +58,6 @@ TyxString textOf(const char *text, size_t length)
 }
 
 TyxString textOf(const wchar_t *text, size_t length) { return TyxString(std::wstring(text, length)); }
-
-// Where a built value goes: the end of a list, a member of a map or the
-// result. Each takes the held value itself, so the variant is made in place
-// once and never copied.
-struct ListSink {
-    TyxVariantList &list;
-    template <class Held>
-    void operator()(Held &&held) const
-    {
-        list.emplace_back(std::forward<Held>(held));
-    }
-};
-
-struct MapSink {
-    TyxVariantMap &map;
-    TyxString &key;
-    template <class Held>
-    void operator()(Held &&held) const
-    {
-        // Members arriving in key order go in at the end without a search; a
-        // repeated name keeps its first value, as a lookup in the document
-        // finds the first.
-        map.emplace_hint(map.end(), std::piecewise_construct, std::forward_as_tuple(std::move(key)),
-                         std::forward_as_tuple(std::forward<Held>(held)));
-    }
-};
-
-struct ResultSink {
-    TyxVariant &result;
-    template <class Held>
-    void operator()(Held &&held) const
-    {
-        result = TyxVariant(std::forward<Held>(held));
-    }
-};
 
 // Repeated scalars of one document share one value object: a number or a
 // short text met again takes the variant made the first time, which saves an
@@ -253,71 +156,109 @@ private:
     std::vector<Slot> m_slots;
 };
 
-// Walks a parsed document into variants. Containers are built at their final
-// size; the depth is bounded by DepthLimit.
-template <class Value>
+// Builds variants while the reader runs. Finished values wait on one stack
+// and member names on another until their container closes; then the
+// container is made at its final size from the top of the stacks. Neither
+// reading nor building recurses, and the nesting is limited.
+template <class Ch>
 class VariantBuilder {
 public:
-    template <class Sink>
-    void build(const Value &node, const Sink &sink)
+    VariantBuilder() { m_values.reserve(1024); }
+
+    bool Null()
     {
-        switch (node.GetType()) {
-        case rapidjson::kNullType: sink(TyxVariant()); return;
-        case rapidjson::kFalseType: sink(m_false); return;
-        case rapidjson::kTrueType: sink(m_true); return;
-        case rapidjson::kStringType:
-            if (const TyxVariant *shared = m_cache.text(node.GetString(), node.GetStringLength()))
-                sink(*shared);
-            else
-                sink(textOf(node.GetString(), node.GetStringLength()));
-            return;
-        case rapidjson::kNumberType:
-            // The narrowest of int, unsigned int, int64 and uint64 that holds
-            // the number, in the order a document value answers them.
-            if (node.IsInt())
-                number(node.GetInt(), sink);
-            else if (node.IsUint())
-                number(node.GetUint(), sink);
-            else if (node.IsInt64())
-                number(node.GetInt64(), sink);
-            else if (node.IsUint64())
-                number(node.GetUint64(), sink);
-            else
-                number(node.GetDouble(), sink);
-            return;
-        case rapidjson::kArrayType: {
-            TyxVariantList list;
-            list.reserve(node.Size());
-            const ListSink into{list};
-            for (const Value &element : node.GetArray())
-                build(element, into);
-            sink(std::move(list));
-            return;
-        }
-        case rapidjson::kObjectType: {
-            TyxVariantMap map;
-            TyxString key;
-            const MapSink into{map, key};
-            for (const auto &member : node.GetObject()) {
-                key = textOf(member.name.GetString(), member.name.GetStringLength());
-                build(member.value, into);
-            }
-            sink(std::move(map));
-            return;
-        }
-        }
+        m_values.emplace_back();
+        return true;
     }
+    bool Bool(bool b)
+    {
+        m_values.push_back(b ? m_true : m_false);
+        return true;
+    }
+    // Numbers take the narrowest of int, unsigned int, int64 and uint64
+    // that holds them, in that order, as a RapidJSON value answers IsInt()
+    // first.
+    bool Int(int i) { return number(i); }
+    bool Uint(unsigned u) { return u <= INT_MAX ? number(static_cast<int>(u)) : number(u); }
+    bool Int64(int64_t i) { return number(i); }
+    bool Uint64(uint64_t u)
+    {
+        return u <= static_cast<uint64_t>(INT64_MAX) ? number(static_cast<int64_t>(u)) : number(u);
+    }
+    bool Double(double d) { return number(d); }
+    bool RawNumber(const Ch *, rapidjson::SizeType, bool) { return false; }
+    bool String(const Ch *text, rapidjson::SizeType length, bool)
+    {
+        if (const TyxVariant *shared = m_cache.text(text, length))
+            m_values.push_back(*shared);
+        else
+            m_values.emplace_back(textOf(text, length));
+        return true;
+    }
+    bool Key(const Ch *text, rapidjson::SizeType length, bool)
+    {
+        m_keys.push_back(textOf(text, length));
+        return true;
+    }
+    bool StartObject() { return enter(); }
+    bool StartArray() { return enter(); }
+    bool EndArray(rapidjson::SizeType count)
+    {
+        --m_depth;
+        const auto first = m_values.end() - static_cast<std::ptrdiff_t>(count);
+        TyxVariantList list(first, m_values.end());
+        m_values.erase(first, m_values.end());
+        m_values.emplace_back(std::move(list));
+        return true;
+    }
+    bool EndObject(rapidjson::SizeType count)
+    {
+        --m_depth;
+        const auto firstValue = m_values.end() - static_cast<std::ptrdiff_t>(count);
+        const auto firstKey = m_keys.end() - static_cast<std::ptrdiff_t>(count);
+        TyxVariantMap map;
+        for (size_t i = 0; i < count; ++i) {
+            // Members arriving in key order go in at the end without a
+            // search; a repeated name keeps its first value, as a lookup in a
+            // RapidJSON object finds the first.
+            map.emplace_hint(map.end(), std::move(firstKey[static_cast<std::ptrdiff_t>(i)]),
+                             firstValue[static_cast<std::ptrdiff_t>(i)]);
+        }
+        m_values.erase(firstValue, m_values.end());
+        m_keys.erase(firstKey, m_keys.end());
+        m_values.emplace_back(std::move(map));
+        return true;
+    }
+
+    bool tooDeep() const { return m_tooDeep; }
+    /// The value of the whole text, after a successful parse.
+    const TyxVariant &result() const { return m_values.front(); }
 
 private:
-    template <class T, class Sink>
-    void number(T value, const Sink &sink)
+    template <class T>
+    bool number(T value)
     {
         if (const TyxVariant *shared = m_cache.number(value))
-            sink(*shared);
+            m_values.push_back(*shared);
         else
-            sink(value);
+            m_values.emplace_back(value);
+        return true;
     }
 
+    bool enter()
+    {
+        if (m_depth >= TyxJsonMaxDepth) {
+            m_tooDeep = true;
+            return false;
+        }
+        ++m_depth;
+        return true;
+    }
+
+    std::vector<TyxVariant> m_values;
+    std::vector<TyxString> m_keys;
+    unsigned int m_depth = 0;
+    bool m_tooDeep = false;
     // The two booleans are shared by every place that holds one.
     const TyxVariant m_false = TyxVariant(false);
     const TyxVariant m_true = TyxVariant(true);
@@ -331,28 +272,22 @@ uint64_t lineAt(const Text &text, size_t offset)
     return 1 + static_cast<uint64_t>(std::count(text.begin(), end, '\n'));
 }
 
-template <class Document, class SourceEncoding, class Text>
+template <class Encoding, class Text>
 TyxJsonParseResult parseWith(const Text &text, TyxVariant &value)
 {
     TyxJsonParseResult outcome;
-    Document document;
-    rapidjson::GenericReader<SourceEncoding, typename Document::EncodingType> reader;
-    rapidjson::GenericStringStream<SourceEncoding> stream(text.c_str());
-    bool tooDeep = false;
-    auto generator = [&](Document &handler) {
-        DepthLimit<Document> limit(handler);
-        const bool done = !reader.template Parse<parseFlags>(stream, limit).IsError();
-        tooDeep = limit.tooDeep();
-        return done;
-    };
-    document.Populate(generator);
-    if (!reader.HasParseError()) {
-        VariantBuilder<typename Document::ValueType> builder;
-        TyxVariant built;
-        builder.build(document, ResultSink{built});
-        value = built;
+    rapidjson::GenericReader<Encoding, Encoding> reader;
+    rapidjson::GenericStringStream<Encoding> stream(text.c_str());
+    VariantBuilder<typename Encoding::Ch> builder;
+    const bool tooDeep = [&] {
+        if (!reader.template Parse<parseFlags>(stream, builder).IsError()) {
+            value = builder.result();
+            return false;
+        }
+        return builder.tooDeep();
+    }();
+    if (!reader.HasParseError())
         return outcome;
-    }
     outcome.offset = reader.GetErrorOffset();
     outcome.line = lineAt(text, outcome.offset);
     TyxString message;
@@ -553,12 +488,12 @@ void writeInto(Buffer &buffer, const TyxVariant &value, const TyxString &indent,
 
 TyxJsonParseResult parseJsonText(const std::string &text, TyxVariant &value)
 {
-    return parseWith<NarrowDocument, rapidjson::UTF8<>>(text, value);
+    return parseWith<rapidjson::UTF8<>>(text, value);
 }
 
 TyxJsonParseResult parseJsonText(const std::wstring &text, TyxVariant &value)
 {
-    return parseWith<WideDocument, WideEncoding>(text, value);
+    return parseWith<WideEncoding>(text, value);
 }
 
 std::string readAllText(std::istream &is) { return readAllFrom(is); }
