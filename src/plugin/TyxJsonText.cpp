@@ -28,9 +28,9 @@ namespace {
 
 using WideEncoding = rapidjson::UTF32<wchar_t>;
 
-// Full precision: a number reads back as the double nearest to its text.
-constexpr unsigned parseFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag |
-                                rapidjson::kParseFullPrecisionFlag;
+// Numbers take RapidJSON's normal precision: its full-precision path shifts by
+// the leading zeros of a zero significand ("0.0e-30"), which is undefined.
+constexpr unsigned parseFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
 
 template <class T>
 const T &heldValue(const TyxVariant &value)
