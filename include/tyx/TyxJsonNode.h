@@ -11,12 +11,9 @@
 #include <tyx/TyxString.h>
 #include <tyx/TyxTextMsg.h>
 #include <tyx/TyxVariant.h>
+#include <tyx/internal/TyxJsonNodeIF.h>
 
 namespace tyx {
-
-namespace internal {
-struct TyxJsonNodeImpl;
-}
 
 /// The deepest nesting of arrays and objects that fromJson accepts; a deeper
 /// text fails with a message instead of exhausting the stack. toJson writes
@@ -29,15 +26,19 @@ inline constexpr unsigned int TyxJsonMaxDepth = 512;
 /// nothing: it is empty, of type Null, and answers defaults.
 class TYX_EXPORT TyxJsonNode : public TyxObject {
 public:
-    /// Where an iteration stands: the node walked and the position in it.
+    /// Where an iteration stands: the implementation walked and the index of
+    /// the current member or element in it.
     struct IterState {
-        const TyxJsonNode *owner = nullptr;
+        /// The index of a member that find made, until a step needs it.
+        static constexpr unsigned int unknownIndex = ~0u;
+        const internal::TyxJsonNodeIF *owner = nullptr;
         unsigned int index = 0;
     };
 
     /// Walks the members of a Node in map order (each named by its key) or
     /// the elements of an Array (unnamed). Each step makes a new node holding
-    /// a copy of the value: changing it leaves the walked node alone.
+    /// a copy of the value: changing it leaves the walked node alone. An
+    /// iterator is valid while the walked node lives and keeps its value.
     template <class T>
     class iterator_p;
     using iterator = iterator_p<TyxJsonNode>;
@@ -79,8 +80,9 @@ public:
     TyxVariant value() const;
     void setValue(const TyxVariant &value);
     /// Appends the value of \p node to this value as a list; a value that is
-    /// not a list becomes the first element. Posts an Error when \p node
-    /// holds no implementation.
+    /// not a list becomes the first element. Posts the Error "Cannot pushBack
+    /// an TyxJsonNodeIFPtr instantiated by a different TyxJsonNode
+    /// implementation." when \p node holds another implementation or none.
     void pushBack(const TyxJsonNode &node);
 
     /// The value through the variant's conversions.
@@ -103,11 +105,14 @@ public:
     const_iterator end() const;
 
     /// Element \p index of an Array, or member \p index in map order of a
-    /// Node (its key as name); a node holding nothing when out of range.
-    TyxJsonNode at(unsigned int index) const;
-    /// The member named \p name, matched ignoring case; a node holding
-    /// nothing when there is none.
-    TyxJsonNode find(const TyxString &name) const;
+    /// Node (its key as name); the end when out of range. Walking the indices
+    /// in order takes one step each.
+    iterator at(unsigned int index);
+    const_iterator at(unsigned int index) const;
+    /// The member named \p name, matched ignoring case; the end when there is
+    /// none. Stepping on from it walks the members after it.
+    iterator find(const TyxString &name);
+    const_iterator find(const TyxString &name) const;
 
     /// The node of \p text with an empty name, or a node holding nothing when
     /// the text is not JSON.
@@ -123,9 +128,13 @@ public:
     static TyxString stripWhiteSpace(const TyxString &text);
 
 private:
-    explicit TyxJsonNode(std::unique_ptr<internal::TyxJsonNodeImpl> impl);
+    /// Takes \p impl, which the caller made with new; null holds nothing.
+    static TyxJsonNode adopt(internal::TyxJsonNodeIF *impl);
+    /// The index of the member named \p name in \p owner.
+    static unsigned int indexOf(const internal::TyxJsonNodeIF &owner, const TyxString &name);
+    explicit TyxJsonNode(const internal::TyxJsonNodeIFPtr &impl);
 
-    std::unique_ptr<internal::TyxJsonNodeImpl> m_impl;
+    internal::TyxJsonNodeIFPtr m_impl;
 };
 
 template <class T>
@@ -146,39 +155,74 @@ public:
         return before;
     }
     /// Iterators at the end are equal; others when at one place of one node.
-    bool operator==(const iterator_p &other) const
+    template <class U>
+    bool operator==(const iterator_p<U> &other) const
     {
         return atEnd() == other.atEnd() &&
                (atEnd() || (m_state.owner == other.m_state.owner && m_state.index == other.m_state.index));
     }
-    bool operator!=(const iterator_p &other) const { return !(*this == other); }
+    template <class U>
+    bool operator!=(const iterator_p<U> &other) const
+    {
+        return !(*this == other);
+    }
 
 private:
     friend class TyxJsonNode;
-    iterator_p(const TyxJsonNode *owner, unsigned int index) : m_state{owner, index} { load(); }
-    bool atEnd() const { return m_current.isNull(); }
-    void load()
+    template <class>
+    friend class iterator_p;
+    iterator_p(const IterState &state, TyxJsonNode &&current) : m_state(state), m_current(std::move(current))
     {
-        m_current = m_state.owner ? m_state.owner->at(m_state.index) : TyxJsonNode();
-        if (m_current.isNull())
+        if (atEnd())
             m_state = IterState();
     }
+    bool atEnd() const { return m_current.isNull(); }
     void step()
     {
-        if (!atEnd()) {
-            ++m_state.index;
-            load();
-        }
+        if (atEnd())
+            return;
+        if (m_state.index == IterState::unknownIndex)
+            m_state.index = TyxJsonNode::indexOf(*m_state.owner, m_current.name());
+        ++m_state.index;
+        m_current = TyxJsonNode::adopt(m_state.owner->at(m_state.index));
+        if (atEnd())
+            m_state = IterState();
     }
 
     IterState m_state;
     mutable TyxJsonNode m_current;
 };
 
-inline TyxJsonNode::iterator TyxJsonNode::begin() { return iterator(this, 0); }
-inline TyxJsonNode::const_iterator TyxJsonNode::begin() const { return const_iterator(this, 0); }
+inline TyxJsonNode::iterator TyxJsonNode::begin()
+{
+    return m_impl ? iterator({m_impl.get(), 0}, adopt(m_impl->begin())) : iterator();
+}
+inline TyxJsonNode::const_iterator TyxJsonNode::begin() const
+{
+    return m_impl ? const_iterator({m_impl.get(), 0}, adopt(m_impl->begin())) : const_iterator();
+}
 inline TyxJsonNode::iterator TyxJsonNode::end() { return iterator(); }
 inline TyxJsonNode::const_iterator TyxJsonNode::end() const { return const_iterator(); }
+inline TyxJsonNode::iterator TyxJsonNode::at(unsigned int index)
+{
+    return m_impl ? iterator({m_impl.get(), index}, adopt(m_impl->at(index))) : iterator();
+}
+inline TyxJsonNode::const_iterator TyxJsonNode::at(unsigned int index) const
+{
+    return m_impl ? const_iterator({m_impl.get(), index}, adopt(m_impl->at(index))) : const_iterator();
+}
+inline TyxJsonNode::iterator TyxJsonNode::find(const TyxString &name)
+{
+    return m_impl ? iterator({m_impl.get(), IterState::unknownIndex}, adopt(m_impl->find(name))) : iterator();
+}
+inline TyxJsonNode::const_iterator TyxJsonNode::find(const TyxString &name) const
+{
+    return m_impl ? const_iterator({m_impl.get(), IterState::unknownIndex}, adopt(m_impl->find(name)))
+                  : const_iterator();
+}
+
+/// Shares a node; a copy of the pointer is the same node.
+using TyxJsonNodePtr = TyxAutoPtr<TyxJsonNode>;
 
 /// Writes toJson(false).
 TYX_EXPORT std::ostream &operator<<(std::ostream &os, const TyxJsonNode &node);

@@ -1,5 +1,7 @@
-// JSON node kinds and their keys.
+// JSON node kinds, their keys and stream forms.
 #include <tyx/TyxJsonNodeType.h>
+
+#include "image/TyxCodeKeys.h"
 
 namespace tyx {
 
@@ -7,16 +9,9 @@ TyxJsonNodeType::TyxJsonNodeType(Code code) : m_code(static_cast<unsigned>(code)
 {
 }
 
-TyxJsonNodeType::TyxJsonNodeType(const TyxString &key) : m_code(Invalid)
-{
-    const std::vector<TyxString> &keys = allKeys();
-    for (size_t i = 0; i < keys.size(); ++i) {
-        if (isEqual(keys[i], key)) {
-            m_code = static_cast<Code>(i);
-            break;
-        }
-    }
-}
+TyxJsonNodeType::TyxJsonNodeType(const TyxString &key) : m_code(fromString(key)) {}
+
+TyxString TyxJsonNodeType::className() const { return L"TyxJsonNodeType"; }
 
 const TyxString &TyxJsonNodeType::toString() const
 {
@@ -24,10 +19,46 @@ const TyxString &TyxJsonNodeType::toString() const
     return isValid() ? allKeys()[m_code] : empty;
 }
 
-const std::vector<TyxString> &TyxJsonNodeType::allKeys()
+const TyxEnum &TyxJsonNodeType::enumerator()
 {
-    static const std::vector<TyxString> keys{L"Null", L"String", L"Number", L"Bool", L"Array", L"Node"};
-    return keys;
+    static const TyxEnum &table = internal::buildCodeEnumerator<TyxJsonNodeType>({{Null, L"Null"},
+                                                                                  {String, L"String"},
+                                                                                  {Number, L"Number"},
+                                                                                  {Bool, L"Bool"},
+                                                                                  {Array, L"Array"},
+                                                                                  {Node, L"Node"}});
+    return table;
+}
+
+const std::vector<TyxString> &TyxJsonNodeType::allKeys() { return enumerator().allKeys(); }
+
+TyxJsonNodeType::Code TyxJsonNodeType::fromString(const TyxString &key)
+{
+    return internal::codeOfKey(enumerator(), key, Invalid);
+}
+
+bool TyxJsonNodeType::isValid(const TyxString &key) { return fromString(key) != Invalid; }
+
+std::wostream &operator<<(std::wostream &os, const TyxJsonNodeType &type)
+{
+    return internal::writeCodeKey(os, type.toString());
+}
+
+std::ostream &operator<<(std::ostream &os, const TyxJsonNodeType &type)
+{
+    return internal::writeCodeKey(os, type.toString());
+}
+
+std::wistream &operator>>(std::wistream &is, TyxJsonNodeType &type)
+{
+    type = TyxJsonNodeType(internal::readCodeKey(is));
+    return is;
+}
+
+std::istream &operator>>(std::istream &is, TyxJsonNodeType &type)
+{
+    type = TyxJsonNodeType(internal::readCodeKey(is));
+    return is;
 }
 
 } // namespace tyx

@@ -99,6 +99,9 @@ TEST(TyxJsonNodeTest, TextsRoundTrip)
         R"("tab\tquote\"back\\slash\nctl\u0001")",
         "\"\xc3\xa9\xe2\x82\xac\xf0\x9f\x98\x80\"",
         "0.1",
+        R"([7,7,7.5,7.5,"x","x",-1,4294967295,-1,4294967295])",
+        "[0,-1,2147483648,-2147483649,9223372036854775808]",
+        "{\"nul\":\"a\\u0000b\",\"\xc3\xa9t\xc3\xa9\":{\"\":[[],[[]]]}}",
     };
     for (const std::string &text : texts) {
         TyxVariant value;
@@ -137,35 +140,85 @@ TEST(TyxJsonNodeTest, OtherValuesAreWrittenAsNumbersOrText)
     EXPECT_EQ(writeText(TyxVariant(static_cast<unsigned char>(7))), "7");
     EXPECT_EQ(writeText(TyxVariant(2.5f)), "2.5");
     EXPECT_EQ(writeText(TyxVariant(TyxStrList{L"a", L"b"})).front(), '"');
+    // Units that no UTF-8 can carry are written as U+FFFD.
+    EXPECT_EQ(writeText(TyxVariant(TyxString(std::wstring{L'a', static_cast<wchar_t>(0xD800)}))),
+              "\"a\xef\xbf\xbd\"");
 }
 
 TEST(TyxJsonNodeTest, MembersMatchIgnoringCase)
 {
     const TyxJsonNode node = TyxJsonNode::parse(L"{\"A\":1,\"b\":[true,\"x\"]}");
-    EXPECT_EQ(node.find(L"a").toInt(), 1);
-    EXPECT_EQ(node.find(L"a").name(), L"A");
-    EXPECT_TRUE(node.find(L"zz").isNull());
-    EXPECT_EQ(node.find(L"B").at(1).toString(), L"x");
-    EXPECT_TRUE(node.find(L"B").at(2).isNull());
-    EXPECT_EQ(node.at(1).name(), L"b");
+    EXPECT_EQ(node.find(L"a")->toInt(), 1);
+    EXPECT_EQ(node.find(L"a")->name(), L"A");
+    EXPECT_EQ(node.find(L"zz"), node.end());
+    EXPECT_EQ(node.find(L"B")->at(1)->toString(), L"x");
+    EXPECT_EQ(node.find(L"B")->at(2), node.end());
+    EXPECT_EQ(node.at(1)->name(), L"b");
+    EXPECT_EQ(TyxJsonNode(L"s", TyxVariant(3)).find(L"s"), node.end());
 }
 
 TEST(TyxJsonNodeTest, IterationWalksMembersAndElements)
 {
-    const TyxJsonNode node = TyxJsonNode::parse(L"{\"b\":2,\"A\":1}");
+    const TyxJsonNode node = TyxJsonNode::parse(L"{\"c\":3,\"b\":2,\"A\":1}");
     std::vector<TyxString> names;
     for (const TyxJsonNode &member : node)
         names.push_back(member.name() + L"=" + member.toString());
-    EXPECT_EQ(names, (std::vector<TyxString>{L"A=1", L"b=2"}));
+    EXPECT_EQ(names, (std::vector<TyxString>{L"A=1", L"b=2", L"c=3"}));
+    // A walk that starts at a found member goes on from there.
+    auto found = node.find(L"B");
+    EXPECT_EQ((++found)->name(), L"c");
+    EXPECT_EQ(++found, node.end());
+    EXPECT_EQ(node.at(2)->name(), L"c");
     TyxJsonNode array = TyxJsonNode::parse(L"[true,null]");
     auto it = array.begin();
     EXPECT_EQ(it->type(), TyxJsonNodeType::Bool);
     it->setValue(TyxVariant(5));
     EXPECT_EQ(array.toJson(), L"[true,null]");
     EXPECT_EQ((it++)->name(), L"");
+    EXPECT_EQ(it->type(), TyxJsonNodeType::Null);
     EXPECT_EQ(++it, array.end());
     const TyxJsonNode scalar(L"x", TyxVariant(3));
     EXPECT_EQ(scalar.begin(), scalar.end());
+    EXPECT_EQ(TyxJsonNode().begin(), TyxJsonNode().end());
+}
+
+TEST(TyxJsonNodeTest, TypeFollowsTheVariant)
+{
+    struct Case {
+        TyxVariant value;
+        TyxJsonNodeType::Code type;
+    };
+    const Case cases[] = {
+        {TyxVariant(), TyxJsonNodeType::Null},
+        {TyxVariant(true), TyxJsonNodeType::Bool},
+        {TyxVariant(L"t"), TyxJsonNodeType::String},
+        {TyxVariant(2.5), TyxJsonNodeType::Number},
+        {TyxVariant(L'c'), TyxJsonNodeType::Number},
+        {TyxVariant(TyxStrList{L"a"}), TyxJsonNodeType::String},
+        {TyxVariant(TyxVariantList()), TyxJsonNodeType::Array},
+        {TyxVariant(TyxVariantMap()), TyxJsonNodeType::Node},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(TyxJsonNode(L"n", c.value).type(), c.type) << c.value;
+    EXPECT_EQ(TyxJsonNode().type(), TyxJsonNodeType::Null);
+    EXPECT_EQ(TyxJsonNode(TyxJsonNodeType::Node).toJson(), L"{}");
+    EXPECT_EQ(TyxJsonNode(TyxJsonNodeType::Number).toJson(), L"0.0");
+}
+
+TEST(TyxJsonNodeTest, NodeTypeIsACodeClass)
+{
+    EXPECT_EQ(TyxJsonNodeType::allKeys(),
+              (std::vector<TyxString>{L"Null", L"String", L"Number", L"Bool", L"Array", L"Node"}));
+    EXPECT_EQ(TyxJsonNodeType::fromString(L"aRRay"), TyxJsonNodeType::Array);
+    EXPECT_EQ(TyxJsonNodeType::fromString(L"Object"), TyxJsonNodeType::Invalid);
+    EXPECT_EQ(TyxJsonNodeType(static_cast<TyxJsonNodeType::Code>(9)).toString(), L"");
+    EXPECT_EQ(TyxJsonNodeType().className(), L"TyxJsonNodeType");
+    std::wistringstream is(L"node");
+    TyxJsonNodeType type;
+    is >> type;
+    std::wostringstream os;
+    os << type;
+    EXPECT_EQ(os.str(), L"Node");
 }
 
 TEST(TyxJsonNodeTest, CopiesDoNotShare)
@@ -177,6 +230,22 @@ TEST(TyxJsonNodeTest, CopiesDoNotShare)
     EXPECT_EQ(original.toJson(), L"[1]");
     EXPECT_EQ(copy.toJson(), L"[1,2]");
     EXPECT_EQ(original.name(), L"");
+}
+
+TEST(TyxJsonNodeTest, ConversionsKeepTheNameAndCopiesKeepTheComment)
+{
+    TyxJsonNode node(L"n", TyxVariant(TyxVariantList{TyxVariant(1)}));
+    node.setComment(L"c");
+    const TyxJsonNode copy = node;
+    node.clear();
+    EXPECT_EQ(copy.comment(), L"c");
+    EXPECT_EQ(node.comment(), L"");
+    EXPECT_EQ(node.name(), L"n");
+    EXPECT_EQ(node.type(), TyxJsonNodeType::Null);
+    EXPECT_EQ(copy.toArray().toJson(), L"[1]");
+    EXPECT_EQ(copy.toNode().name(), L"n");
+    EXPECT_EQ(copy.toNode().type(), TyxJsonNodeType::Node);
+    EXPECT_EQ(TyxJsonNode(L"", TyxVariant(L"7")).toInt(), 7);
 }
 
 TEST(TyxJsonNodeTest, BrokenParseGivesNodeHoldingNothing)
@@ -191,6 +260,16 @@ TEST(TyxJsonNodeTest, BrokenParseGivesNodeHoldingNothing)
     EXPECT_FALSE(TyxJsonNode::isValid(is, line, offset));
     EXPECT_EQ(line, 3u);
     EXPECT_EQ(offset, 6u);
+}
+
+TEST(TyxJsonNodeTest, PushBackAppendsValuesAsAList)
+{
+    TyxJsonNode node(L"n", TyxVariant(1));
+    node.pushBack(TyxJsonNode(L"x", TyxVariant(L"a")));
+    const TyxJsonNode shared = node;
+    node.pushBack(TyxJsonNode::parse(L"{}"));
+    EXPECT_EQ(node.toJson(), L"[1,\"a\",{}]");
+    EXPECT_EQ(shared.toJson(), L"[1,\"a\"]");
 }
 
 TEST(TyxJsonNodeTest, PushBackOfNodeHoldingNothingIsRefused)
@@ -210,7 +289,8 @@ TEST(TyxJsonNodeTest, PushBackOfNodeHoldingNothingIsRefused)
 
 TEST(TyxJsonNodeTest, StripWhiteSpaceGivesCompactForm)
 {
-    EXPECT_EQ(TyxJsonNode::stripWhiteSpace(L" { \"a\" : [ 1 , 2 ] } "), L"{\"a\":[1,2]}");
+    EXPECT_EQ(TyxJsonNode::stripWhiteSpace(L" { \"b\" : [ 1.50 , 2 ] ,\n \"A\":\"\u00e9 \" } "),
+              L"{\"b\":[1.5,2],\"A\":\"\u00e9 \"}");
     EXPECT_EQ(TyxJsonNode::stripWhiteSpace(L" [1, "), L" [1, ");
 }
 
