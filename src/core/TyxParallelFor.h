@@ -27,6 +27,11 @@ std::exception_ptr parallelChunks(uint64_t count, uint64_t grain, F &f)
         [](void *context, uint64_t begin, uint64_t end) { (*static_cast<F *>(context))(begin, end); }, &f);
 }
 
+/// Runs \p chunk over [0, count) in pieces of at least \p grain indices on
+/// oneTBB's worker threads and the calling thread; returns when all are
+/// done. No exception may leave \p chunk.
+void runOnWorkers(uint64_t count, uint64_t grain, TyxChunkBody chunk, void *context);
+
 /// The number of threads a parallel loop may run on at most: the slots of
 /// workerSlot().
 unsigned workerSlots();

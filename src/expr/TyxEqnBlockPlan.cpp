@@ -22,9 +22,10 @@ namespace {
 // Tile work asks for parallel loops from this many samples, as the other
 // tile loops do.
 constexpr uint64_t kParallelThreshold = 27648;
-// Blocks per piece of a parallel loop: 64 Ki samples, enough to make the
-// scheduling cost of a piece small against its work.
-constexpr uint64_t kBlocksPerPiece = 16;
+// Blocks per piece of a parallel loop at least: 16 Ki samples, some 10
+// microseconds of work against about one of scheduling; oneTBB makes pieces
+// larger where the range allows.
+constexpr uint64_t kBlocksPerPiece = 4;
 
 bool nameIn(const TyxString &name, std::initializer_list<const wchar_t *> names)
 {

@@ -50,7 +50,7 @@ auto offAndOn(F f)
 // Lengths from the parallel threshold on, up to many blocks per worker.
 TEST(TyxParallelLoopsTest, BandMathOnThreadsGivesTheSerialBits)
 {
-    for (const uint64_t n : {uint64_t(27648), uint64_t(200003)}) {
+    for (const uint64_t n : {uint64_t(27648), uint64_t(80001)}) {
         for (const wchar_t *text : tyx::testing::kBandMath) {
             SCOPED_TRACE(::testing::Message() << "n=" << n << " expression: " << toUTF8(text));
             TyxEqnParser whole;
@@ -77,19 +77,20 @@ TyxImageTile doubleTile(unsigned w, unsigned h, unsigned bands, TyxDataLayout::C
     TyxImageTile tile(TyxImageTileDesc(TyxImageROI(TyxCoord3D<int>(x, 0, 0), TyxImageSize(w, h, bands)),
                                        TyxDataLayout(layout), TyxDataType(N::Double)));
     tile.allocate();
-    for (unsigned b = 0; b < bands; ++b)
-        for (unsigned y = 0; y < h; ++y)
-            for (unsigned i = 0; i < w; ++i)
-                *tile.ptrAt<double>(i, y, b) = double((i * 7 + y * 13 + b * 101) % 997) - 300.25;
+    double *p = tile.ptrAt<double>(0, 0, 0);
+    for (uint64_t i = 0; i < uint64_t(w) * h * bands; ++i)
+        p[i] = double((i * 7 + i / 1000 * 13) % 997) - 300.25;
     return tile;
 }
 
-// Every image tile loop above its threshold: a 512 x 512 x 4 Double tile is
-// 8 MiB, above all byte thresholds.
+// Every image tile loop above its threshold: a 448 x 448 x 4 Double tile is
+// 6.1 MiB, above all byte thresholds.
 TEST(TyxParallelLoopsTest, ImageTileLoopsOnThreadsGiveTheSerialTiles)
 {
-    const TyxImageTile source = doubleTile(512, 512, 4, TyxDataLayout::PixelInterleaved);
-    const auto same = [](const TyxImageTilePtr &x, const TyxImageTilePtr &y) { return x && y && x->isEqual(*y, 0.0); };
+    const TyxImageTile source = doubleTile(448, 448, 4, TyxDataLayout::PixelInterleaved);
+    const auto same = [](const TyxImageTilePtr &x, const TyxImageTilePtr &y) {
+        return x && y && x->isEqual(*y, 0.0);
+    };
 
     auto converted = offAndOn([&] { return source.clone(TyxDataType(N::I16)); });
     EXPECT_TRUE(same(converted.first, converted.second));
@@ -98,13 +99,13 @@ TEST(TyxParallelLoopsTest, ImageTileLoopsOnThreadsGiveTheSerialTiles)
     auto cropped = offAndOn([&] { return source.crop(TyxImageROI(3, 5, 400, 300, {1, 2})); });
     EXPECT_TRUE(same(cropped.first, cropped.second));
     auto inserted = offAndOn([&] {
-        TyxImageTilePtr target(new TyxImageTile(doubleTile(512, 512, 4, TyxDataLayout::BandInterleaved, 40)));
+        TyxImageTilePtr target(new TyxImageTile(doubleTile(448, 448, 4, TyxDataLayout::BandInterleaved, 40)));
         target->insert(source);
         return target;
     });
     EXPECT_TRUE(same(inserted.first, inserted.second));
     auto filled = offAndOn([&] {
-        TyxImageTilePtr target(new TyxImageTile(doubleTile(512, 512, 4, TyxDataLayout::PixelInterleaved)));
+        TyxImageTilePtr target(new TyxImageTile(doubleTile(448, 448, 4, TyxDataLayout::PixelInterleaved)));
         target->fill(TyxPixel(std::vector<TyxPixel::Sample>{1.5, -2.0, 3.25, 7.0}));
         return target;
     });
