@@ -107,8 +107,7 @@ struct TyxEqnBlockPlan::Worker {
 
 TyxEqnBlockPlan::TyxEqnBlockPlan(TyxFcnNode &root)
 {
-    // Depth first, arguments in order, so that the leaves are met in the
-    // order in which a whole evaluation meets them.
+    // Parents before their arguments, which m_inner relies on.
     std::vector<TyxFcnNode *> pending{&root};
     while (!pending.empty()) {
         TyxFcnNode *fcn = pending.back();
