@@ -7,6 +7,10 @@
 #include <unordered_map>
 #include <utility>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include <tyx/TyxBuffer.h>
 #include <tyx/TyxEqnTile.h>
 #include <tyx/TyxSystem.h>
@@ -26,6 +30,37 @@ constexpr uint64_t kParallelThreshold = 27648;
 // microseconds of work against about one of scheduling; oneTBB makes pieces
 // larger where the range allows.
 constexpr uint64_t kBlocksPerPiece = 4;
+
+// Results from this many bytes on are written past the cache: they are far
+// larger than it and are not read again here, so fetching their lines before
+// writing them would only add memory traffic.
+constexpr uint64_t kStreamBytes = uint64_t(4) << 20;
+
+// Copies \p bytes of a block into the result, past the cache when \p stream.
+// Call finishStreaming before the result is read on another thread.
+void copyBlock(unsigned char *dst, const void *src, uint64_t bytes, bool stream)
+{
+    uint64_t done = 0;
+#if defined(__SSE2__)
+    if (stream && reinterpret_cast<uintptr_t>(dst) % 16 == 0) {
+        const auto *from = static_cast<const unsigned char *>(src);
+        for (; done + 16 <= bytes; done += 16)
+            _mm_stream_si128(reinterpret_cast<__m128i *>(dst + done),
+                             _mm_loadu_si128(reinterpret_cast<const __m128i *>(from + done)));
+    }
+#else
+    (void)stream;
+#endif
+    std::memcpy(dst + done, static_cast<const unsigned char *>(src) + done, bytes - done);
+}
+
+// Orders the stores of copyBlock before the ones that follow.
+void finishStreaming()
+{
+#if defined(__SSE2__)
+    _mm_sfence();
+#endif
+}
 
 bool nameIn(const TyxString &name, std::initializer_list<const wchar_t *> names)
 {
@@ -339,7 +374,8 @@ const TyxVariant &TyxEqnBlockPlan::evaluate(TyxFcnNode &root)
     unsigned char *out = prepareResult(type, n);
     if (!out)
         return m_result;
-    std::memcpy(out, tileOf(head).buffer()->data(), firstLength * sampleBytes);
+    const bool stream = n * sampleBytes >= kStreamBytes;
+    copyBlock(out, tileOf(head).buffer()->data(), firstLength * sampleBytes, stream);
 
     std::atomic<bool> mismatch{false};
     auto run = [&](Worker &w, uint64_t fromBlock, uint64_t toBlock) {
@@ -349,10 +385,12 @@ const TyxVariant &TyxEqnBlockPlan::evaluate(TyxFcnNode &root)
             const TyxVariant &value = runBlock(w, start, length);
             if (!isBlockOf(w, value, length) || tileOf(value).dataType() != type) {
                 mismatch.store(true, std::memory_order_relaxed);
-                return;
+                break;
             }
-            std::memcpy(out + start * sampleBytes, tileOf(value).buffer()->data(), length * sampleBytes);
+            copyBlock(out + start * sampleBytes, tileOf(value).buffer()->data(), length * sampleBytes,
+                      stream);
         }
+        finishStreaming();
     };
     if (parallel) {
         auto piece = [&](uint64_t from, uint64_t to) {
@@ -370,6 +408,7 @@ const TyxVariant &TyxEqnBlockPlan::evaluate(TyxFcnNode &root)
     } else {
         run(first, 1, blocks);
     }
+    finishStreaming();
     if (mismatch.load(std::memory_order_relaxed))
         return wholeOnCopy();
     return m_result;
