@@ -51,6 +51,19 @@ TEST(TyxEqnBlockPlanTest, BlocksGiveTheBitsOfTheWholeTile)
     enableParallelLoops(before);
 }
 
+// A result of more than 4 MiB is written past the cache, with the same bits.
+TEST(TyxEqnBlockPlanTest, LargeResultsGiveTheBitsOfTheWholeTile)
+{
+    const uint64_t n = (uint64_t(4) << 20) / sizeof(double) + 3;
+    TyxEqnParser parser;
+    ASSERT_EQ(parser.parse(L"(a - b) / (a + b)"), 0);
+    setBands(parser, n);
+    const TyxEqnTile whole = ownResult(parser);
+    ASSERT_EQ(whole.size(), n);
+    setBands(parser, n);
+    EXPECT_TRUE(sameBits(ownResult(parser), whole));
+}
+
 // Operands of differing lengths, or no tile at all, run whole every time.
 TEST(TyxEqnBlockPlanTest, UnevenOperandsRunWhole)
 {
