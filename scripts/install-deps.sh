@@ -2,7 +2,7 @@
 # Installs the Debian packages that tyx builds and tests with, when any is missing.
 set -euo pipefail
 
-packages=(flex bison rapidjson-dev libtinyxml2-dev libgtest-dev libbenchmark-dev
+packages=(flex bison rapidjson-dev libtinyxml2-dev libtbb-dev libgtest-dev libbenchmark-dev
           cmake ninja-build g++
           libgdal-dev) # GDAL: the tools in tools/ read and write rasters with it
 

@@ -22,9 +22,10 @@ run_suite build -DTYX_BUILD_TOOLS=ON
 ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
   run_suite build-sanitize -DCMAKE_BUILD_TYPE=Debug -DTYX_SANITIZE=ON -DTYX_BUILD_BENCHMARKS=OFF
 # ThreadSanitizer: the programs that load the shared tables from several
-# threads at once. Only they are built and run; the rest has no threads.
+# threads at once, and the loops that run on oneTBB's threads (band math in
+# blocks, roundclip, the image tile loops). Only they are built and run.
 cmake -S . -B build-tsan -G Ninja -DTYX_WARNINGS_AS_ERRORS=ON -DCMAKE_BUILD_TYPE=Debug -DTYX_SANITIZE=thread \
   -DTYX_BUILD_BENCHMARKS=OFF -DTYX_BUILD_EXAMPLES=OFF
-cmake --build build-tsan -j "$jobs" --target tyx_core_tests tyx_threads_tests
+cmake --build build-tsan -j "$jobs" --target tyx_core_tests tyx_threads_tests tyx_parallel_tests
 TSAN_OPTIONS=halt_on_error=1 ctest --test-dir build-tsan --output-on-failure \
-  -R '^(core|core_program_paths_first_use|threads)$'
+  -R '^(core|core_program_paths_first_use|threads|parallel)$'

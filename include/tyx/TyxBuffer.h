@@ -51,6 +51,10 @@ public:
     void *reallocate(uint64_t newSize, bool keepContents);
     /// A new buffer holding a copy of this one.
     TyxBufferPtr clone() const;
+    /// Makes the buffer a window on \p data of \p size bytes that it does
+    /// not own, freeing an owned block first; the label stays. Re-pointing a
+    /// window allocates nothing.
+    void wrap(uint64_t size, void *data);
 
     uint64_t size() const { return m_size; }
     bool ownsData() const { return m_ownsData; }

@@ -11,6 +11,7 @@
 #include "TyxBisonParser.h"
 #include "core/TyxPost.h"
 #include "expr/TyxConstNode.h"
+#include "expr/TyxEqnBlockPlan.h"
 #include "expr/TyxEqnFunctions.h"
 #include "expr/TyxFcnNode.h"
 #include "expr/TyxFlexScanner.h"
@@ -40,9 +41,13 @@ struct TyxEqnParser::Body {
     // Set when a variable received a value of another type than it held:
     // the function bodies then look at their operand types again.
     bool respecialise = false;
+    // Whether the element-wise subtrees of the entries have their block
+    // plans; a parse, a folding collapse or new bodies drop them.
+    bool planned = false;
 
     void clear()
     {
+        planned = false;
         if (expression.empty())
             return;
         entries.clear();
@@ -223,6 +228,12 @@ const TyxVariant &TyxEqnParser::evaluate(TyxTextMsg *msg)
                 fcn->resetBodies();
         }
         body.respecialise = false;
+        body.planned = false;
+    }
+    if (!body.planned) {
+        for (const Body::Entry &entry : body.entries)
+            internal::TyxEqnBlockPlan::attach(entry.root.get());
+        body.planned = true;
     }
     try {
         TyxVariant kept;
@@ -239,6 +250,7 @@ const TyxVariant &TyxEqnParser::evaluate(TyxTextMsg *msg)
                     if (TyxFcnNode *fcn = rest->root ? rest->root->toFcnNode() : nullptr)
                         fcn->resetBodies();
                 }
+                body.planned = false;
             }
         }
         body.result = kept;
@@ -255,6 +267,8 @@ int TyxEqnParser::collapse()
     Body &body = *m_body;
     if (body.entries.empty())
         return 0;
+    // Folding drops the plans of the nodes it visits.
+    body.planned = false;
     int total = 0;
     for (auto entry = body.entries.rbegin(); entry != body.entries.rend(); ++entry) {
         TyxFcnNode *fcn = entry->root ? entry->root->toFcnNode() : nullptr;

@@ -5,9 +5,12 @@
 
 #include "core/TyxPost.h"
 #include "expr/TyxConstNode.h"
+#include "expr/TyxEqnBlockPlan.h"
 #include "expr/TyxVarNode.h"
 
 namespace tyx::internal {
+
+TyxFcnNode::TyxFcnNode() = default;
 
 TyxFcnNode::TyxFcnNode(const TyxString &name, TyxEqnNodeList args) : m_name(name), m_args(std::move(args))
 {
@@ -53,13 +56,24 @@ void TyxFcnNode::takeBody()
 
 const TyxVariant &TyxFcnNode::evaluate()
 {
+    if (m_plan)
+        return m_plan->evaluate(*this);
+    return evaluateBody();
+}
+
+const TyxVariant &TyxFcnNode::evaluateBody()
+{
     if (!m_bodyRaw)
         TYX_THROW_ERROR(L"'" + m_name + L"()' is not a valid parametric function.");
     return m_bodyRaw->evaluate(m_args);
 }
 
+void TyxFcnNode::setPlan(std::unique_ptr<TyxEqnBlockPlan> plan) { m_plan = std::move(plan); }
+
 TyxEqnNodePtr TyxFcnNode::collapse(int *count)
 {
+    // Folding replaces nodes the plan refers to.
+    m_plan.reset();
     size_t known = 0;
     for (auto arg = m_args.rbegin(); arg != m_args.rend(); ++arg) {
         if (!*arg)
@@ -98,6 +112,7 @@ void TyxFcnNode::resetBodies()
         TyxFcnNode *fcn = pending.back();
         pending.pop_back();
         fcn->takeBody();
+        fcn->m_plan.reset();
         for (const TyxEqnNodePtr &arg : fcn->m_args) {
             if (TyxFcnNode *child = arg ? arg->toFcnNode() : nullptr)
                 pending.push_back(child);

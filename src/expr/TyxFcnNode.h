@@ -1,10 +1,14 @@
 // Expression tree node that calls a named function on its arguments.
 #pragma once
 
+#include <memory>
+
 #include "expr/TyxEqnFunctions.h"
 #include "expr/TyxEqnNode.h"
 
 namespace tyx::internal {
+
+class TyxEqnBlockPlan;
 
 /// A function call of an expression: every operator of the language and
 /// every named function becomes one. The argument subtrees are owned; a
@@ -25,9 +29,12 @@ public:
     /// "TyxFcnNode".
     TyxString className() const override;
     TyxEqnNodePtr clone() const override;
-    /// Runs the function's body on the arguments. A node whose name has no
-    /// registered function has no body and throws a TyxTextMsg naming it.
+    /// Runs the function's body on the arguments, or the block plan when the
+    /// node has one. A node whose name has no registered function has no
+    /// body and throws a TyxTextMsg naming it.
     const TyxVariant &evaluate() override;
+    /// Runs the function's body on the arguments, ignoring a block plan.
+    const TyxVariant &evaluateBody();
     TyxFcnNode *toFcnNode() override;
     const TyxFcnNode *toFcnNode() const override;
 
@@ -52,8 +59,15 @@ public:
     /// next evaluation looks at the operand types again.
     void resetBodies();
 
+    /// Makes \p plan evaluate this subtree (null: the body evaluates it).
+    /// Collapsing and resetBodies drop plans.
+    void setPlan(std::unique_ptr<TyxEqnBlockPlan> plan);
+    /// Gives this node alone a fresh body, dropping its specialisation and
+    /// result; the plan stays.
+    void renewBody() { takeBody(); }
+
 protected:
-    TyxFcnNode() = default;
+    TyxFcnNode();
 
     TyxEqnNodeList &args() { return m_args; }
     /// Drops all arguments.
@@ -69,6 +83,8 @@ private:
     TyxEqnFunctions::TyxEqnFcnBodyIFPtr m_body;
     // The body behind m_body, read without the proxy's indirection.
     TyxEqnFunctions::TyxEqnFcnBodyIF *m_bodyRaw = nullptr;
+    // Evaluation in blocks of an element-wise subtree; set by the parser.
+    std::unique_ptr<TyxEqnBlockPlan> m_plan;
 };
 
 } // namespace tyx::internal

@@ -117,6 +117,17 @@ void *TyxBuffer::allocate()
     return m_data;
 }
 
+void TyxBuffer::wrap(uint64_t size, void *data)
+{
+    if (m_ownsData && m_data)
+        std::free(m_data);
+    m_data = data;
+    m_size = size;
+    m_ownsData = data == nullptr;
+    m_foreign = data != nullptr;
+    m_failed = false;
+}
+
 bool TyxBuffer::deallocate()
 {
     const bool freed = m_ownsData && m_data;

@@ -134,8 +134,13 @@ TEST(TyxForLoopBaseTest, RunsTheRangeAndReportsCompletion)
     range.begin = 2;
     range.end = 11;
     range.step = 3;
-    EXPECT_FALSE(TyxForLoopBase::run(range, true, false, [&](int64_t i) { seen.push_back(i); }));
+    EXPECT_FALSE(TyxForLoopBase::run(range, false, false, [&](int64_t i) { seen.push_back(i); }));
     EXPECT_EQ(seen, (std::vector<int64_t>{2, 5, 8}));
+    // In parallel each index runs once, on whatever thread.
+    std::vector<std::atomic<int>> hits(11);
+    EXPECT_FALSE(TyxForLoopBase::run(range, true, false, [&](int64_t i) { ++hits[size_t(i)]; }));
+    for (size_t i = 0; i < hits.size(); ++i)
+        EXPECT_EQ(hits[i].load(), i == 2 || i == 5 || i == 8 ? 1 : 0);
 
     seen.clear();
     range.begin = 5;
