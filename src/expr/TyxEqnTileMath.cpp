@@ -250,7 +250,15 @@ inline T roundClipValue(double v, double lo, double hi)
         // Through a signed integer wide enough for T, as the conversion
         // matrix converts: a value outside T's range keeps its low bits.
         using Wide = std::conditional_t<std::is_same_v<T, uint32_t>, int64_t, int32_t>;
-        return static_cast<T>(static_cast<Wide>(clipped + half));
+        // NaN and values beyond Wide itself would be undefined conversions:
+        // NaN gives 0 and the rest saturate at Wide's limits (the top one as
+        // the largest double below 2^63 for 64 bits). Selects, so the loop
+        // still vectorises.
+        constexpr double wideLow = static_cast<double>(std::numeric_limits<Wide>::min());
+        constexpr double wideHigh = std::is_same_v<Wide, int32_t> ? 2147483647.0 : 9223372036854774784.0;
+        const double rounded = clipped + half;
+        const double bounded = rounded < wideLow ? wideLow : (rounded > wideHigh ? wideHigh : rounded);
+        return static_cast<T>(static_cast<Wide>(rounded == rounded ? bounded : 0.0));
     } else {
         return static_cast<T>(clipped);
     }

@@ -285,6 +285,15 @@ TEST(TyxEqnTileTest, RoundclipRoundsHalfAwayFromZero)
     EXPECT_EQ(u16.dataType(), TyxDataType(N::U16, 12));
     EXPECT_EQ(valuesOf<uint16_t>(u16), (std::vector<uint16_t>{4095}));
 
+    // Bounds that do not clip: NaN gives 0, and values beyond the signed
+    // intermediate (32 bits, 64 for U32) saturate there before the low bits
+    // are kept.
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const TyxEqnTile wide = doubles({nan, 1e12, -1e12, 70000}).roundclip(TyxDataType(N::I32), nan, nan);
+    EXPECT_EQ(valuesOf<int32_t>(wide), (std::vector<int32_t>{0, INT32_MAX, INT32_MIN, 70000}));
+    const TyxEqnTile u32 = doubles({nan, 1e30}).roundclip(TyxDataType(N::U32), -1e300, 1e300);
+    EXPECT_EQ(valuesOf<uint32_t>(u32), (std::vector<uint32_t>{0, 0xFFFFFC00u}));
+
     expectDefault(d.roundclip(TyxDataType(N::I64), 0, 1));
     expectDefault(makeTile<Cplx>(N::ComplexDouble, {{1, 1}}).roundclip(TyxDataType(N::U8), 0, 1));
 }
