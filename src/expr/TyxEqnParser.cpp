@@ -2,6 +2,7 @@
 #include <tyx/TyxEqnParser.h>
 
 #include <map>
+#include <new>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "TyxBisonParser.h"
 #include "core/TyxPost.h"
 #include "expr/TyxConstNode.h"
+#include "expr/TyxEqnBudget.h"
 #include "expr/TyxEqnFunctions.h"
 #include "expr/TyxFcnNode.h"
 #include "expr/TyxFlexScanner.h"
@@ -37,6 +39,7 @@ struct TyxEqnParser::Body {
     TyxStrList names;
     TyxVariant result;
     TyxTextMsg message;
+    Limits limits;
     // Set when a variable received a value of another type than it held:
     // the function bodies then look at their operand types again.
     bool respecialise = false;
@@ -110,6 +113,7 @@ struct TyxEqnParser::Body {
     void copyFrom(const Body &other)
     {
         clear();
+        limits = other.limits;
         if (!other.entries.empty() && other.entries.front().root && other.message.empty()) {
             expression = other.expression;
             result = other.result;
@@ -225,6 +229,7 @@ const TyxVariant &TyxEqnParser::evaluate(TyxTextMsg *msg)
         body.respecialise = false;
     }
     try {
+        const internal::TyxEqnBudget::Scope budget(body.limits);
         TyxVariant kept;
         for (auto entry = body.entries.rbegin(); entry != body.entries.rend(); ++entry) {
             const TyxVariant &value = entry->root->evaluate();
@@ -246,6 +251,13 @@ const TyxVariant &TyxEqnParser::evaluate(TyxTextMsg *msg)
         if (msg)
             *msg = failure;
         body.result.clear();
+    } catch (const std::bad_alloc &) {
+        // Memory ran out on the way: the same failure as any other, never
+        // an exception of the standard library.
+        body.result.clear();
+        if (msg)
+            *msg = TyxTextMsg(L"Not enough memory to evaluate the expression.", __FILE__, __LINE__,
+                              TyxTextMsg::Error);
     }
     return body.result;
 }
@@ -256,11 +268,17 @@ int TyxEqnParser::collapse()
     if (body.entries.empty())
         return 0;
     int total = 0;
+    const internal::TyxEqnBudget::Scope budget(body.limits);
     for (auto entry = body.entries.rbegin(); entry != body.entries.rend(); ++entry) {
         TyxFcnNode *fcn = entry->root ? entry->root->toFcnNode() : nullptr;
         while (fcn) {
             int counter = 0;
-            const TyxEqnNodePtr folded = fcn->collapse(&counter);
+            TyxEqnNodePtr folded;
+            try {
+                folded = fcn->collapse(&counter);
+            } catch (const std::bad_alloc &) {
+                internal::TyxEqnBudget::throwOutOfMemory(__FILE__, __LINE__);
+            }
             total += counter;
             if (folded)
                 entry->root = folded;
@@ -302,6 +320,10 @@ const TyxVariant &TyxEqnParser::value(const TyxString &name) const
 const TyxStrList &TyxEqnParser::variables() const { return m_body->names; }
 
 const TyxString &TyxEqnParser::expression() const { return m_body->expression; }
+
+void TyxEqnParser::setLimits(const Limits &limits) { m_body->limits = limits; }
+
+const TyxEqnParser::Limits &TyxEqnParser::limits() const { return m_body->limits; }
 
 int TyxEqnParser::createFunctionAlias(const TyxString &existing, const TyxString &alias)
 {

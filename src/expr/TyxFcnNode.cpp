@@ -60,6 +60,7 @@ const TyxVariant &TyxFcnNode::evaluate()
 
 TyxEqnNodePtr TyxFcnNode::collapse(int *count)
 {
+    const int before = *count;
     size_t known = 0;
     for (auto arg = m_args.rbegin(); arg != m_args.rend(); ++arg) {
         if (!*arg)
@@ -77,6 +78,13 @@ TyxEqnNodePtr TyxFcnNode::collapse(int *count)
             ++*count;
         }
     }
+    // A folded argument may hold a value of another type than the subtree
+    // gave (a complex result becomes a scalar constant), and a folded
+    // subtree may change the type this call gives: a body specialised for
+    // the old types would read the new values as something they are not.
+    // So every call above a folding picks its routine afresh.
+    if (*count != before)
+        takeBody();
     if (known == m_args.size()) {
         TyxEqnNodePtr folded(new TyxConstNode(evaluate()));
         ++*count;
