@@ -3,7 +3,7 @@
 set -euo pipefail
 
 packages=(flex bison rapidjson-dev libtinyxml2-dev libgtest-dev libbenchmark-dev
-          cmake ninja-build g++)
+          cmake ninja-build g++ clang libclang-rt-14-dev)
 
 missing=()
 for p in "${packages[@]}"; do
