@@ -34,10 +34,14 @@ for t in "${targets[@]}"; do
   artifacts=$dir/artifacts/$t
   mkdir -p "$corpus" "$artifacts" "fuzz/regressions/$t"
   log=$dir/fuzz-$t.log
+  # fuzz/<target>.options: extra libFuzzer flags of one target. The LUT file
+  # may describe tables of up to 4 GiB, so its target may use more memory.
+  extra=()
+  [ -f "fuzz/$t.options" ] && read -r -a extra <"fuzz/$t.options"
   echo "== fuzz $t for ${seconds}s"
   # The first folder receives new inputs; the seeds and regressions are read.
   if "$dir/fuzz/tyx_fuzz_$t" -max_total_time="$seconds" -timeout=25 -rss_limit_mb=2560 -max_len=4096 \
-       -print_final_stats=1 -artifact_prefix="$artifacts/" \
+       -print_final_stats=1 -artifact_prefix="$artifacts/" "${extra[@]}" \
        "$corpus" "fuzz/corpus/$t" "fuzz/regressions/$t" >"$log" 2>&1; then
     status=ok
   else

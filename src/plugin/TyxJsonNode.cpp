@@ -178,6 +178,24 @@ ParseResult parseUtf8(const std::string &text, TyxVariant &value)
 
 ParseResult parseWide(const std::wstring &text, TyxVariant &value)
 {
+    // RapidJSON reads a wide unit as signed, so a unit past U+10FFFF (or
+    // negative) passes its check and trips an assertion while it is encoded
+    // as UTF-8. Such text fails here with the message RapidJSON gives for a
+    // bad encoding.
+    for (size_t i = 0; i < text.size(); ++i) {
+        const auto unit = static_cast<uint32_t>(text[i]);
+        if (unit > 0x10FFFF) {
+            ParseResult outcome;
+            outcome.offset = i;
+            outcome.line = lineAt(text, i);
+            outcome.msg = TyxTextMsg(
+                fromUTF8(rapidjson::GetParseError_En(rapidjson::kParseErrorStringInvalidEncoding)) +
+                    L" (Line: " + std::to_wstring(outcome.line) + L" Offset: " +
+                    std::to_wstring(outcome.offset) + L")",
+                __FILE__, __LINE__, TyxTextMsg::Error);
+            return outcome;
+        }
+    }
     rapidjson::GenericReader<rapidjson::UTF32<wchar_t>, rapidjson::UTF8<>> reader;
     rapidjson::GenericStringStream<rapidjson::UTF32<wchar_t>> stream(text.c_str());
     return parseText(text, reader, stream, value);

@@ -118,6 +118,11 @@ TEST(TyxJsonNodeTest, WideTextParsesAndWrites)
     EXPECT_EQ(os.str(), L"{\"n\u00e9\":\"\u20ac\"}");
     std::wistringstream bad(L"[1,");
     EXPECT_EQ(fromJson(bad, value).text(), L"Invalid value. (Line: 1 Offset: 3)");
+    // Units that are no Unicode scalar value fail instead of reaching the encoder.
+    for (const wchar_t unit : {wchar_t(0x110000), wchar_t(-95)}) {
+        std::wistringstream strange(std::wstring(L"[\n\"a") + unit + L"\"]");
+        EXPECT_EQ(fromJson(strange, value).text(), L"Invalid encoding in string. (Line: 2 Offset: 4)");
+    }
 }
 
 TEST(TyxJsonNodeTest, PrettyFormUsesTheIndent)
