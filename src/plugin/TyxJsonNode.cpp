@@ -171,8 +171,15 @@ ParseResult parseText(const Text &text, Reader &reader, Stream &stream, TyxVaria
 
 ParseResult parseUtf8(const std::string &text, TyxVariant &value)
 {
+    // RapidJSON takes the continuation bytes of a multi-byte sequence
+    // without looking for the end: a text that stops inside one would be
+    // read up to three bytes past its terminator. Three more zeros keep
+    // that read inside the buffer, and a zero fails the sequence.
+    std::string padded;
+    padded.reserve(text.size() + 4);
+    padded.append(text).append(3, '\0');
     rapidjson::Reader reader;
-    rapidjson::StringStream stream(text.c_str());
+    rapidjson::StringStream stream(padded.c_str());
     return parseText(text, reader, stream, value);
 }
 

@@ -107,6 +107,17 @@ TEST(TyxJsonNodeTest, TextsRoundTrip)
     }
 }
 
+TEST(TyxJsonNodeTest, TextEndingInsideASequenceFailsWithinItsBuffer)
+{
+    // A short text lives inside the string object: a read past its end is
+    // what AddressSanitizer sees.
+    for (const char *text : {"[\"a\xf0", "\"\xe2\x82", "[\"\xc3"}) {
+        std::istringstream is{std::string(text)};
+        TyxVariant value;
+        EXPECT_NE(fromJson(is, value).text().find(L"Invalid encoding in string."), TyxString::npos) << text;
+    }
+}
+
 TEST(TyxJsonNodeTest, WideTextParsesAndWrites)
 {
     std::wistringstream is(L"{\"n\\u00e9\":\"\u20ac\"}");
