@@ -3,7 +3,7 @@
 set -euo pipefail
 
 packages=(flex bison rapidjson-dev libtinyxml2-dev libtbb-dev libgtest-dev libbenchmark-dev
-          cmake ninja-build g++
+          cmake ninja-build g++ clang libclang-rt-14-dev
           libgdal-dev) # GDAL: the tools in tools/ read and write rasters with it
 
 missing=()

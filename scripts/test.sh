@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds tyx normally and with AddressSanitizer and UndefinedBehaviorSanitizer
 # and runs the whole test suite in each build; then runs the threaded tests
-# under ThreadSanitizer.
+# under ThreadSanitizer, and each fuzz target for a short while.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -28,4 +28,6 @@ cmake -S . -B build-tsan -G Ninja -DTYX_WARNINGS_AS_ERRORS=ON -DCMAKE_BUILD_TYPE
   -DTYX_BUILD_BENCHMARKS=OFF -DTYX_BUILD_EXAMPLES=OFF
 cmake --build build-tsan -j "$jobs" --target tyx_core_tests tyx_threads_tests tyx_parallel_tests
 TSAN_OPTIONS=halt_on_error=1 ctest --test-dir build-tsan --output-on-failure \
-  -R '^(core|core_program_paths_first_use|threads|parallel)$'
+  -R '^(core|core_program_paths_first_use|threads|threads_.*|parallel)$'
+# Fuzz smoke run: each target of fuzz/ for 20 seconds (Clang and libFuzzer).
+./scripts/fuzz.sh 20

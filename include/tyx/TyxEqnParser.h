@@ -1,6 +1,7 @@
 // Expression parser front end: parses expression text, holds variables and evaluates.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include <tyx/TyxGlobal.h>
@@ -27,6 +28,22 @@ namespace tyx {
 /// Not safe for concurrent use: a thread needs its own copy.
 class TYX_EXPORT TyxEqnParser : public TyxObject {
 public:
+    /// Bounds on what one evaluate or collapse may build, so that text from
+    /// an untrusted user cannot exhaust memory or time. A breach fails the
+    /// evaluation with a TyxTextMsg saying which limit was reached, as any
+    /// other evaluation error; so does an allocation that fails.
+    struct Limits {
+        /// The most characters of a string that a function builds, by
+        /// repetition ("ab" * 3) or concatenation: 16 Mi (64 MiB of text).
+        uint64_t maxStringLength = uint64_t{1} << 24;
+        /// The most loop rounds of one evaluation, those of all foreach
+        /// calls added up (nested loops multiply): 1 million.
+        uint64_t maxLoopIterations = 1'000'000;
+        /// The most tile elements that functions make from counts in one
+        /// evaluation (the tiles of foreach, added up): 1 million.
+        uint64_t maxElements = 1'000'000;
+    };
+
     TyxEqnParser();
     /// A deep copy when \p other holds a parsed expression: new trees with
     /// the same values, which decide their operand types afresh. A parser
@@ -65,6 +82,12 @@ public:
     const TyxStrList &variables() const;
     /// The text last parsed.
     const TyxString &expression() const;
+
+    /// Replaces the limits of evaluate and collapse; a copy of the parser
+    /// takes them along.
+    void setLimits(const Limits &limits);
+    /// The limits in force; the defaults of Limits unless set.
+    const Limits &limits() const;
 
     /// Makes \p alias a further name of the function \p existing, for all
     /// parsers of the process. 0 on success; 1 if \p existing is unknown or

@@ -175,6 +175,9 @@ public:
     /// Rounds half away from zero; real samples only.
     TyxEqnTile round() const;
     /// Bessel functions of the first and second kind; real samples only.
+    /// Orders beyond 10000 in magnitude cost no more than smaller ones: the
+    /// value is then 0 (jn) or -infinity (yn) where it is beyond the range of
+    /// a double, else NaN.
     TyxEqnTile j0() const;
     TyxEqnTile j1() const;
     TyxEqnTile y0() const;

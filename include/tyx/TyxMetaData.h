@@ -70,7 +70,10 @@ public:
     virtual void clear();
     /// Stores \p value at \p path, creating sets and the field as needed. A
     /// field or set value is copied in whole. Returns 1 for an invalid
-    /// value, an empty path or a path ending in "/" with a plain value.
+    /// value, an empty path or a path ending in "/" with a plain value, and
+    /// for an index more than 1,048,576 past the field's values: the gap is
+    /// filled with invalid values, and the bound keeps a stray index from
+    /// taking all memory.
     virtual int setValue(TyxString &&path, const TyxVariant &value,
                          const TyxString &description = TyxString(),
                          const TyxString &formatSpec = TyxString());

@@ -203,7 +203,9 @@ public:
     /// units.
     TyxScalar &hypot(const TyxScalar &a, const TyxScalar &b);
     TyxScalar hypot(const TyxScalar &a, const TyxScalar &b) const { return TyxScalar(*this).hypot(a, b); }
-    /// Bessel function of the first kind of order \p n (truncated).
+    /// Bessel function of the first kind of order \p n (truncated). Orders
+    /// beyond 10000 in magnitude take constant time: 0 where the value is
+    /// below the smallest double, else NaN.
     TyxScalar &jn(const TyxScalar &n);
     TyxScalar jn(const TyxScalar &n) const { return TyxScalar(*this).jn(n); }
     /// Multiplies by 2 to the power \p e.
@@ -226,7 +228,9 @@ public:
     /// Throws "Invalid argument for 'rect'" when \p b is below \p a.
     TyxScalar &triang(const TyxScalar &a, const TyxScalar &b);
     TyxScalar triang(const TyxScalar &a, const TyxScalar &b) const { return TyxScalar(*this).triang(a, b); }
-    /// Bessel function of the second kind of order \p n (truncated).
+    /// Bessel function of the second kind of order \p n (truncated). Orders
+    /// beyond 10000 in magnitude take constant time: -infinity where the
+    /// value is beyond the largest double, else NaN.
     TyxScalar &yn(const TyxScalar &n);
     TyxScalar yn(const TyxScalar &n) const { return TyxScalar(*this).yn(n); }
 

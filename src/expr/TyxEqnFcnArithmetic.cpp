@@ -4,6 +4,7 @@
 #include <functional>
 #include <type_traits>
 
+#include "expr/TyxEqnBudget.h"
 #include "expr/TyxEqnTileInto.h"
 
 namespace tyx::internal {
@@ -109,12 +110,14 @@ void tileWithScalarValue(TyxEqnTile &out, const TyxEqnTile &t, const TyxScalar &
         tileScalarInto<ScalarLeft>(out, t, u.complex(), op);
 }
 
-TyxString repeated(const TyxString &text, double count)
+TyxString repeated(const TyxFcnState &state, const TyxString &text, double count)
 {
     // The count converts to an integer; 0 or less gives the empty string.
     const int32_t n = toInt32(count);
     TyxString result;
-    if (n > 0) {
+    if (n > 0 && !text.empty()) {
+        // No overflow: the size of a string is far below 2^64 / 2^31.
+        TyxEqnBudget::checkString(static_cast<uint64_t>(text.size()) * static_cast<uint64_t>(n), state.name);
         result.reserve(text.size() * static_cast<size_t>(n));
         for (int32_t i = 0; i < n; ++i)
             result += text;
@@ -213,7 +216,10 @@ struct AddBody {
     struct SS {
         static const TyxVariant &apply(TyxFcnState &state, const TyxVariant &x, const TyxVariant &y)
         {
-            return state.store(as<TyxString>(x) + as<TyxString>(y));
+            const TyxString &a = as<TyxString>(x);
+            const TyxString &b = as<TyxString>(y);
+            TyxEqnBudget::checkString(static_cast<uint64_t>(a.size()) + b.size(), state.name);
+            return state.store(a + b);
         }
     };
     static const TyxVariant &generic(TyxFcnState &state, const TyxEqnNodeList &args)
@@ -233,13 +239,13 @@ struct MultiplyBody {
     struct SD {
         static const TyxVariant &apply(TyxFcnState &state, const TyxVariant &x, const TyxVariant &y)
         {
-            return state.store(repeated(as<TyxString>(x), as<double>(y)));
+            return state.store(repeated(state, as<TyxString>(x), as<double>(y)));
         }
     };
     struct DS {
         static const TyxVariant &apply(TyxFcnState &state, const TyxVariant &x, const TyxVariant &y)
         {
-            return state.store(repeated(as<TyxString>(y), as<double>(x)));
+            return state.store(repeated(state, as<TyxString>(y), as<double>(x)));
         }
     };
     static const TyxVariant &generic(TyxFcnState &state, const TyxEqnNodeList &args)

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "core/TyxPost.h"
+#include "units/TyxBessel.h"
 
 namespace tyx::internal {
 
@@ -222,12 +223,12 @@ struct LogbBody {
 };
 // The second argument is the order in every form, as it is for tiles.
 struct YnBody {
-    static double d(double x, double n) { return ::yn(toInt32(n), x); }
+    static double d(double x, double n) { return boundedYn(toInt32(n), x); }
     static TyxScalar u(const TyxScalar &x, const TyxScalar &n) { return x.yn(n); }
     static TyxEqnTile t(const TyxEqnTile &x, double n) { return x.yn(toInt32(n)); }
 };
 struct JnBody {
-    static double d(double x, double n) { return ::jn(toInt32(n), x); }
+    static double d(double x, double n) { return boundedJn(toInt32(n), x); }
     static TyxScalar u(const TyxScalar &x, const TyxScalar &n) { return x.jn(n); }
     static TyxEqnTile t(const TyxEqnTile &x, double n) { return x.jn(toInt32(n)); }
 };

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/TyxPost.h"
+#include "expr/TyxEqnBudget.h"
 #include "expr/TyxEqnTileInto.h"
 #include "expr/TyxFcnNode.h"
 #include "expr/TyxVarNode.h"
@@ -477,6 +478,9 @@ struct ForeachBody {
             out = TyxEqnTile();
             return state.result;
         }
+        // Charged before the first round, so an oversized count fails at once.
+        TyxEqnBudget::chargeIterations(n, state.name);
+        TyxEqnBudget::chargeElements(n, state.name);
         double *reals = nullptr;
         Complex *complexes = nullptr;
         for (uint64_t i = 0; i < n; ++i) {

@@ -2,6 +2,7 @@
 #include <tyx/TyxEqnParser.h>
 
 #include <map>
+#include <new>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "core/TyxPost.h"
 #include "expr/TyxConstNode.h"
 #include "expr/TyxEqnBlockPlan.h"
+#include "expr/TyxEqnBudget.h"
 #include "expr/TyxEqnFunctions.h"
 #include "expr/TyxFcnNode.h"
 #include "expr/TyxFlexScanner.h"
@@ -38,6 +40,7 @@ struct TyxEqnParser::Body {
     TyxStrList names;
     TyxVariant result;
     TyxTextMsg message;
+    Limits limits;
     // Set when a variable received a value of another type than it held:
     // the function bodies then look at their operand types again.
     bool respecialise = false;
@@ -115,6 +118,7 @@ struct TyxEqnParser::Body {
     void copyFrom(const Body &other)
     {
         clear();
+        limits = other.limits;
         if (!other.entries.empty() && other.entries.front().root && other.message.empty()) {
             expression = other.expression;
             result = other.result;
@@ -236,6 +240,7 @@ const TyxVariant &TyxEqnParser::evaluate(TyxTextMsg *msg)
         body.planned = true;
     }
     try {
+        const internal::TyxEqnBudget::Scope budget(body.limits);
         TyxVariant kept;
         for (auto entry = body.entries.rbegin(); entry != body.entries.rend(); ++entry) {
             const TyxVariant &value = entry->root->evaluate();
@@ -258,6 +263,13 @@ const TyxVariant &TyxEqnParser::evaluate(TyxTextMsg *msg)
         if (msg)
             *msg = failure;
         body.result.clear();
+    } catch (const std::bad_alloc &) {
+        // Memory ran out on the way: the same failure as any other, never
+        // an exception of the standard library.
+        body.result.clear();
+        if (msg)
+            *msg = TyxTextMsg(L"Not enough memory to evaluate the expression.", __FILE__, __LINE__,
+                              TyxTextMsg::Error);
     }
     return body.result;
 }
@@ -270,11 +282,17 @@ int TyxEqnParser::collapse()
     // Folding drops the plans of the nodes it visits.
     body.planned = false;
     int total = 0;
+    const internal::TyxEqnBudget::Scope budget(body.limits);
     for (auto entry = body.entries.rbegin(); entry != body.entries.rend(); ++entry) {
         TyxFcnNode *fcn = entry->root ? entry->root->toFcnNode() : nullptr;
         while (fcn) {
             int counter = 0;
-            const TyxEqnNodePtr folded = fcn->collapse(&counter);
+            TyxEqnNodePtr folded;
+            try {
+                folded = fcn->collapse(&counter);
+            } catch (const std::bad_alloc &) {
+                internal::TyxEqnBudget::throwOutOfMemory(__FILE__, __LINE__);
+            }
             total += counter;
             if (folded)
                 entry->root = folded;
@@ -316,6 +334,10 @@ const TyxVariant &TyxEqnParser::value(const TyxString &name) const
 const TyxStrList &TyxEqnParser::variables() const { return m_body->names; }
 
 const TyxString &TyxEqnParser::expression() const { return m_body->expression; }
+
+void TyxEqnParser::setLimits(const Limits &limits) { m_body->limits = limits; }
+
+const TyxEqnParser::Limits &TyxEqnParser::limits() const { return m_body->limits; }
 
 int TyxEqnParser::createFunctionAlias(const TyxString &existing, const TyxString &alias)
 {

@@ -11,6 +11,7 @@
 #include <tyx/TyxSystem.h>
 
 #include "expr/TyxEqnTileLoops.h"
+#include "units/TyxBessel.h"
 
 namespace tyx {
 
@@ -101,11 +102,11 @@ struct Y1Op {
 };
 struct JnOp {
     int order;
-    double operator()(double x) const { return ::jn(order, x); }
+    double operator()(double x) const { return internal::boundedJn(order, x); }
 };
 struct YnOp {
     int order;
-    double operator()(double x) const { return ::yn(order, x); }
+    double operator()(double x) const { return internal::boundedYn(order, x); }
 };
 
 // sinc is sin(x) / x, not normalised, as the scalar's sinc defines it, so a

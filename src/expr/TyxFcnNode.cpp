@@ -74,6 +74,7 @@ TyxEqnNodePtr TyxFcnNode::collapse(int *count)
 {
     // Folding replaces nodes the plan refers to.
     m_plan.reset();
+    const int before = *count;
     size_t known = 0;
     for (auto arg = m_args.rbegin(); arg != m_args.rend(); ++arg) {
         if (!*arg)
@@ -91,6 +92,13 @@ TyxEqnNodePtr TyxFcnNode::collapse(int *count)
             ++*count;
         }
     }
+    // A folded argument may hold a value of another type than the subtree
+    // gave (a complex result becomes a scalar constant), and a folded
+    // subtree may change the type this call gives: a body specialised for
+    // the old types would read the new values as something they are not.
+    // So every call above a folding picks its routine afresh.
+    if (*count != before)
+        takeBody();
     if (known == m_args.size()) {
         TyxEqnNodePtr folded(new TyxConstNode(evaluate()));
         ++*count;

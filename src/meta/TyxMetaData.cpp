@@ -14,6 +14,16 @@ using internal::TyxMetaDataSegmentedPath;
 
 namespace {
 
+// How far past a field's values a write may reach; the gap is filled with
+// invalid values, so a larger index would take memory in proportion.
+constexpr uint64_t kMaxIndexGap = uint64_t{1} << 20;
+
+bool indexReachable(const TyxMetaDataField *field, uint64_t index)
+{
+    const uint64_t size = field ? field->size() : 0;
+    return index == TyxMetaDataSegmentedPath::NO_INDEX || index <= size + kMaxIndexGap;
+}
+
 [[maybe_unused]] const bool joinedVariant = internal::TyxVariantRegistrar::join<TyxMetaData>();
 
 const TyxMetaDataField &emptyField()
@@ -239,6 +249,9 @@ int TyxMetaData::write(const TyxString &path, const TyxVariant &value, const Tyx
             return 1;
         probe = next;
     }
+    if (!indexReachable(probe ? probe->fieldAt(segments[count - 1].name) : nullptr,
+                        segments[count - 1].index))
+        return 1;
     TyxMetaDataSet *set = &m_root;
     for (size_t i = 0; i + 1 < count; ++i)
         set = &set->rsubsetAt(segments[i].fullName);
@@ -311,6 +324,8 @@ int TyxMetaData::setValueImpl(const TyxMetaDataSegmentedPath &path, const TyxVar
                 return 1;
             probe = next;
         }
+        if (!indexReachable(probe ? probe->fieldAt(path.last().name) : nullptr, path.last().index))
+            return 1;
         TyxMetaDataSet *set = &m_root;
         for (size_t i = 0; i + 1 < path.size(); ++i)
             set = &set->rsubset(path[i].fullName);

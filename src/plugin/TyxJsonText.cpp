@@ -272,10 +272,21 @@ uint64_t lineAt(const Text &text, size_t offset)
     return 1 + static_cast<uint64_t>(std::count(text.begin(), end, '\n'));
 }
 
+// The failure at \p offset of \p text: \p message with the line and offset.
+template <class Text>
+TyxJsonParseResult failureAt(const Text &text, uint64_t offset, TyxString message)
+{
+    TyxJsonParseResult outcome;
+    outcome.offset = offset;
+    outcome.line = lineAt(text, offset);
+    message += L" (Line: " + std::to_wstring(outcome.line) + L" Offset: " + std::to_wstring(offset) + L")";
+    outcome.msg = TyxTextMsg(std::move(message), __FILE__, __LINE__, TyxTextMsg::Error);
+    return outcome;
+}
+
 template <class Encoding, class Text>
 TyxJsonParseResult parseWith(const Text &text, TyxVariant &value)
 {
-    TyxJsonParseResult outcome;
     rapidjson::GenericReader<Encoding, Encoding> reader;
     rapidjson::GenericStringStream<Encoding> stream(text.c_str());
     VariantBuilder<typename Encoding::Ch> builder;
@@ -287,19 +298,13 @@ TyxJsonParseResult parseWith(const Text &text, TyxVariant &value)
         return builder.tooDeep();
     }();
     if (!reader.HasParseError())
-        return outcome;
-    outcome.offset = reader.GetErrorOffset();
-    outcome.line = lineAt(text, outcome.offset);
-    TyxString message;
+        return TyxJsonParseResult();
     if (tooDeep)
-        message = L"The document nests arrays and objects deeper than " + std::to_wstring(TyxJsonMaxDepth) +
-                  L" levels.";
-    else
-        message = fromUTF8(rapidjson::GetParseError_En(reader.GetParseErrorCode()));
-    message +=
-        L" (Line: " + std::to_wstring(outcome.line) + L" Offset: " + std::to_wstring(outcome.offset) + L")";
-    outcome.msg = TyxTextMsg(std::move(message), __FILE__, __LINE__, TyxTextMsg::Error);
-    return outcome;
+        return failureAt(text, reader.GetErrorOffset(),
+                         L"The document nests arrays and objects deeper than " +
+                             std::to_wstring(TyxJsonMaxDepth) + L" levels.");
+    return failureAt(text, reader.GetErrorOffset(),
+                     fromUTF8(rapidjson::GetParseError_En(reader.GetParseErrorCode())));
 }
 
 template <class Char>
@@ -488,12 +493,27 @@ void writeInto(Buffer &buffer, const TyxVariant &value, const TyxString &indent,
 
 TyxJsonParseResult parseJsonText(const std::string &text, TyxVariant &value)
 {
-    return parseWith<rapidjson::UTF8<>>(text, value);
+    // RapidJSON takes the continuation bytes of a multi-byte sequence
+    // without looking for the end: a text that stops inside one would be
+    // read up to three bytes past its terminator. Three more zeros keep that
+    // read inside the buffer, and a zero fails the sequence.
+    std::string padded;
+    padded.reserve(text.size() + 4);
+    padded.append(text).append(3, '\0');
+    return parseWith<rapidjson::UTF8<>>(padded, value);
 }
 
 TyxJsonParseResult parseJsonText(const std::wstring &text, TyxVariant &value)
 {
-    return parseWith<WideEncoding>(text, value);
+    // RapidJSON reads a wide unit as signed, so a unit past U+10FFFF (or a
+    // negative one) passes its check. Such text fails here with the message
+    // RapidJSON gives for a bad encoding.
+    const auto bad = std::find_if(text.begin(), text.end(),
+                                  [](wchar_t unit) { return static_cast<uint32_t>(unit) > 0x10FFFF; });
+    if (bad == text.end())
+        return parseWith<WideEncoding>(text, value);
+    return failureAt(text, static_cast<uint64_t>(bad - text.begin()),
+                     fromUTF8(rapidjson::GetParseError_En(rapidjson::kParseErrorStringInvalidEncoding)));
 }
 
 std::string readAllText(std::istream &is) { return readAllFrom(is); }

@@ -16,6 +16,7 @@
 #include "core/TyxFloatCompare.h"
 #include "core/TyxPost.h"
 #include "core/TyxSaturatingCast.h"
+#include "units/TyxBessel.h"
 #include "units/TyxShortestText.h"
 
 namespace tyx {
@@ -578,7 +579,7 @@ TyxScalar &TyxScalar::jn(const TyxScalar &n)
     n.requireUnitLess(L"jn");
     n.requireReal(L"jn");
     const int order = internal::saturatingCast<int>(n.m_real);
-    bessel(*this, L"jn", [order](double v) { return ::jn(order, v); });
+    bessel(*this, L"jn", [order](double v) { return internal::boundedJn(order, v); });
     return *this;
 }
 
@@ -587,7 +588,7 @@ TyxScalar &TyxScalar::yn(const TyxScalar &n)
     n.requireUnitLess(L"yn");
     n.requireReal(L"yn");
     const int order = internal::saturatingCast<int>(n.m_real);
-    bessel(*this, L"yn", [order](double v) { return ::yn(order, v); });
+    bessel(*this, L"yn", [order](double v) { return internal::boundedYn(order, v); });
     return *this;
 }
 

@@ -92,6 +92,15 @@ TEST(TyxMetaDataTest, BadInputChangesNothing)
     EXPECT_FALSE(md.value(L"nothing/here").isValid());
     EXPECT_EQ(&md.value(L"nothing"), &TyxMetaData::EMPTY_VARIANT());
     EXPECT_FALSE(md.remove(L"x/f"));
+    // An index far past the values would fill memory with the gap.
+    EXPECT_EQ(md.setValue(L"a/b[444444444444]", TyxVariant(1)), 1);
+    EXPECT_EQ(md.pushBack(L"f[1048578]", TyxVariant(1)), 1);
+    EXPECT_FALSE(md.exists(L"a/b"));
+    EXPECT_EQ(md.size(L"f"), 1u);
+    // Deep paths take the general route and the same bound.
+    EXPECT_EQ(md.setValue(L"1/2/3/4/5/6/7/8/9/10/11/12/13/14/15/16/17/x[1048577]", TyxVariant(1)), 1);
+    EXPECT_EQ(md.setValue(L"1/2/3/4/5/6/7/8/9/10/11/12/13/14/15/16/17/x[1048576]", TyxVariant(1)), 0);
+    EXPECT_EQ(md.size(L"1/2/3/4/5/6/7/8/9/10/11/12/13/14/15/16/17/x"), 1048577u);
 }
 
 TEST(TyxMetaDataTest, RepeatingGroupsWithIndexNames)

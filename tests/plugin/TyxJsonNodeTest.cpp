@@ -110,6 +110,17 @@ TEST(TyxJsonNodeTest, TextsRoundTrip)
     }
 }
 
+TEST(TyxJsonNodeTest, TextEndingInsideASequenceFailsWithinItsBuffer)
+{
+    // A short text lives inside the string object: a read past its end is
+    // what AddressSanitizer sees.
+    for (const char *text : {"[\"a\xf0", "\"\xe2\x82", "[\"\xc3"}) {
+        std::istringstream is{std::string(text)};
+        TyxVariant value;
+        EXPECT_NE(fromJson(is, value).text().find(L"Invalid encoding in string."), TyxString::npos) << text;
+    }
+}
+
 TEST(TyxJsonNodeTest, WideTextParsesAndWrites)
 {
     std::wistringstream is(L"{\"n\\u00e9\":\"\u20ac\"}");
@@ -121,6 +132,11 @@ TEST(TyxJsonNodeTest, WideTextParsesAndWrites)
     EXPECT_EQ(os.str(), L"{\"n\u00e9\":\"\u20ac\"}");
     std::wistringstream bad(L"[1,");
     EXPECT_EQ(fromJson(bad, value).text(), L"Invalid value. (Line: 1 Offset: 3)");
+    // Units that are no Unicode scalar value fail instead of reaching the encoder.
+    for (const wchar_t unit : {wchar_t(0x110000), wchar_t(-95)}) {
+        std::wistringstream strange(std::wstring(L"[\n\"a") + unit + L"\"]");
+        EXPECT_EQ(fromJson(strange, value).text(), L"Invalid encoding in string. (Line: 2 Offset: 4)");
+    }
 }
 
 TEST(TyxJsonNodeTest, PrettyFormUsesTheIndent)

@@ -1,28 +1,69 @@
 // Shared state under load from several threads at once: message posting,
-// the type tables, the unit tables and the enumerators built on first use.
-// The program runs alone, so each test is the first user of what it touches;
-// the ThreadSanitizer build (-DTYX_SANITIZE=thread) checks the accesses.
+// the type tables, the variant registry, the unit tables and the enumerators
+// built on first use. Each test also runs in a process of its own, so it is
+// the first user of what it touches; the ThreadSanitizer build
+// (-DTYX_SANITIZE=thread) checks the accesses.
 #include <gtest/gtest.h>
 
+#include <tyx/TyxByteOrder.h>
+#include <tyx/TyxColorModel.h>
 #include <tyx/TyxCoreLibMgr.h>
+#include <tyx/TyxDataLayout.h>
 #include <tyx/TyxDataType.h>
 #include <tyx/TyxMathConst.h>
 #include <tyx/TyxMetaType.h>
+#include <tyx/TyxScalar.h>
 #include <tyx/TyxTextHandler.h>
 #include <tyx/TyxUnits.h>
 #include <tyx/TyxVariant.h>
 
+#include <algorithm>
 #include <atomic>
 #include <functional>
 #include <mutex>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
 
 using namespace tyx;
+using internal::integerToString;
+using internal::parseInteger;
 
 constexpr int kThreads = 8;
+
+// Types from outside the library that join the variant at run time, one per
+// thread, so that registrations meet in the registry.
+template <int N>
+struct ThreadProbe {
+    int level = 0;
+    bool operator==(const ThreadProbe &other) const { return level == other.level; }
+};
+
+} // namespace
+
+template <int N>
+struct tyx::internal::TyxVariantTraits<ThreadProbe<N>> : TyxRegisteredVariantTraits<ThreadProbe<N>> {
+    static TyxString className() { return L"TyxThreadProbe" + integerToString(N); }
+};
+
+template <int N>
+struct tyx::internal::TyxDefaultCasts<ThreadProbe<N>> {
+    static bool toString(const ThreadProbe<N> &value, TyxString &text)
+    {
+        text = integerToString(value.level);
+        return true;
+    }
+    static bool fromString(const TyxString &text, ThreadProbe<N> &value)
+    {
+        value.level = static_cast<int>(parseInteger(text, true).bits);
+        return true;
+    }
+    static void getDefault(ThreadProbe<N> &value) { value = ThreadProbe<N>(); }
+};
+
+namespace {
 
 // Runs \p work(index) on kThreads threads released together.
 void runTogether(const std::function<void(int)> &work)
@@ -65,6 +106,59 @@ TEST(TyxThreadsTest, EveryPostedMessageArrivesOnce)
     });
     TyxCoreLibMgr::instance().setTextHandler(nullptr);
     EXPECT_EQ(handler->texts.size(), size_t(kThreads * 200));
+}
+
+TEST(TyxThreadsTest, ErrorsPostedTogetherKeepTheLastError)
+{
+    TyxSmartPtr<CountingHandler> handler(new CountingHandler);
+    TyxCoreLibMgr::instance().setTextHandler(handler);
+    runTogether([](int i) {
+        for (int n = 0; n < 200; ++n)
+            postMessage(
+                TyxTextMsg(L"error " + std::to_wstring(i), "TyxThreadsTest.cpp", n, TyxTextMsg::Error));
+    });
+    TyxCoreLibMgr::instance().setTextHandler(nullptr);
+    EXPECT_EQ(handler->texts.size(), size_t(kThreads * 200));
+    // Read after the posts, on this thread: one of the texts, whole.
+    EXPECT_EQ(lastError().text().rfind(L"error ", 0), 0u);
+}
+
+template <int... N>
+void joinProbes(int i, std::integer_sequence<int, N...>)
+{
+    ((N == i ? (void)internal::TyxVariantRegistrar::join<ThreadProbe<N>>() : (void)0), ...);
+}
+
+template <int... N>
+TyxString probeText(int i, std::integer_sequence<int, N...>)
+{
+    TyxString text;
+    ((N == i ? (void)(text = TyxVariant(ThreadProbe<N>{N + 10}).value<TyxString>()) : (void)0), ...);
+    return text;
+}
+
+TEST(TyxThreadsTest, TypesJoinTheRegistryTogether)
+{
+    using Probes = std::make_integer_sequence<int, kThreads>;
+    std::vector<TyxString> texts(kThreads);
+    std::vector<TyxString> names(kThreads);
+    runTogether([&](int i) {
+        joinProbes(i, Probes());
+        texts[i] = probeText(i, Probes());
+        // Conversions between core types read the same registry meanwhile.
+        names[i] = TyxMetaType::fromString(L"TyxThreadProbe" + integerToString(i)).toString();
+        (void)TyxVariant(TyxString(L"1.5")).value<TyxScalar>();
+    });
+    std::vector<int> codes;
+    for (int i = 0; i < kThreads; ++i) {
+        EXPECT_EQ(texts[i], integerToString(i + 10));
+        EXPECT_EQ(names[i], L"TyxThreadProbe" + integerToString(i));
+        const TyxMetaType type = TyxMetaType::fromString(L"TyxThreadProbe" + integerToString(i));
+        EXPECT_GE(type.toEnum(), TyxMetaType::FirstRegistered);
+        codes.push_back(type.toEnum());
+    }
+    std::sort(codes.begin(), codes.end());
+    EXPECT_EQ(std::unique(codes.begin(), codes.end()), codes.end());
 }
 
 TEST(TyxThreadsTest, TypeTableAnswersAlikeAtFirstUse)
@@ -115,10 +209,22 @@ TEST(TyxThreadsTest, UnitTablesAreBuiltOnceForAll)
 TEST(TyxThreadsTest, EnumeratorsAreBuiltOnceForAll)
 {
     std::vector<const TyxEnum *> dataTypes(kThreads), constants(kThreads);
+    std::vector<const TyxEnum *> others(kThreads * 4);
+    std::vector<double> values(kThreads);
     runTogether([&](int i) {
         dataTypes[i] = &TyxDataType::enumerator();
         constants[i] = &TyxMathConst::enumerator();
+        others[i * 4] = &TyxDataLayout::enumerator();
+        others[i * 4 + 1] = &TyxByteOrder::enumerator();
+        others[i * 4 + 2] = &TyxColorModel::enumerator();
+        others[i * 4 + 3] = &TyxMetaType::enumerator();
+        values[i] = TyxMathConst(L"_DtoR").value().real();
     });
+    for (int i = 1; i < kThreads; ++i) {
+        for (int k = 0; k < 4; ++k)
+            EXPECT_EQ(others[i * 4 + k], others[k]);
+        EXPECT_EQ(values[i], values[0]);
+    }
     for (int i = 1; i < kThreads; ++i) {
         EXPECT_EQ(dataTypes[i], dataTypes[0]);
         EXPECT_EQ(constants[i], constants[0]);
