@@ -157,7 +157,10 @@ TyxStrList TyxMetaType::allKeys() { return TyxStrList(enumerator().allKeys()); }
 
 TyxMetaType TyxMetaType::fromString(const TyxString &name)
 {
-    const int code = enumerator().fromString(name);
+    // Under the mutex: another thread may be entering a type meanwhile.
+    TypeTable &table = typeTable();
+    std::lock_guard<std::mutex> lock(typeMutex());
+    const int code = table.types.fromString(name);
     return code == TyxEnum::INVALID_ENUM() ? TyxMetaType() : TyxMetaType(static_cast<Code>(code));
 }
 
@@ -186,18 +189,21 @@ TyxMetaType TyxMetaType::registerType(uint64_t typeID, const TyxString &name)
 {
     if (name.empty())
         return TyxMetaType();
-    TyxMetaType known = fromString(name);
-    if (!known.isValid())
-        known = fromTypeID(typeID);
-    if (known.isValid())
-        return known;
-
     TypeTable &table = typeTable();
+    // Looked up and entered under one lock, so no reader meets the table
+    // while another thread enters a type.
     std::lock_guard<std::mutex> lock(typeMutex());
-    // Another thread may have entered the same name since the look-ups above.
     const int existing = table.types.fromString(name);
     if (existing != TyxEnum::INVALID_ENUM())
         return TyxMetaType(static_cast<Code>(existing));
+    for (const auto &[known, item] : table.types.items()) {
+        if (storedId(item) == typeID)
+            return TyxMetaType(static_cast<Code>(known));
+    }
+    if (typeID == internal::typeIdOf(L"int"))
+        return TyxMetaType(Int);
+    if (typeID == internal::typeIdOf(L"unsigned int"))
+        return TyxMetaType(UInt);
     const int code = table.nextCode++;
     table.types.insert(TyxEnum::Item(code, name, TyxVariant(typeID)));
     return TyxMetaType(static_cast<Code>(code));
