@@ -4,13 +4,16 @@
 # number of seconds (default 60). New inputs go to build-fuzz/corpus/<target>;
 # a failing input is saved under build-fuzz/artifacts/<target>/ and belongs,
 # once fixed, in fuzz/regressions/<target>/, which the test suite replays.
-#   scripts/fuzz.sh [seconds per target] [target...]
+#   [TYX_FUZZ_SEED=n] scripts/fuzz.sh [seconds per target] [target...]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 seconds=${1:-60}
 shift || true
 dir=${TYX_FUZZ_BUILD_DIR:-build-fuzz}
+# TYX_FUZZ_SEED fixes libFuzzer's random seed, so that a short run tries the
+# same inputs each time; 0, the default, draws a new seed.
+seed=${TYX_FUZZ_SEED:-0}
 jobs=$(nproc)
 
 if [ $# -gt 0 ]; then
@@ -40,7 +43,7 @@ for t in "${targets[@]}"; do
   [ -f "fuzz/$t.options" ] && read -r -a extra <"fuzz/$t.options"
   echo "== fuzz $t for ${seconds}s"
   # The first folder receives new inputs; the seeds and regressions are read.
-  if "$dir/fuzz/tyx_fuzz_$t" -max_total_time="$seconds" -timeout=25 -rss_limit_mb=2560 -max_len=4096 \
+  if "$dir/fuzz/tyx_fuzz_$t" -max_total_time="$seconds" -seed="$seed" -timeout=25 -rss_limit_mb=2560 -max_len=4096 \
        -print_final_stats=1 -artifact_prefix="$artifacts/" "${extra[@]}" \
        "$corpus" "fuzz/corpus/$t" "fuzz/regressions/$t" >"$log" 2>&1; then
     status=ok

@@ -29,5 +29,6 @@ cmake -S . -B build-tsan -G Ninja -DTYX_WARNINGS_AS_ERRORS=ON -DCMAKE_BUILD_TYPE
 cmake --build build-tsan -j "$jobs" --target tyx_core_tests tyx_threads_tests tyx_parallel_tests
 TSAN_OPTIONS=halt_on_error=1 ctest --test-dir build-tsan --output-on-failure \
   -R '^(core|core_program_paths_first_use|threads|threads_.*|parallel)$'
-# Fuzz smoke run: each target of fuzz/ for 20 seconds (Clang and libFuzzer).
-./scripts/fuzz.sh 20
+# Fuzz smoke run: each target of fuzz/ for 20 seconds (Clang and libFuzzer),
+# from a fixed seed so that every run tries the same inputs.
+TYX_FUZZ_SEED=1 ./scripts/fuzz.sh 20
