@@ -17,23 +17,12 @@
 #include <thread>
 #include <vector>
 
+#include "TyxRecordingHandler.h"
+
 namespace {
 
 using namespace tyx;
 using N = TyxNumericType;
-
-class CountingHandler : public TyxTextHandler {
-public:
-    void handleMessage(const TyxTextMsg &message) override
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        texts.push_back(message.text());
-    }
-    std::vector<TyxString> texts;
-
-private:
-    std::mutex m_mutex;
-};
 
 // Runs \p f with parallel loops off and then on; returns both results.
 template <class F>
@@ -116,8 +105,7 @@ TEST(TyxParallelLoopsTest, ImageTileLoopsOnThreadsGiveTheSerialTiles)
 // posted, once, after the range; every index before it ran.
 TEST(TyxParallelLoopsTest, FailureOfAWorkerIsPostedOnce)
 {
-    TyxSmartPtr<CountingHandler> handler(new CountingHandler);
-    TyxCoreLibMgr::instance().setTextHandler(handler);
+    test::HandlerScope scope;
     std::vector<std::atomic<int>> ran(20000);
     TyxLoopRange range;
     range.end = 20000;
@@ -126,10 +114,8 @@ TEST(TyxParallelLoopsTest, FailureOfAWorkerIsPostedOnce)
             throw std::runtime_error("failed at " + std::to_string(i));
         ++ran[size_t(i)];
     });
-    TyxCoreLibMgr::instance().setTextHandler(nullptr);
     EXPECT_TRUE(failed);
-    ASSERT_EQ(handler->texts.size(), 1u);
-    EXPECT_EQ(handler->texts[0], L"failed at 3999");
+    EXPECT_EQ(scope.onlyText(), L"failed at 3999");
     for (size_t i = 0; i < 3999; ++i)
         ASSERT_EQ(ran[i].load(), 1) << i;
 }

@@ -5,16 +5,25 @@
 #include <tyx/TyxTextHandler.h>
 #include <tyx/TyxTextMsg.h>
 
+#include <mutex>
 #include <string>
 #include <vector>
 
 namespace tyx::test {
 
-/// Records posted messages instead of throwing them.
+/// Records posted messages instead of throwing them; threads may post at
+/// once. Read the messages after the posting threads have ended.
 class RecordingHandler : public TyxTextHandler {
 public:
-    void handleMessage(const TyxTextMsg &message) override { messages.push_back(message); }
+    void handleMessage(const TyxTextMsg &message) override
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        messages.push_back(message);
+    }
     std::vector<TyxTextMsg> messages;
+
+private:
+    std::mutex m_mutex;
 };
 
 /// Installs a recording handler for the life of a test and restores the default after it.

@@ -25,6 +25,8 @@
 #include <utility>
 #include <vector>
 
+#include "TyxRecordingHandler.h"
+
 namespace {
 
 using namespace tyx;
@@ -82,43 +84,26 @@ void runTogether(const std::function<void(int)> &work)
         thread.join();
 }
 
-class CountingHandler : public TyxTextHandler {
-public:
-    void handleMessage(const TyxTextMsg &message) override
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        texts.push_back(message.text());
-    }
-    std::vector<TyxString> texts;
-
-private:
-    std::mutex m_mutex;
-};
-
 TEST(TyxThreadsTest, EveryPostedMessageArrivesOnce)
 {
-    TyxSmartPtr<CountingHandler> handler(new CountingHandler);
-    TyxCoreLibMgr::instance().setTextHandler(handler);
+    test::HandlerScope scope;
     runTogether([](int i) {
         for (int n = 0; n < 200; ++n)
             postMessage(
                 TyxTextMsg(L"thread " + std::to_wstring(i), "TyxThreadsTest.cpp", n, TyxTextMsg::Warning));
     });
-    TyxCoreLibMgr::instance().setTextHandler(nullptr);
-    EXPECT_EQ(handler->texts.size(), size_t(kThreads * 200));
+    EXPECT_EQ(scope.messages().size(), size_t(kThreads * 200));
 }
 
 TEST(TyxThreadsTest, ErrorsPostedTogetherKeepTheLastError)
 {
-    TyxSmartPtr<CountingHandler> handler(new CountingHandler);
-    TyxCoreLibMgr::instance().setTextHandler(handler);
+    test::HandlerScope scope;
     runTogether([](int i) {
         for (int n = 0; n < 200; ++n)
             postMessage(
                 TyxTextMsg(L"error " + std::to_wstring(i), "TyxThreadsTest.cpp", n, TyxTextMsg::Error));
     });
-    TyxCoreLibMgr::instance().setTextHandler(nullptr);
-    EXPECT_EQ(handler->texts.size(), size_t(kThreads * 200));
+    EXPECT_EQ(scope.messages().size(), size_t(kThreads * 200));
     // Read after the posts, on this thread: one of the texts, whole.
     EXPECT_EQ(lastError().text().rfind(L"error ", 0), 0u);
 }
