@@ -23,7 +23,7 @@ using Band = std::vector<double>;
 
 const double kTransform[6] = {500000.0, 10.0, 0.0, 4000000.0, 0.0, -10.0};
 
-struct RasterSpec {
+struct RasterContent {
     int width = 37;
     int height = 23;
     GDALDataType type = GDT_UInt16;
@@ -46,22 +46,22 @@ public:
 
     // Writes a GeoTIFF in blocks of 16 x 16 pixels, so that the sizes of the
     // tests are not multiples of the block.
-    std::string write(const std::string &name, const RasterSpec &spec) const
+    std::string write(const std::string &name, const RasterContent &raster) const
     {
         const std::string file = path(name);
         const char *options[] = {"TILED=YES", "BLOCKXSIZE=16", "BLOCKYSIZE=16", nullptr};
         GDALDatasetH ds =
-            GDALCreate(GDALGetDriverByName("GTiff"), file.c_str(), spec.width, spec.height,
-                       static_cast<int>(spec.bands.size()), spec.type, const_cast<char **>(options));
-        GDALSetGeoTransform(ds, const_cast<double *>(spec.transform));
+            GDALCreate(GDALGetDriverByName("GTiff"), file.c_str(), raster.width, raster.height,
+                       static_cast<int>(raster.bands.size()), raster.type, const_cast<char **>(options));
+        GDALSetGeoTransform(ds, const_cast<double *>(raster.transform));
         GDALSetProjection(ds, "EPSG:32633");
-        for (size_t b = 0; b < spec.bands.size(); ++b) {
+        for (size_t b = 0; b < raster.bands.size(); ++b) {
             GDALRasterBandH band = GDALGetRasterBand(ds, static_cast<int>(b) + 1);
-            if (b < spec.nodata.size() && !std::isnan(spec.nodata[b]))
-                GDALSetRasterNoDataValue(band, spec.nodata[b]);
-            EXPECT_EQ(CE_None, GDALRasterIO(band, GF_Write, 0, 0, spec.width, spec.height,
-                                            const_cast<double *>(spec.bands[b].data()), spec.width,
-                                            spec.height, GDT_Float64, 0, 0));
+            if (b < raster.nodata.size() && !std::isnan(raster.nodata[b]))
+                GDALSetRasterNoDataValue(band, raster.nodata[b]);
+            EXPECT_EQ(CE_None, GDALRasterIO(band, GF_Write, 0, 0, raster.width, raster.height,
+                                            const_cast<double *>(raster.bands[b].data()), raster.width,
+                                            raster.height, GDT_Float64, 0, 0));
         }
         GDALClose(ds);
         return file;
@@ -144,16 +144,16 @@ Output readOutput(const std::string &file)
 TEST(TyxCalcTest, NormalisedDifferenceMatchesEveryPixelAndKeepsGeoreferencing)
 {
     Workspace ws;
-    RasterSpec spec;
-    spec.bands = {pattern(37, 23, 1), pattern(37, 23, 2), pattern(37, 23, 3)};
-    spec.bands[0][0] = spec.bands[1][0] = 0; // 0 / 0 stays NaN in a float output
-    const std::string in = ws.write("in.tif", spec);
+    RasterContent raster;
+    raster.bands = {pattern(37, 23, 1), pattern(37, 23, 2), pattern(37, 23, 3)};
+    raster.bands[0][0] = raster.bands[1][0] = 0; // 0 / 0 stays NaN in a float output
+    const std::string in = ws.write("in.tif", raster);
     ASSERT_EQ(0, ws.run("-q -i a=" + in + ":3 -i b=" + in + ":2 -e '(a - b) / (a + b)' -t Float32 -o " +
                         ws.path("out.tif")));
     const Output out = readOutput(ws.path("out.tif"));
     EXPECT_EQ(GDT_Float32, out.type);
     for (size_t i = 0; i < out.samples.size(); ++i) {
-        const double a = spec.bands[2][i], b = spec.bands[1][i];
+        const double a = raster.bands[2][i], b = raster.bands[1][i];
         const double expected = static_cast<float>((a - b) / (a + b));
         if (std::isnan(expected))
             EXPECT_TRUE(std::isnan(out.samples[i])) << i;
@@ -174,12 +174,12 @@ TEST(TyxCalcTest, NormalisedDifferenceMatchesEveryPixelAndKeepsGeoreferencing)
 TEST(TyxCalcTest, ConvertsWithRoundclipAndKeepsInfinities)
 {
     Workspace ws;
-    RasterSpec spec;
-    spec.width = 5;
-    spec.height = 1;
-    spec.type = GDT_Int16;
-    spec.bands = {{-7, -5, 1, 5, 600}};
-    const std::string in = ws.write("in.tif", spec);
+    RasterContent raster;
+    raster.width = 5;
+    raster.height = 1;
+    raster.type = GDT_Int16;
+    raster.bands = {{-7, -5, 1, 5, 600}};
+    const std::string in = ws.write("in.tif", raster);
     struct Case {
         std::string expression;
         std::string type;
@@ -210,13 +210,13 @@ TEST(TyxCalcTest, NodataOfAnyInputMakesNodata)
 {
     Workspace ws;
     // A GeoTIFF keeps one nodata value for all its bands: one file each.
-    RasterSpec a;
+    RasterContent a;
     a.width = 19;
     a.height = 11;
     a.bands = {pattern(19, 11, 4)};
     a.bands[0][3] = 65535;
     a.nodata = {65535};
-    RasterSpec b = a;
+    RasterContent b = a;
     b.bands = {pattern(19, 11, 5)};
     b.bands[0][40] = 7;
     b.bands[0][41] = 9;
@@ -257,9 +257,9 @@ TEST(TyxCalcTest, NodataOfAnyInputMakesNodata)
 TEST(TyxCalcTest, CreationOptionsAndFormatReachTheDriver)
 {
     Workspace ws;
-    RasterSpec spec;
-    spec.bands = {pattern(37, 23, 6)};
-    const std::string in = ws.write("in.tif", spec);
+    RasterContent raster;
+    raster.bands = {pattern(37, 23, 6)};
+    const std::string in = ws.write("in.tif", raster);
     ASSERT_EQ(0, ws.run("-q -i a=" + in +
                         " -e 'a - 1' --co TILED=YES --co BLOCKXSIZE=32 --co BLOCKYSIZE=16 -o " +
                         ws.path("tiled.tif")));
@@ -273,25 +273,25 @@ TEST(TyxCalcTest, CreationOptionsAndFormatReachTheDriver)
     ASSERT_EQ(0, ws.run("-q -i a=" + in + " -e 'a - 1' -t Int32 --format ENVI -o " + ws.path("out.img")));
     const Output out = readOutput(ws.path("out.img"));
     for (size_t i = 0; i < out.samples.size(); ++i)
-        ASSERT_EQ(spec.bands[0][i] - 1, out.samples[i]) << "pixel " << i;
+        ASSERT_EQ(raster.bands[0][i] - 1, out.samples[i]) << "pixel " << i;
     EXPECT_EQ((std::vector<std::string>{"in.tif", "out.hdr", "out.img", "tiled.tif"}), ws.files());
 }
 
 TEST(TyxCalcTest, FailuresTellOneLineAndLeaveNoOutput)
 {
     Workspace ws;
-    RasterSpec spec;
-    spec.bands = {pattern(37, 23, 1), pattern(37, 23, 2)};
-    const std::string in = ws.write("in.tif", spec);
-    RasterSpec other = spec;
+    RasterContent raster;
+    raster.bands = {pattern(37, 23, 1), pattern(37, 23, 2)};
+    const std::string in = ws.write("in.tif", raster);
+    RasterContent other = raster;
     other.width = 36;
     other.bands = {pattern(36, 23, 1)};
     const std::string narrow = ws.write("narrow.tif", other);
     const double shifted[6] = {500010.0, 10.0, 0.0, 4000000.0, 0.0, -10.0};
-    other = spec;
+    other = raster;
     other.transform = shifted;
     const std::string moved = ws.write("moved.tif", other);
-    other = spec;
+    other = raster;
     other.type = GDT_Int64;
     const std::string wide = ws.write("int64.tif", other);
     {

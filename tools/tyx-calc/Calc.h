@@ -24,24 +24,24 @@ struct CalcError : std::runtime_error {
 };
 
 /// One "-i name=file[:band]".
-struct InputSpec {
+struct InputArg {
     std::string name;
     std::string path;
     int band = 1;
 };
 
 /// One "--nodata [name=]value"; an empty name stands for the output.
-struct NodataSpec {
+struct NodataArg {
     std::string name;
     double value = 0.0;
 };
 
 struct Options {
-    std::vector<InputSpec> inputs;
+    std::vector<InputArg> inputs;
     std::string expression;
     std::string outputType = "Float64";
     std::string output;
-    std::vector<NodataSpec> nodata;
+    std::vector<NodataArg> nodata;
     std::vector<std::string> creationOptions;
     std::string format = "GTiff";
     bool overwrite = false;
@@ -62,7 +62,7 @@ using DatasetPtr = std::shared_ptr<void>;
 
 /// A band of an input raster, opened and checked.
 struct InputBand {
-    InputSpec spec;
+    InputArg arg;
     DatasetPtr dataset; // shared by the inputs of one file
     GDALRasterBandH band = nullptr;
     GDALDataType gdalType = GDT_Unknown;

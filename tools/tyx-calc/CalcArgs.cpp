@@ -67,29 +67,29 @@ bool isIdentifier(const std::string &name)
     return true;
 }
 
-InputSpec parseInput(const std::string &value)
+InputArg parseInput(const std::string &value)
 {
     const size_t eq = value.find('=');
     if (eq == std::string::npos || eq + 1 == value.size() || !isIdentifier(value.substr(0, eq)))
         throw CalcError("input '" + value + "' is not of the form name=file[:band]");
-    InputSpec spec;
-    spec.name = value.substr(0, eq);
-    spec.path = value.substr(eq + 1);
+    InputArg given;
+    given.name = value.substr(0, eq);
+    given.path = value.substr(eq + 1);
     // A trailing ":digits" names the band; other colons belong to the path.
-    const size_t colon = spec.path.rfind(':');
-    if (colon != std::string::npos && colon + 1 < spec.path.size() &&
-        spec.path.find_first_not_of("0123456789", colon + 1) == std::string::npos) {
+    const size_t colon = given.path.rfind(':');
+    if (colon != std::string::npos && colon + 1 < given.path.size() &&
+        given.path.find_first_not_of("0123456789", colon + 1) == std::string::npos) {
         errno = 0;
-        const long band = std::strtol(spec.path.c_str() + colon + 1, nullptr, 10);
+        const long band = std::strtol(given.path.c_str() + colon + 1, nullptr, 10);
         if (errno != 0 || band < 1 || band > 65535)
-            throw CalcError("input '" + value + "' names band " + spec.path.substr(colon + 1) +
+            throw CalcError("input '" + value + "' names band " + given.path.substr(colon + 1) +
                             "; bands count from 1");
-        spec.band = static_cast<int>(band);
-        spec.path.resize(colon);
+        given.band = static_cast<int>(band);
+        given.path.resize(colon);
     }
-    if (spec.path.empty())
+    if (given.path.empty())
         throw CalcError("input '" + value + "' is not of the form name=file[:band]");
-    return spec;
+    return given;
 }
 
 double parseNumber(const std::string &text, const std::string &what)
@@ -102,17 +102,17 @@ double parseNumber(const std::string &text, const std::string &what)
     return value;
 }
 
-NodataSpec parseNodata(const std::string &value)
+NodataArg parseNodata(const std::string &value)
 {
-    NodataSpec spec;
+    NodataArg given;
     const size_t eq = value.find('=');
     if (eq == std::string::npos) {
-        spec.value = parseNumber(value, "nodata value");
-        return spec;
+        given.value = parseNumber(value, "nodata value");
+        return given;
     }
-    spec.name = value.substr(0, eq);
-    spec.value = parseNumber(value.substr(eq + 1), "nodata value");
-    return spec;
+    given.name = value.substr(0, eq);
+    given.value = parseNumber(value.substr(eq + 1), "nodata value");
+    return given;
 }
 
 } // namespace
@@ -195,14 +195,14 @@ bool parseArguments(int argc, char **argv, Options &options)
                 throw CalcError("input name '" + options.inputs[i].name + "' is given twice");
         }
     }
-    for (const NodataSpec &spec : options.nodata) {
-        if (spec.name.empty())
+    for (const NodataArg &given : options.nodata) {
+        if (given.name.empty())
             continue;
         bool known = false;
-        for (const InputSpec &in : options.inputs)
-            known = known || in.name == spec.name;
+        for (const InputArg &in : options.inputs)
+            known = known || in.name == given.name;
         if (!known)
-            throw CalcError("--nodata names '" + spec.name + "', which is not an input");
+            throw CalcError("--nodata names '" + given.name + "', which is not an input");
     }
     return true;
 }

@@ -107,41 +107,40 @@ std::vector<InputBand> openInputs(const Options &options, Geometry &geometry)
 {
     std::map<std::string, DatasetPtr> opened;
     std::vector<InputBand> inputs;
-    for (const InputSpec &spec : options.inputs) {
+    for (const InputArg &arg : options.inputs) {
         InputBand in;
-        in.spec = spec;
-        DatasetPtr &dataset = opened[spec.path];
+        in.arg = arg;
+        DatasetPtr &dataset = opened[arg.path];
         if (!dataset) {
             CPLErrorReset();
             GDALDatasetH handle =
-                GDALOpenEx(spec.path.c_str(), GDAL_OF_RASTER | GDAL_OF_READONLY, nullptr, nullptr, nullptr);
-            if (!handle && !fileExists(spec.path))
-                throw CalcError("input '" + spec.path + "' does not exist");
+                GDALOpenEx(arg.path.c_str(), GDAL_OF_RASTER | GDAL_OF_READONLY, nullptr, nullptr, nullptr);
+            if (!handle && !fileExists(arg.path))
+                throw CalcError("input '" + arg.path + "' does not exist");
             if (!handle)
-                throw CalcError("cannot read '" + spec.path +
+                throw CalcError("cannot read '" + arg.path +
                                 "' as a raster: " + gdalMessage("GDAL knows no raster format for it"));
             dataset = DatasetPtr(handle, [](void *h) { GDALClose(static_cast<GDALDatasetH>(h)); });
         }
         in.dataset = dataset;
         GDALDatasetH handle = dataset.get();
         const int bands = GDALGetRasterCount(handle);
-        if (spec.band > bands)
-            throw CalcError("band " + std::to_string(spec.band) + " of '" + spec.path +
+        if (arg.band > bands)
+            throw CalcError("band " + std::to_string(arg.band) + " of '" + arg.path +
                             "' does not exist; it has " + std::to_string(bands) +
                             (bands == 1 ? " band" : " bands"));
-        in.band = GDALGetRasterBand(handle, spec.band);
+        in.band = GDALGetRasterBand(handle, arg.band);
         in.gdalType = GDALGetRasterDataType(in.band);
         in.dataType = dataTypeOf(in.gdalType);
         if (!in.dataType.isValid())
-            throw CalcError("band " + std::to_string(spec.band) + " of '" + spec.path +
-                            "' has the data type " + GDALGetDataTypeName(in.gdalType) +
-                            ", which tyx-calc does not read");
+            throw CalcError("band " + std::to_string(arg.band) + " of '" + arg.path + "' has the data type " +
+                            GDALGetDataTypeName(in.gdalType) + ", which tyx-calc does not read");
         int hasNodata = 0;
         const double nodata = GDALGetRasterNoDataValue(in.band, &hasNodata);
         if (hasNodata)
             in.nodata = nodata;
-        for (const NodataSpec &given : options.nodata) {
-            if (given.name == spec.name)
+        for (const NodataArg &given : options.nodata) {
+            if (given.name == arg.name)
                 in.nodata = given.value;
         }
 
@@ -158,14 +157,14 @@ std::vector<InputBand> openInputs(const Options &options, Geometry &geometry)
             const char *wkt = GDALGetProjectionRef(handle);
             geometry.projection = wkt ? wkt : "";
         } else {
-            const std::string first = "'" + inputs.front().spec.path + "'";
+            const std::string first = "'" + inputs.front().arg.path + "'";
             if (width != geometry.width || height != geometry.height)
-                throw CalcError("input '" + spec.path + "' is " + std::to_string(width) + " x " +
+                throw CalcError("input '" + arg.path + "' is " + std::to_string(width) + " x " +
                                 std::to_string(height) + " pixels but " + first + " is " +
                                 std::to_string(geometry.width) + " x " + std::to_string(geometry.height));
             if (hasTransform != geometry.hasGeoTransform ||
                 (hasTransform && !sameGeoTransform(transform, geometry.geoTransform)))
-                throw CalcError("input '" + spec.path + "' has another geotransform than " + first);
+                throw CalcError("input '" + arg.path + "' has another geotransform than " + first);
         }
         inputs.push_back(std::move(in));
     }

@@ -182,12 +182,12 @@ void parseExpression(TyxEqnParser &parser, const Options &options)
         throw CalcError("expression \"" + options.expression + "\": " + msgText(msg));
     const std::vector<std::string> defined = definedNames(options.expression);
     std::string inputNames;
-    for (const InputSpec &in : options.inputs)
+    for (const InputArg &in : options.inputs)
         inputNames += (inputNames.empty() ? "" : ", ") + in.name;
     for (const TyxString &wideName : parser.variables()) {
         const std::string name = toUTF8(wideName);
         const bool isInput = std::any_of(options.inputs.begin(), options.inputs.end(),
-                                         [&](const InputSpec &in) { return in.name == name; });
+                                         [&](const InputArg &in) { return in.name == name; });
         // Constants such as _PI have their value from the parse.
         if (isInput || parser.value(wideName).isValid() ||
             std::find(defined.begin(), defined.end(), name) != defined.end())
@@ -254,7 +254,7 @@ void runTiles(TyxEqnParser &parser, const Options &options, std::vector<InputBan
         ~Release()
         {
             for (const InputBand &in : inputs)
-                parser.setValue(fromUTF8(in.spec.name), TyxVariant());
+                parser.setValue(fromUTF8(in.arg.name), TyxVariant());
         }
     } release{parser, inputs};
 
@@ -272,9 +272,9 @@ void runTiles(TyxEqnParser &parser, const Options &options, std::vector<InputBan
             void *data = buffers[k].data();
             CPLErrorReset();
             if (GDALRasterIO(in.band, GF_Read, x, y, w, h, data, w, h, in.gdalType, 0, 0) != CE_None)
-                throw CalcError("cannot read " + where(roi) + " of '" + in.spec.path +
+                throw CalcError("cannot read " + where(roi) + " of '" + in.arg.path +
                                 "': " + gdalMessage("read failed"));
-            parser.setValue(fromUTF8(in.spec.name), TyxVariant(wrapTile(in.dataType, data, count)));
+            parser.setValue(fromUTF8(in.arg.name), TyxVariant(wrapTile(in.dataType, data, count)));
             if (masking && in.nodata) {
                 visitType(in.dataType, [&](auto *typed) {
                     using T = std::remove_pointer_t<decltype(typed)>;

@@ -25,9 +25,9 @@ std::optional<double> outputNodata(const Options &options, const std::vector<Inp
                                    const OutputType &type)
 {
     std::optional<double> nodata;
-    for (const NodataSpec &spec : options.nodata) {
-        if (spec.name.empty())
-            nodata = spec.value;
+    for (const NodataArg &given : options.nodata) {
+        if (given.name.empty())
+            nodata = given.value;
     }
     for (size_t k = 0; k < inputs.size() && !nodata; ++k)
         nodata = inputs[k].nodata;
