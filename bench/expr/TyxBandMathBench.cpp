@@ -10,10 +10,11 @@
 //   clip     roundclip((a - b) / (a + b) * 10000, I16, -10000, 10000), result I16
 #include <benchmark/benchmark.h>
 
+#include "TyxBandMathData.h"
+
 #include <tbb/blocked_range.h>
 #include <tbb/parallel_for.h>
 
-#include <tyx/TyxDataType.h>
 #include <tyx/TyxEqnParser.h>
 #include <tyx/TyxEqnTile.h>
 #include <tyx/TyxSystem.h>
@@ -25,21 +26,11 @@
 
 namespace {
 
-using tyx::TyxDataType;
 using tyx::TyxEqnParser;
 using tyx::TyxEqnTile;
-using N = tyx::TyxNumericType;
 
-constexpr uint64_t kSamples = 4096 * 4096;
-
-TyxEqnTile band(unsigned shift)
-{
-    TyxEqnTile tile(TyxDataType(N::U16), kSamples);
-    const std::span<uint16_t> p = tile.samples<uint16_t>();
-    for (uint64_t i = 0; i < kSamples; ++i)
-        p[i] = static_cast<uint16_t>(1 + (i * 7 + shift * 1013) % 60000);
-    return tile;
-}
+using tyx::bench::band;
+using tyx::bench::kSamples;
 
 const TyxEqnTile &bandOf(int which)
 {
@@ -51,17 +42,28 @@ const TyxEqnTile &bandOf(int which)
 
 const uint16_t *samples(int which) { return bandOf(which).samples<uint16_t>().data(); }
 
-// Calls f(begin, end) over [0, kSamples): in one piece, or in pieces over
+// Calls op(i) for every sample index: in one loop, or in pieces over
 // oneTBB's threads.
-template <class F>
-void forSamples(bool parallel, F f)
+template <class Op>
+void eachSample(bool parallel, Op op)
 {
+    const auto loop = [&](uint64_t begin, uint64_t end) {
+        for (uint64_t i = begin; i < end; ++i)
+            op(i);
+    };
     if (!parallel) {
-        f(uint64_t(0), kSamples);
+        loop(0, kSamples);
         return;
     }
     tbb::parallel_for(tbb::blocked_range<uint64_t>(0, kSamples, 65536),
-                      [&](const tbb::blocked_range<uint64_t> &r) { f(r.begin(), r.end()); });
+                      [&](const tbb::blocked_range<uint64_t> &r) { loop(r.begin(), r.end()); });
+}
+
+// Keeps the optimiser from dropping the stores into \p result.
+void keep(const void *result)
+{
+    benchmark::DoNotOptimize(result);
+    benchmark::ClobberMemory();
 }
 
 void finish(benchmark::State &state)
@@ -109,12 +111,9 @@ void BM_NdviFused(benchmark::State &state)
     const uint16_t *b = samples(1);
     std::unique_ptr<double[]> r(new double[kSamples]());
     for (auto _ : state) {
-        forSamples(state.range(0) != 0, [&](uint64_t s, uint64_t e) {
-            for (uint64_t i = s; i < e; ++i)
-                r[i] = (double(a[i]) - double(b[i])) / (double(a[i]) + double(b[i]));
-        });
-        benchmark::DoNotOptimize(r.get());
-        benchmark::ClobberMemory();
+        eachSample(state.range(0) != 0,
+                   [&](uint64_t i) { r[i] = (double(a[i]) - double(b[i])) / (double(a[i]) + double(b[i])); });
+        keep(r.get());
     }
     finish(state);
 }
@@ -128,20 +127,10 @@ void BM_NdviThreePass(benchmark::State &state)
     std::unique_ptr<double[]> r(new double[kSamples]());
     const bool parallel = state.range(0) != 0;
     for (auto _ : state) {
-        forSamples(parallel, [&](uint64_t s, uint64_t e) {
-            for (uint64_t i = s; i < e; ++i)
-                diff[i] = double(a[i]) - double(b[i]);
-        });
-        forSamples(parallel, [&](uint64_t s, uint64_t e) {
-            for (uint64_t i = s; i < e; ++i)
-                total[i] = double(a[i]) + double(b[i]);
-        });
-        forSamples(parallel, [&](uint64_t s, uint64_t e) {
-            for (uint64_t i = s; i < e; ++i)
-                r[i] = diff[i] / total[i];
-        });
-        benchmark::DoNotOptimize(r.get());
-        benchmark::ClobberMemory();
+        eachSample(parallel, [&](uint64_t i) { diff[i] = double(a[i]) - double(b[i]); });
+        eachSample(parallel, [&](uint64_t i) { total[i] = double(a[i]) + double(b[i]); });
+        eachSample(parallel, [&](uint64_t i) { r[i] = diff[i] / total[i]; });
+        keep(r.get());
     }
     finish(state);
 }
@@ -160,15 +149,12 @@ void BM_LongFused(benchmark::State &state)
     const uint16_t *c = samples(2);
     std::unique_ptr<double[]> r(new double[kSamples]());
     for (auto _ : state) {
-        forSamples(state.range(0) != 0, [&](uint64_t s, uint64_t e) {
-            for (uint64_t i = s; i < e; ++i) {
-                const double x = a[i];
-                const double y = b[i];
-                r[i] = (x * 0.5 + y * 0.3 - double(c[i])) / std::sqrt(x * x + y * y + 1);
-            }
+        eachSample(state.range(0) != 0, [&](uint64_t i) {
+            const double x = a[i];
+            const double y = b[i];
+            r[i] = (x * 0.5 + y * 0.3 - double(c[i])) / std::sqrt(x * x + y * y + 1);
         });
-        benchmark::DoNotOptimize(r.get());
-        benchmark::ClobberMemory();
+        keep(r.get());
     }
     finish(state);
 }
@@ -185,25 +171,18 @@ void BM_LongThreePass(benchmark::State &state)
     double *t0 = t[0].get(), *t1 = t[1].get(), *t2 = t[2].get(), *t3 = t[3].get(), *t4 = t[4].get(),
            *r = t[5].get();
     const bool parallel = state.range(0) != 0;
-    auto pass = [&](auto op) {
-        forSamples(parallel, [&](uint64_t s, uint64_t e) {
-            for (uint64_t i = s; i < e; ++i)
-                op(i);
-        });
-    };
     for (auto _ : state) {
-        pass([&](uint64_t i) { t0[i] = double(a[i]) * 0.5; });
-        pass([&](uint64_t i) { t1[i] = double(b[i]) * 0.3; });
-        pass([&](uint64_t i) { t0[i] = t0[i] + t1[i]; });
-        pass([&](uint64_t i) { t2[i] = t0[i] - double(c[i]); });
-        pass([&](uint64_t i) { t3[i] = double(a[i]) * double(a[i]); });
-        pass([&](uint64_t i) { t4[i] = double(b[i]) * double(b[i]); });
-        pass([&](uint64_t i) { t3[i] = t3[i] + t4[i]; });
-        pass([&](uint64_t i) { t4[i] = t3[i] + 1; });
-        pass([&](uint64_t i) { t3[i] = std::sqrt(t4[i]); });
-        pass([&](uint64_t i) { r[i] = t2[i] / t3[i]; });
-        benchmark::DoNotOptimize(r);
-        benchmark::ClobberMemory();
+        eachSample(parallel, [&](uint64_t i) { t0[i] = double(a[i]) * 0.5; });
+        eachSample(parallel, [&](uint64_t i) { t1[i] = double(b[i]) * 0.3; });
+        eachSample(parallel, [&](uint64_t i) { t0[i] = t0[i] + t1[i]; });
+        eachSample(parallel, [&](uint64_t i) { t2[i] = t0[i] - double(c[i]); });
+        eachSample(parallel, [&](uint64_t i) { t3[i] = double(a[i]) * double(a[i]); });
+        eachSample(parallel, [&](uint64_t i) { t4[i] = double(b[i]) * double(b[i]); });
+        eachSample(parallel, [&](uint64_t i) { t3[i] = t3[i] + t4[i]; });
+        eachSample(parallel, [&](uint64_t i) { t4[i] = t3[i] + 1; });
+        eachSample(parallel, [&](uint64_t i) { t3[i] = std::sqrt(t4[i]); });
+        eachSample(parallel, [&](uint64_t i) { r[i] = t2[i] / t3[i]; });
+        keep(r);
     }
     finish(state);
 }
@@ -221,14 +200,11 @@ void BM_ClipFused(benchmark::State &state)
     const uint16_t *b = samples(1);
     std::unique_ptr<int16_t[]> r(new int16_t[kSamples]());
     for (auto _ : state) {
-        forSamples(state.range(0) != 0, [&](uint64_t s, uint64_t e) {
-            for (uint64_t i = s; i < e; ++i) {
-                const double v = (double(a[i]) - double(b[i])) / (double(a[i]) + double(b[i])) * 10000;
-                r[i] = static_cast<int16_t>(roundClip(v, -10000, 10000));
-            }
+        eachSample(state.range(0) != 0, [&](uint64_t i) {
+            const double v = (double(a[i]) - double(b[i])) / (double(a[i]) + double(b[i])) * 10000;
+            r[i] = static_cast<int16_t>(roundClip(v, -10000, 10000));
         });
-        benchmark::DoNotOptimize(r.get());
-        benchmark::ClobberMemory();
+        keep(r.get());
     }
     finish(state);
 }
@@ -241,20 +217,14 @@ void BM_ClipThreePass(benchmark::State &state)
     std::unique_ptr<double[]> total(new double[kSamples]());
     std::unique_ptr<int16_t[]> r(new int16_t[kSamples]());
     const bool parallel = state.range(0) != 0;
-    auto pass = [&](auto op) {
-        forSamples(parallel, [&](uint64_t s, uint64_t e) {
-            for (uint64_t i = s; i < e; ++i)
-                op(i);
-        });
-    };
     for (auto _ : state) {
-        pass([&](uint64_t i) { diff[i] = double(a[i]) - double(b[i]); });
-        pass([&](uint64_t i) { total[i] = double(a[i]) + double(b[i]); });
-        pass([&](uint64_t i) { diff[i] = diff[i] / total[i]; });
-        pass([&](uint64_t i) { diff[i] = diff[i] * 10000; });
-        pass([&](uint64_t i) { r[i] = static_cast<int16_t>(roundClip(diff[i], -10000, 10000)); });
-        benchmark::DoNotOptimize(r.get());
-        benchmark::ClobberMemory();
+        eachSample(parallel, [&](uint64_t i) { diff[i] = double(a[i]) - double(b[i]); });
+        eachSample(parallel, [&](uint64_t i) { total[i] = double(a[i]) + double(b[i]); });
+        eachSample(parallel, [&](uint64_t i) { diff[i] = diff[i] / total[i]; });
+        eachSample(parallel, [&](uint64_t i) { diff[i] = diff[i] * 10000; });
+        eachSample(parallel,
+                   [&](uint64_t i) { r[i] = static_cast<int16_t>(roundClip(diff[i], -10000, 10000)); });
+        keep(r.get());
     }
     finish(state);
 }

@@ -6,8 +6,9 @@
 // allocated per repeated evaluation.
 #include <benchmark/benchmark.h>
 
+#include "TyxBandMathData.h"
+
 #include <tyx/TyxBuffer.h>
-#include <tyx/TyxDataType.h>
 #include <tyx/TyxEqnParser.h>
 #include <tyx/TyxEqnTile.h>
 
@@ -20,7 +21,7 @@
 
 namespace {
 
-constexpr uint64_t kSamples = 4096 * 4096;
+using tyx::bench::kSamples;
 constexpr size_t kLargeBlock = 1 << 20;
 
 std::atomic<uint64_t> g_largeBlocks{0};
@@ -48,19 +49,9 @@ void *aligned_alloc(size_t alignment, size_t size)
 
 namespace {
 
-using tyx::TyxDataType;
 using tyx::TyxEqnParser;
 using tyx::TyxEqnTile;
-using N = tyx::TyxNumericType;
-
-TyxEqnTile band(unsigned shift)
-{
-    TyxEqnTile tile(TyxDataType(N::U16), kSamples);
-    const std::span<uint16_t> p = tile.samples<uint16_t>();
-    for (uint64_t i = 0; i < kSamples; ++i)
-        p[i] = static_cast<uint16_t>(1 + (i * 7 + shift * 1013) % 60000);
-    return tile;
-}
+using tyx::bench::band;
 
 const TyxEqnTile &bandA()
 {

@@ -14,6 +14,15 @@ constexpr int lineWidth = 75;
 
 bool isBreak(wchar_t c) { return c == L' ' || c == L',' || c == L'|'; }
 
+// Whether \p arg belongs to one of the parser's exclusive groups, which the
+// usage texts list apart.
+bool inXorGroup(const TyxClParserIF &parser, const TyxClArg &arg)
+{
+    return std::any_of(parser.xorList().begin(), parser.xorList().end(), [&](const auto &group) {
+        return std::any_of(group.begin(), group.end(), [&](const TyxClArgPtr &a) { return a.get() == &arg; });
+    });
+}
+
 } // namespace
 
 TyxClStdOutput::TyxClStdOutput() : m_stream(&std::wcout) {}
@@ -67,12 +76,7 @@ void TyxClStdOutput::shortUsage(const TyxClParserIF &parser, std::wostream &stre
         line.back() = L'}';
     }
     for (const TyxClArgPtr &arg : parser.argList()) {
-        const bool inGroup =
-            std::any_of(parser.xorList().begin(), parser.xorList().end(), [&](const auto &group) {
-                return std::any_of(group.begin(), group.end(),
-                                   [&](const TyxClArgPtr &a) { return a.get() == arg.get(); });
-            });
-        if (inGroup || arg->isHiddenFromUsage())
+        if (inXorGroup(parser, *arg) || arg->isHiddenFromUsage())
             continue;
         if (arg->isRequired())
             line += L" " + arg->shortID(L"val");
@@ -94,12 +98,7 @@ void TyxClStdOutput::longUsage(const TyxClParserIF &parser, std::wostream &strea
         stream << L"\n";
     }
     for (const TyxClArgPtr &arg : parser.argList()) {
-        const bool inGroup =
-            std::any_of(parser.xorList().begin(), parser.xorList().end(), [&](const auto &group) {
-                return std::any_of(group.begin(), group.end(),
-                                   [&](const TyxClArgPtr &a) { return a.get() == arg.get(); });
-            });
-        if (inGroup || arg->isHiddenFromUsage())
+        if (inXorGroup(parser, *arg) || arg->isHiddenFromUsage())
             continue;
         spacePrint(stream, arg->longID(L"val"), lineWidth, 3, 3);
         spacePrint(stream, arg->description(), lineWidth, 5, 0);
