@@ -15,6 +15,7 @@
 
 #include <rapidjson/encodings.h>
 #include <rapidjson/error/en.h>
+#include <rapidjson/memorystream.h>
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/reader.h>
 #include <rapidjson/stringbuffer.h>
@@ -284,11 +285,10 @@ TyxJsonParseResult failureAt(const Text &text, uint64_t offset, TyxString messag
     return outcome;
 }
 
-template <class Encoding, class Text>
-TyxJsonParseResult parseWith(const Text &text, TyxVariant &value)
+template <class Encoding, class Text, class Stream>
+TyxJsonParseResult parseWith(const Text &text, Stream &stream, TyxVariant &value)
 {
     rapidjson::GenericReader<Encoding, Encoding> reader;
-    rapidjson::GenericStringStream<Encoding> stream(text.c_str());
     VariantBuilder<typename Encoding::Ch> builder;
     const bool tooDeep = [&] {
         if (!reader.template Parse<parseFlags>(stream, builder).IsError()) {
@@ -494,13 +494,11 @@ void writeInto(Buffer &buffer, const TyxVariant &value, const TyxString &indent,
 TyxJsonParseResult parseJsonText(const std::string &text, TyxVariant &value)
 {
     // RapidJSON takes the continuation bytes of a multi-byte sequence
-    // without looking for the end: a text that stops inside one would be
-    // read up to three bytes past its terminator. Three more zeros keep that
-    // read inside the buffer, and a zero fails the sequence.
-    std::string padded;
-    padded.reserve(text.size() + 4);
-    padded.append(text).append(3, '\0');
-    return parseWith<rapidjson::UTF8<>>(padded, value);
+    // without looking for the end, so a text that stops inside one would be
+    // read past its terminator. A memory stream knows its end and gives a
+    // zero there, which fails the sequence.
+    rapidjson::MemoryStream stream(text.data(), text.size());
+    return parseWith<rapidjson::UTF8<>>(text, stream, value);
 }
 
 TyxJsonParseResult parseJsonText(const std::wstring &text, TyxVariant &value)
@@ -510,8 +508,10 @@ TyxJsonParseResult parseJsonText(const std::wstring &text, TyxVariant &value)
     // RapidJSON gives for a bad encoding.
     const auto bad = std::find_if(text.begin(), text.end(),
                                   [](wchar_t unit) { return static_cast<uint32_t>(unit) > 0x10FFFF; });
-    if (bad == text.end())
-        return parseWith<WideEncoding>(text, value);
+    if (bad == text.end()) {
+        rapidjson::GenericStringStream<WideEncoding> stream(text.c_str());
+        return parseWith<WideEncoding>(text, stream, value);
+    }
     return failureAt(text, static_cast<uint64_t>(bad - text.begin()),
                      fromUTF8(rapidjson::GetParseError_En(rapidjson::kParseErrorStringInvalidEncoding)));
 }
