@@ -108,6 +108,7 @@ TEST(TyxBisonParserTest, AtomsAndFunctionCalls)
         {"0x1F", "31"},
         {"99999999999", "2147483647"},
         {"1e400", "inf"},
+        {"1e-400", "0"},
         {"2 m", "\"2 m\""},
         {"1e", "\"1e\""},
         {"2m*x", "\"2m*x\""},
