@@ -11,7 +11,7 @@
 #include <tyx/TyxEqnTile.h>
 #include <tyx/TyxScalar.h>
 
-#include "TyxEqnResultText.h"
+#include "TyxEqnTestSupport.h"
 
 namespace {
 
@@ -24,22 +24,9 @@ using tyx::TyxUnits;
 using tyx::TyxVariant;
 using tyx::testing::Bindings;
 using tyx::testing::resultText;
+using tyx::testing::tileOf;
+using tyx::testing::valuesOf;
 using N = tyx::TyxNumericType;
-
-template <class T>
-TyxEqnTile tileOf(N::Code code, const std::vector<T> &values)
-{
-    TyxEqnTile tile(TyxDataType(code), values.size());
-    std::copy(values.begin(), values.end(), tile.samples<T>().begin());
-    return tile;
-}
-
-template <class T>
-std::vector<T> valuesOf(const TyxEqnTile &tile)
-{
-    const std::span<const T> samples = tile.samples<T>();
-    return std::vector<T>(samples.begin(), samples.end());
-}
 
 TEST(TyxEqnFunctionsTest, MessagesAndResults)
 {

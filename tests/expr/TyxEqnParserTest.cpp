@@ -6,7 +6,7 @@
 #include <tyx/TyxEqnTile.h>
 #include <tyx/TyxScalar.h>
 
-#include "TyxEqnResultText.h"
+#include "TyxEqnTestSupport.h"
 
 namespace {
 

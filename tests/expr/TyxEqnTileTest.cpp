@@ -1,18 +1,19 @@
+// Tests of tiles: sharing, steps, element-wise operations, reductions and their text.
 #include <tyx/TyxEqnTile.h>
-#include <tyx/TyxSystem.h>
 #include <tyx/TyxVariant.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <complex>
-#include <cstring>
 #include <limits>
 #include <numbers>
 #include <sstream>
 #include <tuple>
 #include <type_traits>
 #include <vector>
+
+#include "TyxEqnTestSupport.h"
 
 namespace {
 
@@ -22,29 +23,12 @@ using tyx::TyxDataType;
 using tyx::TyxEqnTile;
 using N = tyx::TyxNumericType;
 using Cplx = std::complex<double>;
+using tyx::testing::tileOf;
+using tyx::testing::valuesOf;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-template <class T>
-TyxEqnTile makeTile(N::Code code, const std::vector<T> &values)
-{
-    TyxEqnTile tile(TyxDataType(code), values.size());
-    if (!values.empty())
-        std::memcpy(tile.buffer()->data(), values.data(), values.size() * sizeof(T));
-    return tile;
-}
-
-TyxEqnTile doubles(const std::vector<double> &values) { return makeTile(N::Double, values); }
-
-template <class T>
-std::vector<T> valuesOf(const TyxEqnTile &tile)
-{
-    const T *p = tile.buffer() ? static_cast<const T *>(tile.buffer()->data()) : nullptr;
-    std::vector<T> values;
-    for (uint64_t i = 0; i < tile.size(); ++i)
-        values.push_back(p[i * tile.step()]);
-    return values;
-}
+TyxEqnTile doubles(const std::vector<double> &values) { return tileOf(N::Double, values); }
 
 std::vector<double> realsOf(const TyxEqnTile &tile)
 {
@@ -112,7 +96,7 @@ TEST(TyxEqnTileTest, StepsAndSizes)
     EXPECT_EQ(repeated.sum(), 20.0);
 
     // Step 2 reads every other sample; results have step 1.
-    TyxEqnTile base = makeTile<int16_t>(N::I16, {1, -1, 2, -1, 3, -1});
+    TyxEqnTile base = tileOf<int16_t>(N::I16, {1, -1, 2, -1, 3, -1});
     const TyxEqnTile strided(base.buffer(), TyxDataType(N::I16), 3, 2);
     const TyxEqnTile sum = strided + strided;
     EXPECT_EQ(sum.step(), 1u);
@@ -143,30 +127,30 @@ TEST(TyxEqnTileTest, EqualityWithinFourUnitsInTheLastPlace)
     const TyxEqnTile right = doubles({up1, up4, up5, -0.0, kNaN, -tiny, -up1});
     EXPECT_EQ(realsOf(left == right), (std::vector<double>{1, 1, 0, 1, 0, 1, 1}));
 
-    const TyxEqnTile z = makeTile<Cplx>(N::ComplexDouble, {{1, 0}, {1, 1}});
+    const TyxEqnTile z = tileOf<Cplx>(N::ComplexDouble, {{1, 0}, {1, 1}});
     EXPECT_EQ(realsOf(z == 1.0), (std::vector<double>{1, 0}));
 }
 
 TEST(TyxEqnTileTest, ComparisonsNeedOneSizeAndType)
 {
-    TyxEqnTile a = makeTile<uint16_t>(N::U16, {1, 5, 9});
-    const TyxEqnTile b = makeTile<uint16_t>(N::U16, {5, 5, 5});
+    TyxEqnTile a = tileOf<uint16_t>(N::U16, {1, 5, 9});
+    const TyxEqnTile b = tileOf<uint16_t>(N::U16, {5, 5, 5});
     EXPECT_EQ(realsOf(a < b), (std::vector<double>{1, 0, 0}));
     EXPECT_EQ(realsOf(a == b), (std::vector<double>{0, 1, 0}));
 
-    expectDefault(a == makeTile<uint16_t>(N::U16, {1, 5}));
-    expectDefault(a == makeTile<int16_t>(N::I16, {1, 5, 9}));
+    expectDefault(a == tileOf<uint16_t>(N::U16, {1, 5}));
+    expectDefault(a == tileOf<int16_t>(N::I16, {1, 5, 9}));
     TyxEqnTile twelveBit(a.buffer(), TyxDataType(N::U16, 12), 3, 1);
     expectDefault(a == twelveBit);
-    const TyxEqnTile z = makeTile<Cplx>(N::ComplexDouble, {{1, 0}});
+    const TyxEqnTile z = tileOf<Cplx>(N::ComplexDouble, {{1, 0}});
     expectDefault(z < z);
 }
 
 TEST(TyxEqnTileTest, TruthOfATile)
 {
-    EXPECT_FALSE(static_cast<bool>(makeTile<uint8_t>(N::U8, {1, 1})));
+    EXPECT_FALSE(static_cast<bool>(tileOf<uint8_t>(N::U8, {1, 1})));
     EXPECT_FALSE(static_cast<bool>(doubles({kNaN})));
-    EXPECT_FALSE(static_cast<bool>(makeTile<Cplx>(N::ComplexDouble, {{1, 1}})));
+    EXPECT_FALSE(static_cast<bool>(tileOf<Cplx>(N::ComplexDouble, {{1, 1}})));
     // Size 0 with a buffer is true; without a buffer false.
     const TyxEqnTile none(TyxBufferPtr(new TyxBuffer(8, true)), TyxDataType(N::Double), 0, 1);
     EXPECT_TRUE(static_cast<bool>(none));
@@ -176,9 +160,9 @@ TEST(TyxEqnTileTest, TruthOfATile)
 TEST(TyxEqnTileTest, StreamForms)
 {
     EXPECT_EQ(textOf(TyxEqnTile()), L"(,0)[0]");
-    EXPECT_EQ(textOf(makeTile<uint8_t>(N::U8, {200, 100, 7})), L"(U8,8)[3]{200,100,7}");
+    EXPECT_EQ(textOf(tileOf<uint8_t>(N::U8, {200, 100, 7})), L"(U8,8)[3]{200,100,7}");
     EXPECT_EQ(textOf(doubles({0.5, 1, 2, 3, 4, 5, 6, 7, 8})), L"(Double,64)[9]{0.5,1,2,3,4,5,6,7,...}");
-    EXPECT_EQ(textOf(makeTile<Cplx>(N::ComplexDouble, {{1, -2}})), L"(ComplexDouble,128)[1]{(1,-2)}");
+    EXPECT_EQ(textOf(tileOf<Cplx>(N::ComplexDouble, {{1, -2}})), L"(ComplexDouble,128)[1]{(1,-2)}");
 }
 
 TEST(TyxEqnTileTest, UnaryFamily)
@@ -192,7 +176,7 @@ TEST(TyxEqnTileTest, UnaryFamily)
     const TyxEqnTile r = doubles({2.5, -2.5, 1.7, -1.7});
     EXPECT_EQ(realsOf(r.round()), (std::vector<double>{3, -3, 2, -2}));
 
-    const TyxEqnTile z = makeTile<std::complex<float>>(N::ComplexFloat, {{3, 4}});
+    const TyxEqnTile z = tileOf<std::complex<float>>(N::ComplexFloat, {{3, 4}});
     EXPECT_EQ(realsOf(z.abs()), (std::vector<double>{5}));
     for (const TyxEqnTile &t : {z.ceil(), z.floor(), z.trunc(), z.round(), z.j0(), z.jn(2), z.factorial()})
         expectDefault(t);
@@ -216,19 +200,19 @@ TEST(TyxEqnTileTest, SpecialFunctions)
 
 TEST(TyxEqnTileTest, PowersLogarithmsAndPairs)
 {
-    const TyxEqnTile d = makeTile<int32_t>(N::I32, {2, 3});
+    const TyxEqnTile d = tileOf<int32_t>(N::I32, {2, 3});
     EXPECT_EQ(realsOf(d.pow(2.0)), (std::vector<double>{4, 9}));
     EXPECT_EQ(realsOf(TyxEqnTile::pow(2.0, d)), (std::vector<double>{4, 8}));
-    const std::vector<double> lb = realsOf(makeTile<uint32_t>(N::U32, {8, 1024}).logb(2.0));
+    const std::vector<double> lb = realsOf(tileOf<uint32_t>(N::U32, {8, 1024}).logb(2.0));
     EXPECT_DOUBLE_EQ(lb[0], 3.0);
     expectDefault(d.ldexp(2.0));
 
     const TyxEqnTile y = doubles({1.0, -1.0, 5.0});
-    const TyxEqnTile x = makeTile<int8_t>(N::I8, {0, 0});
+    const TyxEqnTile x = tileOf<int8_t>(N::I8, {0, 0});
     EXPECT_EQ(realsOf(TyxEqnTile::atan2(y, x)),
               (std::vector<double>{std::atan2(1.0, 0.0), std::atan2(-1.0, 0.0)}));
     EXPECT_EQ(complexesOf(TyxEqnTile::cmplx(y, x)), (std::vector<Cplx>{{1, 0}, {-1, 0}}));
-    const TyxEqnTile z = makeTile<Cplx>(N::ComplexDouble, {{1, 1}});
+    const TyxEqnTile z = tileOf<Cplx>(N::ComplexDouble, {{1, 1}});
     expectDefault(TyxEqnTile::atan2(z, y));
     expectDefault(TyxEqnTile::cmplx(z, 1.0));
 }
@@ -245,12 +229,10 @@ TEST(TyxEqnTileTest, ReductionsKeepTheirStartValues)
     const TyxEqnTile withNaN = doubles({kNaN, 4, kNaN, 2});
     EXPECT_EQ(withNaN.max(), 4.0);
     EXPECT_TRUE(std::isnan(withNaN.sum()));
-    EXPECT_EQ(makeTile<uint16_t>(N::U16, {65535, 65535}).sum(), 131070.0);
-}
+    EXPECT_EQ(tileOf<uint16_t>(N::U16, {65535, 65535}).sum(), 131070.0);
 
-TEST(TyxEqnTileTest, MedianTakesTheLowerMiddle)
-{
-    EXPECT_EQ(makeTile<uint16_t>(N::U16, {4, 1, 3, 2}).median(), 2.0);
+    // The median takes the lower middle.
+    EXPECT_EQ(tileOf<uint16_t>(N::U16, {4, 1, 3, 2}).median(), 2.0);
     EXPECT_EQ(doubles({7.5}).median(), 7.5);
     EXPECT_EQ(doubles({2, kNaN, 1}).median(), 2.0);
 }
@@ -258,12 +240,12 @@ TEST(TyxEqnTileTest, MedianTakesTheLowerMiddle)
 TEST(TyxEqnTileTest, ElementwiseLimits)
 {
     const TyxEqnTile a = doubles({1, 5, -2});
-    const TyxEqnTile b = makeTile<int16_t>(N::I16, {3, 3});
+    const TyxEqnTile b = tileOf<int16_t>(N::I16, {3, 3});
     EXPECT_EQ(realsOf(a.max(b)), (std::vector<double>{3, 5}));
     EXPECT_EQ(realsOf(a.clip(0.0, 4.0)), (std::vector<double>{1, 4, 0}));
     // The test for lo comes first.
     EXPECT_EQ(realsOf(a.clip(3.0, 2.0)), (std::vector<double>{3, 2, 3}));
-    expectDefault(makeTile<Cplx>(N::ComplexDouble, {{1, 1}}).clip(0, 1));
+    expectDefault(tileOf<Cplx>(N::ComplexDouble, {{1, 1}}).clip(0, 1));
 }
 
 TEST(TyxEqnTileTest, RoundclipRoundsHalfAwayFromZero)
@@ -281,7 +263,7 @@ TEST(TyxEqnTileTest, RoundclipRoundsHalfAwayFromZero)
     EXPECT_EQ(valuesOf<float>(f), (std::vector<float>{2.5f, 5.0f}));
 
     // The given depth is kept.
-    const TyxEqnTile u16 = makeTile<int32_t>(N::I32, {5000}).roundclip(TyxDataType(N::U16, 12), 0, 4095);
+    const TyxEqnTile u16 = tileOf<int32_t>(N::I32, {5000}).roundclip(TyxDataType(N::U16, 12), 0, 4095);
     EXPECT_EQ(u16.dataType(), TyxDataType(N::U16, 12));
     EXPECT_EQ(valuesOf<uint16_t>(u16), (std::vector<uint16_t>{4095}));
 
@@ -295,17 +277,17 @@ TEST(TyxEqnTileTest, RoundclipRoundsHalfAwayFromZero)
     EXPECT_EQ(valuesOf<uint32_t>(u32), (std::vector<uint32_t>{0, 0xFFFFFC00u}));
 
     expectDefault(d.roundclip(TyxDataType(N::I64), 0, 1));
-    expectDefault(makeTile<Cplx>(N::ComplexDouble, {{1, 1}}).roundclip(TyxDataType(N::U8), 0, 1));
+    expectDefault(tileOf<Cplx>(N::ComplexDouble, {{1, 1}}).roundclip(TyxDataType(N::U8), 0, 1));
 }
 
 TEST(TyxEqnTileTest, TernarySelectsBySample)
 {
-    TyxEqnTile cond = makeTile<uint8_t>(N::U8, {1, 0, 2, 0});
+    TyxEqnTile cond = tileOf<uint8_t>(N::U8, {1, 0, 2, 0});
     TyxEqnTile a = doubles({10, 11, 12, 13});
-    const TyxEqnTile b = makeTile<int16_t>(N::I16, {-1, -2, -3});
+    const TyxEqnTile b = tileOf<int16_t>(N::I16, {-1, -2, -3});
     EXPECT_EQ(realsOf(cond.ternary(a, b)), (std::vector<double>{10, -2, 12}));
     EXPECT_EQ(realsOf(cond.ternary(a, 0.0)), (std::vector<double>{10, 0, 12, 0}));
-    const TyxEqnTile z = makeTile<std::complex<float>>(N::ComplexFloat, {{1, 1}, {2, 2}});
+    const TyxEqnTile z = tileOf<std::complex<float>>(N::ComplexFloat, {{1, 1}, {2, 2}});
     EXPECT_EQ(complexesOf(cond.ternary(a, z)), (std::vector<Cplx>{{10, 0}, {2, 2}}));
 
     // A condition with a step other than 1.
@@ -315,12 +297,12 @@ TEST(TyxEqnTileTest, TernarySelectsBySample)
     // A NaN condition is not zero; complex conditions are not served.
     EXPECT_EQ(realsOf(doubles({kNaN}).ternary(1.0, 2.0)), (std::vector<double>{1}));
     expectDefault(z.ternary(1.0, 2.0));
-    expectDefault(cond.ternary(makeTile<int64_t>(N::I64, {1}), 2.0));
+    expectDefault(cond.ternary(tileOf<int64_t>(N::I64, {1}), 2.0));
 }
 
 TEST(TyxEqnTileTest, VariantHoldsATileWithCode17)
 {
-    const TyxEqnTile tile = makeTile<uint8_t>(N::U8, {5});
+    const TyxEqnTile tile = tileOf<uint8_t>(N::U8, {5});
     const tyx::TyxVariant v(tile);
     EXPECT_EQ(v.type(), tyx::TyxMetaType::EqnTile);
     std::wostringstream out;
@@ -390,7 +372,7 @@ template <class T>
 class TyxEqnTileTypedTest : public testing::Test {
 protected:
     const std::vector<T> m_values = samplesOf<T>();
-    TyxEqnTile m_tile = makeTile<T>(N::codeOf<T>(), m_values);
+    TyxEqnTile m_tile = tileOf<T>(N::codeOf<T>(), m_values);
     // Every other sample of the same buffer.
     const TyxEqnTile m_strided{m_tile.buffer(), TyxDataType(N::codeOf<T>()), 3, 2};
 };
@@ -413,9 +395,9 @@ void expectAllOperations(const TyxEqnTile &a, const TyxEqnTile &b)
 template <class A, class... B>
 void expectWithEveryType(const TyxEqnTile &a, std::tuple<B...> *)
 {
-    (expectAllOperations<A, B>(a, makeTile<B>(N::codeOf<B>(), samplesOf<B>())), ...);
+    (expectAllOperations<A, B>(a, tileOf<B>(N::codeOf<B>(), samplesOf<B>())), ...);
     // A shorter right operand bounds the size.
-    (expectAllOperations<A, B>(a, makeTile<B>(N::codeOf<B>(), {B(1), B(2)})), ...);
+    (expectAllOperations<A, B>(a, tileOf<B>(N::codeOf<B>(), {B(1), B(2)})), ...);
 }
 
 TYPED_TEST(TyxEqnTileTypedTest, TileWithTileOfEveryServedType)

@@ -1,13 +1,36 @@
-// Results of expressions as text, shared by the tests of the expression front end and its functions.
+// Tiles of given values, the values of tiles and results of expressions as text, for the expression tests.
 #pragma once
 
 #include <tyx/TyxEqnParser.h>
+#include <tyx/TyxEqnTile.h>
 
+#include <cstring>
 #include <sstream>
 #include <utility>
 #include <vector>
 
 namespace tyx::testing {
+
+/// A tile of type \p code holding \p values.
+template <class T>
+TyxEqnTile tileOf(TyxNumericType::Code code, const std::vector<T> &values)
+{
+    TyxEqnTile tile(TyxDataType(code), values.size());
+    if (!values.empty())
+        std::memcpy(tile.buffer()->data(), values.data(), values.size() * sizeof(T));
+    return tile;
+}
+
+/// The elements of \p tile, read with its step.
+template <class T>
+std::vector<T> valuesOf(const TyxEqnTile &tile)
+{
+    const T *p = tile.buffer() ? static_cast<const T *>(tile.buffer()->data()) : nullptr;
+    std::vector<T> values;
+    for (uint64_t i = 0; i < tile.size(); ++i)
+        values.push_back(p[i * tile.step()]);
+    return values;
+}
 
 using Bindings = std::vector<std::pair<const wchar_t *, TyxVariant>>;
 
