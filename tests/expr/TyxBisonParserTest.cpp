@@ -49,8 +49,10 @@ Parsed run(const std::string &text)
 std::string parse(const std::string &text)
 {
     const Parsed parsed = run(text);
-    if (parsed.status != 0)
+    if (parsed.status != 0) {
+        EXPECT_TRUE(parsed.entries.empty()) << text;
         return parsed.errorText;
+    }
     EXPECT_TRUE(parsed.errorText.empty());
     std::string out;
     for (const auto &[name, root] : parsed.entries) {
@@ -187,15 +189,9 @@ TEST(TyxBisonParserTest, SyntaxErrorTexts)
         {"f(1 2)", "Parsing error at column #5 : syntax error, unexpected TKN_IVAL, expecting ',' or ')'"},
         {"a?b", "Parsing error at column #3 : syntax error, unexpected end of file"},
         {"[]", "Parsing error at column #2 : syntax error, unexpected ']'"},
+        // An error discards the entries before it.
+        {"a + 1; b = 2; c = ", "Parsing error at column #18 : syntax error, unexpected end of file"},
     });
-}
-
-TEST(TyxBisonParserTest, ErrorDiscardsEarlierEntries)
-{
-    const Parsed parsed = run("a + 1; b = 2; c = ");
-    EXPECT_EQ(parsed.status, 1);
-    EXPECT_TRUE(parsed.entries.empty());
-    EXPECT_EQ(parsed.errorText, "Parsing error at column #18 : syntax error, unexpected end of file");
 }
 
 TEST(TyxBisonParserTest, BytesOutsideTheLanguage)
