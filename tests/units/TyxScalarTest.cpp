@@ -260,17 +260,6 @@ TEST(TyxScalarTest, RoundAddsOneHalfAwayFromZeroAndTruncates)
     }
 }
 
-TEST(TyxScalarTest, ConvertsToNumbersThroughItsRealValue)
-{
-    // The value as a double, then as that double: the imaginary part plays
-    // no part, whatever the target.
-    const TyxScalar imaginaryOnly(0.0, 2.0, TyxUnits());
-    const TyxScalar complexValue(1.0, 2.0, units(L"m"));
-    EXPECT_FALSE(TyxVariant(imaginaryOnly).value<bool>());
-    EXPECT_EQ(TyxVariant(complexValue).value<std::complex<double>>(), std::complex<double>(1.0, 0.0));
-    EXPECT_EQ(TyxVariant(TyxScalar(300.7, 1.0, TyxUnits())).value<unsigned char>(), 44);
-}
-
 TEST(TyxScalarTest, ConstFormsLeaveTheirObjectAlone)
 {
     const TyxScalar four(4.0);
@@ -286,42 +275,36 @@ TEST(TyxScalarTest, ConstFormsLeaveTheirObjectAlone)
 
 TEST(TyxScalarTest, TextFormReadsBack)
 {
-    struct Case {
-        TyxScalar value;
-        const wchar_t *text;
-    };
-    const Case cases[] = {
-        {TyxScalar(1.5, units(L"m / s")), L"1.5 m / s"},
-        {TyxScalar(1.0, -2.0, units(L"kg")), L"(1,-2) kg"},
-        {TyxScalar(-1e-300, units(L"m^0.5")), L"-1e-300 m^0.5"},
-    };
-    for (const Case &c : cases) {
-        EXPECT_EQ(c.value.toString(), c.text);
-        TyxScalar back;
-        ASSERT_TRUE(TyxScalar::fromString(c.text, back)) << toUTF8(c.text);
-        EXPECT_EQ(back.real(), c.value.real());
-        EXPECT_EQ(back.imaginary(), c.value.imaginary());
-        EXPECT_EQ(back.units(), c.value.units());
-    }
-}
-
-TEST(TyxScalarTest, TextWithScaledOrGluedUnitsReads)
-{
+    // A text in the printed form reads back exactly and prints as it was.
     struct Case {
         const wchar_t *text;
         double re, im;
         const wchar_t *units;
+        bool printed;
     };
     const Case cases[] = {
-        {L"2 mJ", 0.002, 0.0, L"J"}, {L"2m", 2.0, 0.0, L"m"},           {L"  3 (m / s) ", 3.0, 0.0, L"m / s"},
-        {L"(1,2)m", 1.0, 2.0, L"m"}, {L"1e3 m*s", 1000.0, 0.0, L"m s"}, {L"5", 5.0, 0.0, L"unitless"},
+        {L"1.5 m / s", 1.5, 0.0, L"m / s", true},
+        {L"(1,-2) kg", 1.0, -2.0, L"kg", true},
+        {L"-1e-300 m^0.5", -1e-300, 0.0, L"m^0.5", true},
+        {L"2 mJ", 0.002, 0.0, L"J", false},
+        {L"2m", 2.0, 0.0, L"m", false},
+        {L"  3 (m / s) ", 3.0, 0.0, L"m / s", false},
+        {L"(1,2)m", 1.0, 2.0, L"m", false},
+        {L"1e3 m*s", 1000.0, 0.0, L"m s", false},
+        {L"5", 5.0, 0.0, L"unitless", false},
     };
     for (const Case &c : cases) {
+        SCOPED_TRACE(toUTF8(c.text));
         TyxScalar value;
-        ASSERT_TRUE(TyxScalar::fromString(c.text, value)) << toUTF8(c.text);
-        EXPECT_DOUBLE_EQ(value.real(), c.re) << toUTF8(c.text);
+        ASSERT_TRUE(TyxScalar::fromString(c.text, value));
+        if (c.printed) {
+            EXPECT_EQ(value.real(), c.re);
+            EXPECT_EQ(value.toString(), c.text);
+        } else {
+            EXPECT_DOUBLE_EQ(value.real(), c.re);
+        }
         EXPECT_EQ(value.imaginary(), c.im);
-        EXPECT_EQ(value.units(), units(c.units)) << toUTF8(c.text);
+        EXPECT_EQ(value.units(), units(c.units));
     }
     TyxScalar kept(7.0);
     for (const wchar_t *bad : {L"", L"   ", L"m", L"2 foo", L"(1,2", L"(a,b) m", L"2 (m"})
@@ -334,7 +317,6 @@ TEST(TyxScalarTest, VariantHoldsAndConvertsScalars)
     const TyxVariant held(TyxScalar(2.75, -1.0, units(L"m / s")));
     EXPECT_EQ(held.type(), TyxMetaType::Scalar);
     EXPECT_EQ(held.value<TyxString>(), L"(2.75,-1) m / s");
-    EXPECT_EQ(held.value<TyxScalar>().units(), units(L"m / s"));
 
     EXPECT_EQ(TyxVariant(2.5).value<TyxScalar>(), TyxScalar(2.5));
     EXPECT_EQ(TyxVariant(std::complex<double>(1.0, 2.0)).value<TyxScalar>(), TyxScalar(1.0, 2.0, TyxUnits()));
@@ -344,6 +326,13 @@ TEST(TyxScalarTest, VariantHoldsAndConvertsScalars)
     const auto half = TyxVariant(TyxScalar(-0.5, units(L"m"))).value<TyxRational<int64_t>>();
     EXPECT_EQ(half.numerator(), -1);
     EXPECT_EQ(half.denominator(), 2);
+
+    // The value as a double, then as that double: the imaginary part plays
+    // no part, whatever the target.
+    EXPECT_FALSE(TyxVariant(TyxScalar(0.0, 2.0, TyxUnits())).value<bool>());
+    EXPECT_EQ(TyxVariant(TyxScalar(1.0, 2.0, units(L"m"))).value<std::complex<double>>(),
+              std::complex<double>(1.0, 0.0));
+    EXPECT_EQ(TyxVariant(TyxScalar(300.7, 1.0, TyxUnits())).value<unsigned char>(), 44);
 
     TyxScalar target(9.0);
     EXPECT_FALSE(TyxVariant(L"2 furlongs").value(TyxMetaType::Scalar, &target));
