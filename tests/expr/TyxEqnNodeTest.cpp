@@ -45,7 +45,7 @@ const TyxFcnNode *fcn(const TyxEqnNodePtr &node)
     return static_cast<const TyxEqnNode *>(node.get())->toFcnNode();
 }
 
-TEST(TyxEqnNodeTest, NewNodeHasNoOwnerAndCloneHasOne)
+TEST(TyxEqnNodeTest, OwnersAreCounted)
 {
     auto *node = new TyxVarNode(TyxString("x"));
     EXPECT_EQ(node->refCount().load(), 0);
@@ -54,6 +54,15 @@ TEST(TyxEqnNodeTest, NewNodeHasNoOwnerAndCloneHasOne)
     const TyxEqnNodePtr copy = node->clone();
     EXPECT_EQ(copy->refCount().load(), 1);
     EXPECT_NE(copy.get(), node);
+
+    // A shared subtree outlives its parent.
+    const TyxEqnNodePtr shared = call("g", {call("h", {variable("x")})});
+    {
+        const TyxEqnNodePtr parent = call("f", {shared, shared});
+        EXPECT_EQ(shared->refCount().load(), 3);
+    }
+    EXPECT_EQ(shared->refCount().load(), 1);
+    EXPECT_EQ(eqnTreeText(shared.get()), "g(h(x))");
 }
 
 TEST(TyxEqnNodeTest, VariableStartsInvalidAndTakesValues)
@@ -153,17 +162,6 @@ TEST(TyxEqnNodeTest, UnknownFunctionRefusesToEvaluate)
     } catch (const TyxTextMsg &msg) {
         EXPECT_EQ(msg.text(), L"'nosuch()' is not a valid parametric function.");
     }
-}
-
-TEST(TyxEqnNodeTest, SharedSubtreeOutlivesItsParent)
-{
-    const TyxEqnNodePtr shared = call("g", {call("h", {variable("x")})});
-    {
-        const TyxEqnNodePtr parent = call("f", {shared, shared});
-        EXPECT_EQ(shared->refCount().load(), 3);
-    }
-    EXPECT_EQ(shared->refCount().load(), 1);
-    EXPECT_EQ(eqnTreeText(shared.get()), "g(h(x))");
 }
 
 TEST(TyxEqnNodeTest, VeryDeepChainsCloneAndDieWithoutRecursion)
