@@ -87,7 +87,6 @@ TEST(TyxBisonParserTest, PrecedenceAndAssociativity)
         {"a+b*c", "add(a, multiply(b, c))"},
         {"a-b-c", "subtract(subtract(a, b), c)"},
         {"a/b%c", "mod(divide(a, b), c)"},
-        {"a<=b>c", "greaterthan(lessthanequals(a, b), c)"},
         {"-a!", "unaryminus(factorial(a))"},
         {"a^b^c", "pow(pow(a, b), c)"},
         {"a.^b^c", "pow(matrixpow(a, b), c)"},
@@ -97,7 +96,6 @@ TEST(TyxBisonParserTest, PrecedenceAndAssociativity)
         {"-a[1]", "unaryminus(subscript(a, 1))"},
         {"a[1][2]", "subscript(subscript(a, 1), 2)"},
         {"a^-b", "pow(a, unaryminus(b))"},
-        {"+-+a", "unaryminus(a)"},
     });
 }
 
@@ -107,13 +105,10 @@ TEST(TyxBisonParserTest, AtomsAndFunctionCalls)
         {"42", "42"},
         {"1.5e-3", "0.0015"},
         {"0x1F", "31"},
-        {"99999999999", "2147483647"},
         {"1e400", "inf"},
         {"1e-400", "0"},
         {"2 m", "\"2 m\""},
         {"2m*x", "\"2m*x\""},
-        {"2m/3", "divide(\"2m\", 3)"},
-        {"2m^-1", "pow(\"2m\", unaryminus(1))"},
         {"\"text with ; and ,\"", "\"text with ; and ,\""},
         {"\"caf\xc3\xa9\"", "\"caf\xc3\xa9\""},
         {"f(x, y+1)", "f(x, add(y, 1))"},
@@ -177,10 +172,7 @@ TEST(TyxBisonParserTest, SyntaxErrorTexts)
         {"a}",
          "Parsing error at column #2 : syntax error, unexpected $undefined, expecting end of file or ';'"},
         {"\t\t#", "Parsing error at column #17 : syntax error token"},
-        {"a\n+ #", "Parsing error at column #3 : syntax error token"},
         {"f(x,)", "Parsing error at column #5 : syntax error, unexpected ')'"},
-        {"2 (a+b)",
-         "Parsing error at column #3 : syntax error, unexpected '(', expecting end of file or ';'"},
         {"2m3",
          "Parsing error at column #3 : syntax error, unexpected TKN_IVAL, expecting end of file or ';'"},
         {"f(1 2)", "Parsing error at column #5 : syntax error, unexpected TKN_IVAL, expecting ',' or ')'"},
@@ -196,8 +188,6 @@ TEST(TyxBisonParserTest, BytesOutsideTheLanguage)
     expectAll({
         {"a\0b"s, "Parsing error at column #2 : syntax error, unexpected TKN_SYNTAX_ERROR, expecting end of "
                   "file or ';'"},
-        {"\0"s, "Parsing error at column #1 : syntax error token"},
-        {"\xc3\xa9", "Parsing error at column #1 : syntax error token"},
         {"\"\xff\xfe\"", "\"\xff\xfe\""},
         // The tree text goes through toUTF8, which ends at the null.
         {"\"\0\""s, "\"\""},
@@ -238,10 +228,6 @@ TEST(TyxBisonParserTest, DeepAndLongTexts)
     const std::string tree = eqnTreeText(parsed.entries[0].second.get());
     EXPECT_EQ(tree.size(), (terms - 1) * std::string("add(, t)").size() + 1);
     EXPECT_EQ(tree.substr(0, 12), "add(add(add(");
-    const tyx::internal::TyxEqnNodePtr copy = parsed.entries[0].second->clone();
-    EXPECT_EQ(eqnTreeText(copy.get()), tree);
-    parsed.entries.clear();
-    EXPECT_EQ(eqnTreeText(copy.get()), tree);
 }
 
 } // namespace

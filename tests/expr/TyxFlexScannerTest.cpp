@@ -93,7 +93,6 @@ TEST(TyxFlexScannerTest, UnitTokensAreGreedyAndBackUp)
         {"1e", "TKN_UVAL(1e)"},
         {"1e+", "TKN_UVAL(1e) +"},
         {"0x1Fm", "TKN_UVAL(0x1Fm)"},
-        {"0xg", "TKN_UVAL(0xg)"},
         {"2 (m)", "TKN_UVAL(2 (m))"},
         {"2 (a+b)", "TKN_IVAL(2) ( TKN_ID(a) + TKN_ID(b) )"},
         {"2(m)^2", "TKN_UVAL(2(m)) ^ TKN_IVAL(2)"},
