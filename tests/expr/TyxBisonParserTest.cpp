@@ -127,10 +127,6 @@ TEST(TyxBisonParserTest, EntriesAndDefinitions)
         {";x=1", "x = 1"},
         {"a;a=1", "a; a = 1"},
     });
-    const Parsed parsed = run("a; b = 1");
-    ASSERT_EQ(parsed.entries.size(), 2u);
-    EXPECT_EQ(parsed.entries[0].first, "");
-    EXPECT_EQ(parsed.entries[1].first, "b");
 }
 
 TEST(TyxBisonParserTest, SubscriptLayouts)

@@ -63,7 +63,7 @@ TEST(TyxFlexScannerTest, OperatorsAndPunctuation)
     EXPECT_EQ(scan("a.'"), "TKN_ID(a) TKN_ALT_TRANS");
 }
 
-TEST(TyxFlexScannerTest, NumbersNamesAndStrings)
+TEST(TyxFlexScannerTest, NumbersNamesStringsAndStrayBytes)
 {
     const ScanCase cases[] = {
         {"1.5 1. .5", "TKN_FVAL(1.5) TKN_FVAL(1.) TKN_FVAL(.5)"},
@@ -76,6 +76,12 @@ TEST(TyxFlexScannerTest, NumbersNamesAndStrings)
         {"# $ @ `", "TKN_SYNTAX_ERROR TKN_SYNTAX_ERROR TKN_SYNTAX_ERROR TKN_SYNTAX_ERROR"},
         {" \t\v\f\r\n", ""},
         {"1..2", "TKN_FVAL(1.) TKN_FVAL(.2)"},
+        // Control characters, NUL and the bytes of UTF-8 are single error
+        // tokens, while a string passes them through.
+        {"a\0b"s, "TKN_ID(a) TKN_SYNTAX_ERROR TKN_ID(b)"},
+        {"\xc3\xa9", "TKN_SYNTAX_ERROR TKN_SYNTAX_ERROR"},
+        {"\"\xc3\xa9\"", "TKN_SVAL(\"\xc3\xa9\")"},
+        {"\"\0\""s, "TKN_SVAL(\"\0\")"s},
     };
     for (const ScanCase &c : cases)
         EXPECT_EQ(scan(c.text), c.tokens) << c.text;
@@ -102,16 +108,6 @@ TEST(TyxFlexScannerTest, UnitTokensAreGreedyAndBackUp)
     };
     for (const ScanCase &c : cases)
         EXPECT_EQ(scan(c.text), c.tokens) << c.text;
-}
-
-TEST(TyxFlexScannerTest, BytesOutsideTheLanguage)
-{
-    // Control characters, NUL and the bytes of UTF-8 are single error tokens,
-    // while a string passes them through.
-    EXPECT_EQ(scan("a\0b"s), "TKN_ID(a) TKN_SYNTAX_ERROR TKN_ID(b)");
-    EXPECT_EQ(scan("\xc3\xa9"), "TKN_SYNTAX_ERROR TKN_SYNTAX_ERROR");
-    EXPECT_EQ(scan("\"\xc3\xa9\""), "TKN_SVAL(\"\xc3\xa9\")");
-    EXPECT_EQ(scan("\"\0\""s), "TKN_SVAL(\"\0\")"s);
 }
 
 TEST(TyxFlexScannerTest, ColumnCountsBytesTabsAndLines)
