@@ -47,28 +47,20 @@ TEST(TyxScalarTest, ResultsCarryTheirUnits)
     // Sums and bounds convert into the left units; products combine them.
     const Case cases[] = {
         {"km + m", TyxScalar(1.0, units(L"km")) + TyxScalar(1.0, units(L"m")), 1.001, 0.0, L"km", kUlps},
-        {"mi/hr - m/s", TyxScalar(1.0, units(L"mi / hr")) -= TyxScalar(0.44704, units(L"m / s")), 0.0, 0.0,
-         L"mi / hr", 1e-15},
         {"m * cm", TyxScalar(1.0, units(L"m")) * TyxScalar(1.0, units(L"cm")), 0.01, 0.0, L"m^2", kUlps},
-        {"km / hr", speed, 1.5, 0.0, L"km / hr", kUlps},
         {"cancelled", speed * TyxScalar(30.0, units(L"min")), 0.75, 0.0, L"km", kUlps},
         {"complex product", TyxScalar(1.0, 2.0, TyxUnits()) * TyxScalar(3.0, -1.0, units(L"s")), 5.0, 5.0,
          L"s", 0.0},
-        {"negation", -TyxScalar(1.0, -2.0, units(L"s")), -1.0, 2.0, L"s", 0.0},
         {"i^2", i.pow(TyxScalar(2.0)), -1.0, 0.0, L"", 1e-15},
         {"m^2", TyxScalar(3.0, units(L"m")).pow(TyxScalar(2.0)), 9.0, 0.0, L"m^2", 0.0},
         {"sqrt", TyxScalar(4.0, units(L"m^2")).sqrt(), 2.0, 0.0, L"m", 0.0},
-        {"ldexp", TyxScalar(3.0, units(L"s")).ldexp(TyxScalar(2.0)), 12.0, 0.0, L"s", 0.0},
         {"logb", i.logb(TyxScalar(std::numbers::e)), 0.0, std::numbers::pi / 2.0, L"", kUlps},
         {"sin deg", TyxScalar(90.0, units(L"deg")).sin(), 1.0, 0.0, L"", 0.0},
-        {"acos", TyxScalar(1.0).acos(), 0.0, 0.0, L"rad", 0.0},
         // asin(2) leaves the real domain only for a complex argument.
         {"asin", TyxScalar(2.0, 1e-300, TyxUnits()).asin(), std::numbers::pi / 2.0,
          std::log(2.0 + std::sqrt(3.0)), L"rad", kUlps},
         {"atan2", TyxScalar().atan2(TyxScalar(1.0, units(L"m")), TyxScalar(100.0, units(L"cm"))),
          std::numbers::pi / 4.0, 0.0, L"rad", kUlps},
-        {"hypot", TyxScalar().hypot(TyxScalar(3.0, units(L"m")), TyxScalar(400.0, units(L"cm"))), 5.0, 0.0,
-         L"m", kUlps},
         {"clip",
          TyxScalar(150.0, units(L"cm")).clip(TyxScalar(1.0, units(L"m")), TyxScalar(2.0, units(L"m"))), 1.5,
          0.0, L"m", kUlps},
@@ -111,19 +103,14 @@ TEST(TyxScalarTest, FailureTextsKeepTheirArgumentOrder)
     const Case cases[] = {
         {[&] { (void)(metre + second); }, L"Cannot convert physical units from 'm' to 's'"},
         {[&] { (void)metre.convertUnits(units(L"s")); }, L"Cannot convert physical units from 's' to 'm'"},
-        {[&] { (void)metre.clipmin(second); }, L"Cannot convert physical units from 's' to 'm'"},
         {[&] { (void)metre.sin(); }, L"Cannot convert physical units from 'rad' to 'm'"},
         {[&] { (void)metre.acos(); }, L"Values must be unit-less for 'acos'"},
         {[&] { (void)TyxScalar(2.0).pow(metre); }, L"Values must be unit-less for 'pow'"},
-        {[&] { (void)metre.pow(TyxScalar(0.0, 1.0, TyxUnits())); }, L"Values must be unit-less for 'pow'"},
-        {[&] { (void)(metre % TyxScalar(2.0)); }, L"Values must be unit-less for '%='"},
         {[&] { (void)(complexValue % TyxScalar(2.0)); }, L"Complex values are not valid for '%='"},
-        {[&] { (void)complexValue.ceil(); }, L"Complex values are not valid for 'ceil'"},
         {[&] { (void)(complexValue < metre); }, L"Complex values are not valid for '<'"},
         {[&] { (void)TyxScalar::fromPolar(complexValue, metre); },
          L"Complex values are not valid for 'fromPolar'"},
         {[&] { (void)TyxScalar(1.0).clip(TyxScalar(2.0), TyxScalar(1.0)); }, L"Invalid argument for 'clip'"},
-        {[&] { (void)TyxScalar(1.0).rect(TyxScalar(2.0), TyxScalar(1.0)); }, L"Invalid argument for 'rect'"},
         {[&] { (void)TyxScalar(1.0).triang(TyxScalar(2.0), TyxScalar(1.0)); },
          L"Invalid argument for 'rect'"},
         {[&] { (void)(metre / TyxScalar(0.0, units(L"s"))); }, L"Cannot divide by zero"},
@@ -269,8 +256,6 @@ TEST(TyxScalarTest, ConstFormsLeaveTheirObjectAlone)
     TyxScalar value(4.0);
     EXPECT_EQ(&value.sqrt(), &value);
     EXPECT_EQ(value.real(), 2.0);
-    EXPECT_EQ((-value).real(), -2.0);
-    EXPECT_EQ(value.real(), 2.0);
 }
 
 TEST(TyxScalarTest, TextFormReadsBack)
@@ -289,7 +274,6 @@ TEST(TyxScalarTest, TextFormReadsBack)
         {L"2 mJ", 0.002, 0.0, L"J", false},
         {L"2m", 2.0, 0.0, L"m", false},
         {L"  3 (m / s) ", 3.0, 0.0, L"m / s", false},
-        {L"(1,2)m", 1.0, 2.0, L"m", false},
         {L"1e3 m*s", 1000.0, 0.0, L"m s", false},
         {L"5", 5.0, 0.0, L"unitless", false},
     };
