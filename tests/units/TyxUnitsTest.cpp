@@ -209,10 +209,8 @@ TEST(TyxUnitsTest, EntriesAreSortedByCategory)
 {
     const TyxUnits units(TyxString(L"mol A K rad s kg m"));
     ASSERT_EQ(units.numCategories(), 7u);
-    const TyxUnits::Unit order[] = {TyxUnits::Meter,  TyxUnits::Kilogram, TyxUnits::Second, TyxUnits::Radian,
-                                    TyxUnits::Kelvin, TyxUnits::Ampere,   TyxUnits::Mole};
-    for (int i = 0; i < 7; ++i)
-        EXPECT_EQ(units[i].unit, order[i]);
+    EXPECT_EQ(units.toString(), L"m kg s rad K A mol");
+    EXPECT_EQ(units[6].unit, TyxUnits::Mole);
     EXPECT_EQ(units[7], TyxUnits::UnitExp());
     EXPECT_EQ(units[-1], TyxUnits::UnitExp());
     EXPECT_TRUE(units.hasCategory(TyxUnits::AngleCategory));
