@@ -52,25 +52,19 @@ TEST(TyxScalarTest, ResultsCarryTheirUnits)
         {"complex product", TyxScalar(1.0, 2.0, TyxUnits()) * TyxScalar(3.0, -1.0, units(L"s")), 5.0, 5.0,
          L"s", 0.0},
         {"i^2", i.pow(TyxScalar(2.0)), -1.0, 0.0, L"", 1e-15},
-        {"m^2", TyxScalar(3.0, units(L"m")).pow(TyxScalar(2.0)), 9.0, 0.0, L"m^2", 0.0},
         {"sqrt", TyxScalar(4.0, units(L"m^2")).sqrt(), 2.0, 0.0, L"m", 0.0},
-        {"logb", i.logb(TyxScalar(std::numbers::e)), 0.0, std::numbers::pi / 2.0, L"", kUlps},
         {"sin deg", TyxScalar(90.0, units(L"deg")).sin(), 1.0, 0.0, L"", 0.0},
         // asin(2) leaves the real domain only for a complex argument.
         {"asin", TyxScalar(2.0, 1e-300, TyxUnits()).asin(), std::numbers::pi / 2.0,
          std::log(2.0 + std::sqrt(3.0)), L"rad", kUlps},
         {"atan2", TyxScalar().atan2(TyxScalar(1.0, units(L"m")), TyxScalar(100.0, units(L"cm"))),
          std::numbers::pi / 4.0, 0.0, L"rad", kUlps},
-        {"clip",
-         TyxScalar(150.0, units(L"cm")).clip(TyxScalar(1.0, units(L"m")), TyxScalar(2.0, units(L"m"))), 1.5,
-         0.0, L"m", kUlps},
         {"fromPolar", TyxScalar::fromPolar(TyxScalar(2.0, units(L"m")), TyxScalar(90.0, units(L"deg"))), 0.0,
          2.0, L"m", 1e-15},
         {"triang",
          TyxScalar(150.0, units(L"cm")).triang(TyxScalar(1.0, units(L"m")), TyxScalar(3.0, units(L"m"))), 0.5,
          0.0, L"", kUlps},
         {"jn", TyxScalar(1.5).jn(TyxScalar(2.9)), ::jn(2, 1.5), 0.0, L"", kUlps},
-        {"abs", velocity.abs(), 5.0, 0.0, L"m / s", 0.0},
         {"norm", velocity.norm(), 25.0, 0.0, L"m^2 / s^2", 0.0},
         {"sinc", TyxScalar(0.0, units(L"s")).sinc(), 1.0, 0.0, L"s^-1", 0.0},
     };
@@ -257,7 +251,7 @@ TEST(TyxScalarTest, RoundAddsOneHalfAwayFromZeroAndTruncates)
 
 TEST(TyxScalarTest, TextFormReadsBack)
 {
-    // A text in the printed form reads back exactly and prints as it was.
+    // Every text reads back exactly; one in the printed form prints as it was.
     struct Case {
         const wchar_t *text;
         double re, im;
@@ -278,11 +272,9 @@ TEST(TyxScalarTest, TextFormReadsBack)
         SCOPED_TRACE(toUTF8(c.text));
         TyxScalar value;
         ASSERT_TRUE(TyxScalar::fromString(c.text, value));
+        EXPECT_EQ(value.real(), c.re);
         if (c.printed) {
-            EXPECT_EQ(value.real(), c.re);
             EXPECT_EQ(value.toString(), c.text);
-        } else {
-            EXPECT_DOUBLE_EQ(value.real(), c.re);
         }
         EXPECT_EQ(value.imaginary(), c.im);
         EXPECT_EQ(value.units(), units(c.units));
