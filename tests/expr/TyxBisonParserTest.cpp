@@ -99,7 +99,7 @@ TEST(TyxBisonParserTest, PrecedenceAndAssociativity)
     });
 }
 
-TEST(TyxBisonParserTest, AtomsAndFunctionCalls)
+TEST(TyxBisonParserTest, AtomsCallsAndEntries)
 {
     expectAll({
         {"42", "42"},
@@ -116,12 +116,6 @@ TEST(TyxBisonParserTest, AtomsAndFunctionCalls)
         {"[1,2;3,4]", "array(1, 2, <null>, 3, 4)"},
         {"[p:q]", "vector(p, 1, q)"},
         {"[p:s:q]", "vector(p, s, q)"},
-    });
-}
-
-TEST(TyxBisonParserTest, EntriesAndDefinitions)
-{
-    expectAll({
         {"", ""},
         {"a + b; a = 2*b; b = 3", "add(a, b); a = multiply(2, b); b = 3"},
         {";x=1", "x = 1"},

@@ -119,7 +119,7 @@ TEST(TyxEqnNodeTest, VariablesTakeValuesAndClonesAreDeep)
     EXPECT_EQ(eqnTreeText(copy.get()), "add(subscript(x=2.5, <null>, 1), x=2.5)");
 }
 
-TEST(TyxEqnNodeTest, NodeSearchesDepthFirstInArgumentOrder)
+TEST(TyxEqnNodeTest, SearchAndEvaluation)
 {
     const TyxEqnNodePtr deepH = call("h", {constant(1)});
     const TyxEqnNodePtr laterH = call("h", {constant(2)});
@@ -132,13 +132,10 @@ TEST(TyxEqnNodeTest, NodeSearchesDepthFirstInArgumentOrder)
     // Variables are not functions, and names compare exactly.
     EXPECT_FALSE(root->node(TyxString("x")));
     EXPECT_FALSE(laterH->toFcnNode()->node(TyxString("f")));
-}
 
-TEST(TyxEqnNodeTest, UnknownFunctionRefusesToEvaluate)
-{
-    const TyxEqnNodePtr tree = call("nosuch", {constant(1)});
+    // An unknown function refuses to evaluate.
     try {
-        tree->evaluate();
+        call("nosuch", {constant(1)})->evaluate();
         FAIL() << "no exception";
     } catch (const TyxTextMsg &msg) {
         EXPECT_EQ(msg.text(), L"'nosuch()' is not a valid parametric function.");

@@ -58,7 +58,7 @@ std::wstring textOf(const TyxEqnTile &tile)
     return out.str();
 }
 
-TEST(TyxEqnTileTest, ConstructionAndSharing)
+TEST(TyxEqnTileTest, ConstructionSharingAndText)
 {
     expectDefault(TyxEqnTile());
     TyxEqnTile tile(TyxDataType(N::U16, 12), 5);
@@ -80,6 +80,15 @@ TEST(TyxEqnTileTest, ConstructionAndSharing)
     EXPECT_EQ(tile.size(), 4u);
     // The shared copy still holds the first buffer.
     EXPECT_EQ(shared.buffer()->size(), 10u);
+
+    // A variant shares the tile.
+    const tyx::TyxVariant v(shared);
+    EXPECT_EQ(v.type(), tyx::TyxMetaType::EqnTile);
+    EXPECT_EQ(v.value<TyxEqnTile>().buffer().get(), shared.buffer().get());
+    expectDefault(tyx::TyxVariant(1.0).value<TyxEqnTile>());
+
+    // The stream form shows eight samples; shorter forms show in the expression results.
+    EXPECT_EQ(textOf(doubles({0.5, 1, 2, 3, 4, 5, 6, 7, 8})), L"(Double,64)[9]{0.5,1,2,3,4,5,6,7,...}");
 }
 
 TEST(TyxEqnTileTest, StepsAndSizes)
@@ -112,7 +121,7 @@ TEST(TyxEqnTileTest, StepsAndSizes)
     EXPECT_EQ(none.dataType(), TyxDataType(N::Double));
 }
 
-TEST(TyxEqnTileTest, EqualityWithinFourUnitsInTheLastPlace)
+TEST(TyxEqnTileTest, ComparisonsAndTruth)
 {
     const double one = 1.0;
     const double up1 = std::nextafter(one, 2.0);
@@ -125,10 +134,7 @@ TEST(TyxEqnTileTest, EqualityWithinFourUnitsInTheLastPlace)
 
     const TyxEqnTile z = tileOf<Cplx>(N::ComplexDouble, {{1, 0}, {1, 1}});
     EXPECT_EQ(realsOf(z == 1.0), (std::vector<double>{1, 0}));
-}
 
-TEST(TyxEqnTileTest, ComparisonsAndTruth)
-{
     TyxEqnTile a = tileOf<uint16_t>(N::U16, {1, 5, 9});
     const TyxEqnTile b = tileOf<uint16_t>(N::U16, {5, 5, 5});
     EXPECT_EQ(realsOf(a < b), (std::vector<double>{1, 0, 0}));
@@ -137,7 +143,6 @@ TEST(TyxEqnTileTest, ComparisonsAndTruth)
     expectDefault(a == tileOf<int16_t>(N::I16, {1, 5, 9}));
     TyxEqnTile twelveBit(a.buffer(), TyxDataType(N::U16, 12), 3, 1);
     expectDefault(a == twelveBit);
-    const TyxEqnTile z = tileOf<Cplx>(N::ComplexDouble, {{1, 0}});
     expectDefault(z < z);
 
     // The truth of a tile: false for any samples, even NaN; size 0 with a
@@ -149,13 +154,7 @@ TEST(TyxEqnTileTest, ComparisonsAndTruth)
     EXPECT_FALSE(static_cast<bool>(doubles({})));
 }
 
-TEST(TyxEqnTileTest, StreamFormShowsEightSamples)
-{
-    // Shorter forms show in the expression results.
-    EXPECT_EQ(textOf(doubles({0.5, 1, 2, 3, 4, 5, 6, 7, 8})), L"(Double,64)[9]{0.5,1,2,3,4,5,6,7,...}");
-}
-
-TEST(TyxEqnTileTest, UnaryFamily)
+TEST(TyxEqnTileTest, UnaryFunctions)
 {
     const TyxEqnTile d = doubles({0.0, 0.5, -4.0});
     // C's answers for negative real samples: NaN.
@@ -166,10 +165,7 @@ TEST(TyxEqnTileTest, UnaryFamily)
     EXPECT_EQ(realsOf(z.abs()), (std::vector<double>{5}));
     for (const TyxEqnTile &t : {z.ceil(), z.floor(), z.trunc(), z.round(), z.j0(), z.jn(2), z.factorial()})
         expectDefault(t);
-}
 
-TEST(TyxEqnTileTest, SpecialFunctions)
-{
     // sinc is sin(x) / x, not normalised, and 1 below the double epsilon.
     const std::vector<double> sinc = realsOf(doubles({0.0, 0.5, std::numbers::pi, -1e-300, kNaN}).sinc());
     EXPECT_EQ(sinc[0], 1.0);
@@ -184,7 +180,7 @@ TEST(TyxEqnTileTest, SpecialFunctions)
     EXPECT_TRUE(std::isnan(f[5]));
 }
 
-TEST(TyxEqnTileTest, PowersLogarithmsAndPairs)
+TEST(TyxEqnTileTest, PowersPairsAndLimits)
 {
     const TyxEqnTile d = tileOf<int32_t>(N::I32, {2, 3});
     EXPECT_EQ(realsOf(TyxEqnTile::pow(2.0, d)), (std::vector<double>{4, 8}));
@@ -198,6 +194,14 @@ TEST(TyxEqnTileTest, PowersLogarithmsAndPairs)
     const TyxEqnTile z = tileOf<Cplx>(N::ComplexDouble, {{1, 1}});
     expectDefault(TyxEqnTile::atan2(z, y));
     expectDefault(TyxEqnTile::cmplx(z, 1.0));
+
+    const TyxEqnTile a = doubles({1, 5, -2});
+    const TyxEqnTile b = tileOf<int16_t>(N::I16, {3, 3});
+    EXPECT_EQ(realsOf(a.max(b)), (std::vector<double>{3, 5}));
+    EXPECT_EQ(realsOf(a.clip(0.0, 4.0)), (std::vector<double>{1, 4, 0}));
+    // The test for lo comes first.
+    EXPECT_EQ(realsOf(a.clip(3.0, 2.0)), (std::vector<double>{3, 2, 3}));
+    expectDefault(tileOf<Cplx>(N::ComplexDouble, {{1, 1}}).clip(0, 1));
 }
 
 TEST(TyxEqnTileTest, ReductionsKeepTheirStartValues)
@@ -218,17 +222,6 @@ TEST(TyxEqnTileTest, ReductionsKeepTheirStartValues)
     EXPECT_EQ(tileOf<uint16_t>(N::U16, {4, 1, 3, 2}).median(), 2.0);
     EXPECT_EQ(doubles({7.5}).median(), 7.5);
     EXPECT_EQ(doubles({2, kNaN, 1}).median(), 2.0);
-}
-
-TEST(TyxEqnTileTest, ElementwiseLimits)
-{
-    const TyxEqnTile a = doubles({1, 5, -2});
-    const TyxEqnTile b = tileOf<int16_t>(N::I16, {3, 3});
-    EXPECT_EQ(realsOf(a.max(b)), (std::vector<double>{3, 5}));
-    EXPECT_EQ(realsOf(a.clip(0.0, 4.0)), (std::vector<double>{1, 4, 0}));
-    // The test for lo comes first.
-    EXPECT_EQ(realsOf(a.clip(3.0, 2.0)), (std::vector<double>{3, 2, 3}));
-    expectDefault(tileOf<Cplx>(N::ComplexDouble, {{1, 1}}).clip(0, 1));
 }
 
 TEST(TyxEqnTileTest, RoundclipRoundsHalfAwayFromZero)
@@ -281,16 +274,6 @@ TEST(TyxEqnTileTest, TernarySelectsBySample)
     EXPECT_EQ(realsOf(doubles({kNaN}).ternary(1.0, 2.0)), (std::vector<double>{1}));
     expectDefault(z.ternary(1.0, 2.0));
     expectDefault(cond.ternary(tileOf<int64_t>(N::I64, {1}), 2.0));
-}
-
-// The stream form of a variant holding a tile is checked with the expression results.
-TEST(TyxEqnTileTest, VariantSharesTheTile)
-{
-    const TyxEqnTile tile = tileOf<uint8_t>(N::U8, {5});
-    const tyx::TyxVariant v(tile);
-    EXPECT_EQ(v.type(), tyx::TyxMetaType::EqnTile);
-    EXPECT_EQ(v.value<TyxEqnTile>().buffer().get(), tile.buffer().get());
-    expectDefault(tyx::TyxVariant(1.0).value<TyxEqnTile>());
 }
 
 // ---- One arithmetic path for every served sample type ------------------------------------
