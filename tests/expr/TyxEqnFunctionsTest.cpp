@@ -54,7 +54,6 @@ TEST(TyxEqnFunctionsTest, MessagesAndResults)
         {L"7 % 0", L"Division by zero in 'mod'."},
         {L"mod(-2147483647 - 1, -1)", L"Integer overflow in 'mod'."},
         {L"median(4, 1, 3, 2)", L"Double,2"},
-        {L"roundclip(2.5, \"U8\", 0, 255)", L"Double,3"},
         {L"a[1:2, 3]", L"Incorrect number of arguments passed to 'subscript'. Got 7, but expected 2."},
         {L"sqrt(-1)", L"ComplexDouble,(0,1)"},
         {L"real(x) * 2 + cmplx(1, 2)", L"ComplexDouble,(7,2)", {{L"x", 3.0}}},

@@ -4,6 +4,8 @@
 #include <tyx/TyxEqnParser.h>
 #include <tyx/TyxEqnTile.h>
 
+#include <gtest/gtest.h>
+
 #include <cstring>
 #include <sstream>
 #include <utility>
@@ -35,15 +37,18 @@ std::vector<T> valuesOf(const TyxEqnTile &tile)
 using Bindings = std::vector<std::pair<const wchar_t *, TyxVariant>>;
 
 /// Sets \p bindings, evaluates \p parser and gives "type,value" in the
-/// variant's stream form with every digit, or the text of the failure.
+/// variant's stream form with every digit, or the text of the failure,
+/// which must be an error.
 inline TyxString resultText(TyxEqnParser &parser, const Bindings &bindings = {})
 {
     for (const auto &[name, value] : bindings)
         parser.setValue(name, value);
     TyxTextMsg msg;
     const TyxVariant &result = parser.evaluate(&msg);
-    if (!msg.empty())
+    if (!msg.empty()) {
+        EXPECT_EQ(msg.type(), TyxTextMsg::Error);
         return msg.text();
+    }
     std::wostringstream out;
     out.precision(17);
     out << result;

@@ -278,15 +278,12 @@ TEST(TyxEqnTileTest, TernarySelectsBySample)
 
 // ---- One arithmetic path for every served sample type ------------------------------------
 
-template <class T>
-constexpr bool kIsComplex = std::is_same_v<T, std::complex<float>> || std::is_same_v<T, Cplx>;
-
 // Samples that reach the ends of each type's range and include 0, so that
 // division by zero and overflow in double are part of the comparison.
 template <class T>
 std::vector<T> samplesOf()
 {
-    if constexpr (kIsComplex<T>)
+    if constexpr (!std::is_arithmetic_v<T>)
         return {T(1, 2), T(0, -1), T(3.5, 0), T(-2, 4), T(0, 0), T(-1e30f, 7)};
     else
         return {std::numeric_limits<T>::lowest(), T(0), T(1), T(7), std::numeric_limits<T>::max(), T(3)};
@@ -295,10 +292,10 @@ std::vector<T> samplesOf()
 template <class T>
 auto widened(const T &v)
 {
-    if constexpr (kIsComplex<T>)
-        return Cplx(v.real(), v.imag());
-    else
+    if constexpr (std::is_arithmetic_v<T>)
         return static_cast<double>(v);
+    else
+        return Cplx(v);
 }
 
 // Equal values, or NaN in the same parts.
