@@ -137,7 +137,7 @@ TEST(TyxScalarTest, OnlyMemberFormsThatSucceedChangeTheirObject)
     EXPECT_EQ(changed.real(), 2.0);
 }
 
-TEST(TyxScalarTest, RemainderTruncatesAndRefusesProcessorFaults)
+TEST(TyxScalarTest, RemainderAndFactorialTruncateAndWrap)
 {
     EXPECT_EQ((TyxScalar(7.9) % TyxScalar(3.2)).real(), 1.0);
     EXPECT_EQ((TyxScalar(-7.0) % TyxScalar(3.0)).real(), -1.0);
@@ -150,10 +150,8 @@ TEST(TyxScalarTest, RemainderTruncatesAndRefusesProcessorFaults)
     // NaN and values out of range truncate as the processor does, to INT64_MIN.
     EXPECT_EQ((TyxScalar(std::nan("")) % TyxScalar(10.0)).real(), -8.0);
     EXPECT_EQ((TyxScalar(1e300) % TyxScalar(1000.0)).real(), -808.0);
-}
 
-TEST(TyxScalarTest, FactorialWrapsInSixtyFourBits)
-{
+    // The factorial wraps in sixty-four bits.
     // 20! = 2432902008176640000; 21! = 51090942171709440000, which less
     // 2 * 2^64 is 14197454024290336768; 170! holds 2 to the power 166 and so
     // is 0 modulo 2^64.

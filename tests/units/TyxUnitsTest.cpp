@@ -24,33 +24,6 @@ TyxString parseFailure(const TyxString &text)
     return L"<no failure>";
 }
 
-TEST(TyxUnitsTest, AddFactorMatchesIndependentConversions)
-{
-    // Exact by definition: the SI prefixes; the international yard and pound
-    // (1959: 1 ft = 0.3048 m, 1 mi = 1609.344 m); 1 hr = 3600 s; 1 nmi =
-    // 1852 m (1929 convention); 1 deg = pi / 180 rad; 1 deg = 3600 arcsec.
-    struct Case {
-        const wchar_t *target;
-        const wchar_t *source;
-        double factor;
-    };
-    const Case cases[] = {
-        {L"m", L"km", 1000.0},
-        {L"m^2", L"ft^2", 0.09290304},
-        {L"m / s", L"mi / hr", 0.44704},
-        {L"rad", L"deg", std::numbers::pi / 180.0},
-        {L"m", L"s", 0.0},
-        {L"m", L"m^2", 0.0},
-        {L"m", L"unitless", 0.0},
-        {L"unitless", L"unitless", 1.0},
-    };
-    for (const Case &c : cases) {
-        const double factor =
-            TyxUnits::addFactor(TyxUnits(TyxString(c.target)), TyxUnits(TyxString(c.source)));
-        EXPECT_NEAR(factor, c.factor, std::fabs(c.factor) * 1e-14) << toUTF8(c.source);
-    }
-}
-
 TEST(TyxUnitsTest, SyntaxPlacesFactorsByTheirSlashAndPrintsBack)
 {
     // A factor whose category is already there replaces that entry, unit and
@@ -98,6 +71,17 @@ TEST(TyxUnitsTest, SyntaxPlacesFactorsByTheirSlashAndPrintsBack)
         EXPECT_EQ(back, units) << toUTF8(c.text);
     }
     EXPECT_EQ(TyxUnits(TyxString(L"m / m")), TyxUnits(TyxUnits::Meter, -1.0));
+
+    // Very long and deeply nested texts parse.
+    TyxString nested = TyxString(100000, L'(') + L"m" + TyxString(100000, L')');
+    EXPECT_EQ(TyxUnits(nested), TyxUnits(TyxUnits::Meter));
+
+    TyxString many;
+    for (int i = 0; i < 20000; ++i)
+        many += L"(m / s) ";
+    TyxUnits units;
+    EXPECT_DOUBLE_EQ(units.fromString(many), 1.0);
+    EXPECT_EQ(units, TyxUnits(TyxString(L"m / s")));
 }
 
 TEST(TyxUnitsTest, BadTextEndsInTheParseMessageEitherWay)
@@ -137,20 +121,7 @@ TEST(TyxUnitsTest, BadTextEndsInTheParseMessageEitherWay)
     EXPECT_EQ(units, TyxUnits(TyxUnits::Kilometer));
 }
 
-TEST(TyxUnitsTest, VeryLongAndDeeplyNestedTextParses)
-{
-    TyxString nested = TyxString(100000, L'(') + L"m" + TyxString(100000, L')');
-    EXPECT_EQ(TyxUnits(nested), TyxUnits(TyxUnits::Meter));
-
-    TyxString many;
-    for (int i = 0; i < 20000; ++i)
-        many += L"(m / s) ";
-    TyxUnits units;
-    EXPECT_DOUBLE_EQ(units.fromString(many), 1.0);
-    EXPECT_EQ(units, TyxUnits(TyxString(L"m / s")));
-}
-
-TEST(TyxUnitsTest, ProductAndPowerKeepOneEntryPerCategory)
+TEST(TyxUnitsTest, FactorsOfSumsProductsAndPowers)
 {
     TyxUnits result;
     EXPECT_DOUBLE_EQ(TyxUnits::multFactor(TyxUnits(TyxUnits::Meter), TyxUnits(TyxUnits::Centimeter), &result),
@@ -181,6 +152,30 @@ TEST(TyxUnitsTest, ProductAndPowerKeepOneEntryPerCategory)
     EXPECT_EQ(units, TyxUnits(TyxString(L"s / m^2")));
     units.pow(0.0);
     EXPECT_TRUE(units.isUnitLess());
+
+    // Exact by definition: the SI prefixes; the international yard and pound
+    // (1959: 1 ft = 0.3048 m, 1 mi = 1609.344 m); 1 hr = 3600 s; 1 nmi =
+    // 1852 m (1929 convention); 1 deg = pi / 180 rad; 1 deg = 3600 arcsec.
+    struct Case {
+        const wchar_t *target;
+        const wchar_t *source;
+        double factor;
+    };
+    const Case cases[] = {
+        {L"m", L"km", 1000.0},
+        {L"m^2", L"ft^2", 0.09290304},
+        {L"m / s", L"mi / hr", 0.44704},
+        {L"rad", L"deg", std::numbers::pi / 180.0},
+        {L"m", L"s", 0.0},
+        {L"m", L"m^2", 0.0},
+        {L"m", L"unitless", 0.0},
+        {L"unitless", L"unitless", 1.0},
+    };
+    for (const Case &c : cases) {
+        const double factor =
+            TyxUnits::addFactor(TyxUnits(TyxString(c.target)), TyxUnits(TyxString(c.source)));
+        EXPECT_NEAR(factor, c.factor, std::fabs(c.factor) * 1e-14) << toUTF8(c.source);
+    }
 }
 
 TEST(TyxUnitsTest, EntriesAndCategoriesInCodeOrder)
