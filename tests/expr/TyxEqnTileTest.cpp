@@ -246,10 +246,9 @@ TEST(TyxEqnTileTest, RoundclipRoundsHalfAwayFromZero)
     // Bounds that do not clip: NaN gives 0, and values beyond the signed
     // intermediate (32 bits, 64 for U32) saturate there before the low bits
     // are kept.
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    const TyxEqnTile wide = doubles({nan, 1e12, -1e12, 70000}).roundclip(TyxDataType(N::I32), nan, nan);
+    const TyxEqnTile wide = doubles({kNaN, 1e12, -1e12, 70000}).roundclip(TyxDataType(N::I32), kNaN, kNaN);
     EXPECT_EQ(valuesOf<int32_t>(wide), (std::vector<int32_t>{0, INT32_MAX, INT32_MIN, 70000}));
-    const TyxEqnTile u32 = doubles({nan, 1e30}).roundclip(TyxDataType(N::U32), -1e300, 1e300);
+    const TyxEqnTile u32 = doubles({kNaN, 1e30}).roundclip(TyxDataType(N::U32), -1e300, 1e300);
     EXPECT_EQ(valuesOf<uint32_t>(u32), (std::vector<uint32_t>{0, 0xFFFFFC00u}));
 
     expectDefault(d.roundclip(TyxDataType(N::I64), 0, 1));

@@ -102,8 +102,6 @@ TEST(TyxScalarTest, FailureTextsKeepTheirArgumentOrder)
         {[&] { (void)TyxScalar(2.0).pow(metre); }, L"Values must be unit-less for 'pow'"},
         {[&] { (void)(complexValue % TyxScalar(2.0)); }, L"Complex values are not valid for '%='"},
         {[&] { (void)(complexValue < metre); }, L"Complex values are not valid for '<'"},
-        {[&] { (void)TyxScalar::fromPolar(complexValue, metre); },
-         L"Complex values are not valid for 'fromPolar'"},
         {[&] { (void)TyxScalar(1.0).clip(TyxScalar(2.0), TyxScalar(1.0)); }, L"Invalid argument for 'clip'"},
         {[&] { (void)TyxScalar(1.0).triang(TyxScalar(2.0), TyxScalar(1.0)); },
          L"Invalid argument for 'rect'"},
