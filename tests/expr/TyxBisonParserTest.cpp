@@ -49,8 +49,10 @@ Parsed run(const std::string &text)
 std::string parse(const std::string &text)
 {
     const Parsed parsed = run(text);
-    if (parsed.status != 0)
+    if (parsed.status != 0) {
+        EXPECT_TRUE(parsed.entries.empty()) << text;
         return parsed.errorText;
+    }
     EXPECT_TRUE(parsed.errorText.empty());
     std::string out;
     for (const auto &[name, root] : parsed.entries) {
@@ -74,7 +76,7 @@ void expectAll(const std::vector<ParseCase> &cases)
         EXPECT_EQ(parse(c.text), c.result) << c.text;
 }
 
-TEST(TyxBisonParserTest, PrecedenceAndAssociativity)
+TEST(TyxBisonParserTest, TreesOfEachForm)
 {
     expectAll({
         {"a?b:c?d:e", "ternary(a, b, ternary(c, d, e))"},
@@ -85,35 +87,22 @@ TEST(TyxBisonParserTest, PrecedenceAndAssociativity)
         {"a+b*c", "add(a, multiply(b, c))"},
         {"a-b-c", "subtract(subtract(a, b), c)"},
         {"a/b%c", "mod(divide(a, b), c)"},
-        {"a<=b>c", "greaterthan(lessthanequals(a, b), c)"},
         {"-a!", "unaryminus(factorial(a))"},
         {"a^b^c", "pow(pow(a, b), c)"},
         {"a.^b^c", "pow(matrixpow(a, b), c)"},
         {"-a^b", "unaryminus(pow(a, b))"},
         {"~a*b", "multiply(bittoggle(a), b)"},
-        {"a^b!", "factorial(pow(a, b))"},
         {"-a[1]", "unaryminus(subscript(a, 1))"},
         {"a[1][2]", "subscript(subscript(a, 1), 2)"},
         {"a^-b", "pow(a, unaryminus(b))"},
-        {"+-+a", "unaryminus(a)"},
-        {"(a+b)*c", "multiply(add(a, b), c)"},
-    });
-}
-
-TEST(TyxBisonParserTest, AtomsAndFunctionCalls)
-{
-    expectAll({
+        // Atoms, calls and entries.
         {"42", "42"},
         {"1.5e-3", "0.0015"},
         {"0x1F", "31"},
-        {"99999999999", "2147483647"},
         {"1e400", "inf"},
+        {"1e-400", "0"},
         {"2 m", "\"2 m\""},
-        {"1e", "\"1e\""},
         {"2m*x", "\"2m*x\""},
-        {"2m/3", "divide(\"2m\", 3)"},
-        {"2m^-1", "pow(\"2m\", unaryminus(1))"},
-        {"2 (m)", "\"2 (m)\""},
         {"\"text with ; and ,\"", "\"text with ; and ,\""},
         {"\"caf\xc3\xa9\"", "\"caf\xc3\xa9\""},
         {"f(x, y+1)", "f(x, add(y, 1))"},
@@ -121,26 +110,11 @@ TEST(TyxBisonParserTest, AtomsAndFunctionCalls)
         {"[1,2;3,4]", "array(1, 2, <null>, 3, 4)"},
         {"[p:q]", "vector(p, 1, q)"},
         {"[p:s:q]", "vector(p, s, q)"},
-    });
-}
-
-TEST(TyxBisonParserTest, EntriesAndDefinitions)
-{
-    expectAll({
         {"", ""},
         {"a + b; a = 2*b; b = 3", "add(a, b); a = multiply(2, b); b = 3"},
         {";x=1", "x = 1"},
         {"a;a=1", "a; a = 1"},
-    });
-    const Parsed parsed = run("a; b = 1");
-    ASSERT_EQ(parsed.entries.size(), 2u);
-    EXPECT_EQ(parsed.entries[0].first, "");
-    EXPECT_EQ(parsed.entries[1].first, "b");
-}
-
-TEST(TyxBisonParserTest, SubscriptLayouts)
-{
-    expectAll({
+        // Subscript layouts.
         {"a[i]", "subscript(a, i)"},
         {"a[i,j]", "subscript(a, i, j)"},
         {"a[:,:]", "subscript(a, <null>, <null>)"},
@@ -149,7 +123,6 @@ TEST(TyxBisonParserTest, SubscriptLayouts)
         {"a[p:s:q,u:v]", "subscript(a, p, s, q, u, 1, v)"},
         {"a[p:q,j]", "subscript(a, p, 1, q, j, 1, j)"},
         {"a[i,p:q]", "subscript(a, i, 1, i, p, 1, q)"},
-        {"a[f(x),1:2]", "subscript(a, f(x), 1, f(x), 1, 1, 2)"},
         {"a[b?1:2,c]", "subscript(a, ternary(b, 1, 2), c)"},
     });
 }
@@ -166,7 +139,7 @@ TEST(TyxBisonParserTest, WidenedIndexIsAnIndependentCopy)
     EXPECT_EQ(eqnTreeText(subscript->args()[4].get()), eqnTreeText(subscript->args()[6].get()));
 }
 
-TEST(TyxBisonParserTest, SyntaxErrorTexts)
+TEST(TyxBisonParserTest, ErrorTextsAndStrayBytes)
 {
     expectAll({
         {"x = 1", "Parsing error at column #3 : syntax error, unexpected '=', expecting end of file or ';'"},
@@ -176,34 +149,16 @@ TEST(TyxBisonParserTest, SyntaxErrorTexts)
         {"\"abc", "Parsing error at column #1 : syntax error token"},
         {"a}",
          "Parsing error at column #2 : syntax error, unexpected $undefined, expecting end of file or ';'"},
-        {"\t\t#", "Parsing error at column #17 : syntax error token"},
-        {"a\n+ #", "Parsing error at column #3 : syntax error token"},
         {"f(x,)", "Parsing error at column #5 : syntax error, unexpected ')'"},
-        {"2 (a+b)",
-         "Parsing error at column #3 : syntax error, unexpected '(', expecting end of file or ';'"},
         {"2m3",
          "Parsing error at column #3 : syntax error, unexpected TKN_IVAL, expecting end of file or ';'"},
         {"f(1 2)", "Parsing error at column #5 : syntax error, unexpected TKN_IVAL, expecting ',' or ')'"},
         {"a?b", "Parsing error at column #3 : syntax error, unexpected end of file"},
         {"[]", "Parsing error at column #2 : syntax error, unexpected ']'"},
-    });
-}
-
-TEST(TyxBisonParserTest, ErrorDiscardsEarlierEntries)
-{
-    const Parsed parsed = run("a + 1; b = 2; c = ");
-    EXPECT_EQ(parsed.status, 1);
-    EXPECT_TRUE(parsed.entries.empty());
-    EXPECT_EQ(parsed.errorText, "Parsing error at column #18 : syntax error, unexpected end of file");
-}
-
-TEST(TyxBisonParserTest, BytesOutsideTheLanguage)
-{
-    expectAll({
+        // An error discards the entries before it.
+        {"a + 1; b = 2; c = ", "Parsing error at column #18 : syntax error, unexpected end of file"},
         {"a\0b"s, "Parsing error at column #2 : syntax error, unexpected TKN_SYNTAX_ERROR, expecting end of "
                   "file or ';'"},
-        {"\0"s, "Parsing error at column #1 : syntax error token"},
-        {"\xc3\xa9", "Parsing error at column #1 : syntax error token"},
         {"\"\xff\xfe\"", "\"\xff\xfe\""},
         // The tree text goes through toUTF8, which ends at the null.
         {"\"\0\""s, "\"\""},
@@ -222,13 +177,11 @@ TEST(TyxBisonParserTest, DeepAndLongTexts)
         nested += "-(";
     nested += 'x';
     nested += std::string(depth, ')');
-    Parsed parsed = run(nested);
-    ASSERT_EQ(parsed.status, 0);
     std::string expected;
     for (int i = 0; i < depth; ++i)
         expected += "unaryminus(";
     expected += 'x' + std::string(depth, ')');
-    EXPECT_EQ(eqnTreeText(parsed.entries[0].second.get()), expected);
+    EXPECT_EQ(parse(nested), expected);
 
     EXPECT_EQ(parse(std::string(depth, '(') + "x" + std::string(depth, ')')), "x");
     EXPECT_EQ(parse(std::string(depth, '(') + "x"),
@@ -239,15 +192,9 @@ TEST(TyxBisonParserTest, DeepAndLongTexts)
     std::string sum = "t";
     for (int i = 1; i < terms; ++i)
         sum += "+t";
-    parsed = run(sum);
-    ASSERT_EQ(parsed.status, 0);
-    const std::string tree = eqnTreeText(parsed.entries[0].second.get());
+    const std::string tree = parse(sum);
     EXPECT_EQ(tree.size(), (terms - 1) * std::string("add(, t)").size() + 1);
     EXPECT_EQ(tree.substr(0, 12), "add(add(add(");
-    const tyx::internal::TyxEqnNodePtr copy = parsed.entries[0].second->clone();
-    EXPECT_EQ(eqnTreeText(copy.get()), tree);
-    parsed.entries.clear();
-    EXPECT_EQ(eqnTreeText(copy.get()), tree);
 }
 
 } // namespace

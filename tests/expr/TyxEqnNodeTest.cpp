@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <tyx/TyxScalar.h>
 #include <tyx/TyxTextMsg.h>
 
 #include "expr/TyxConstNode.h"
@@ -46,112 +45,81 @@ const TyxFcnNode *fcn(const TyxEqnNodePtr &node)
     return static_cast<const TyxEqnNode *>(node.get())->toFcnNode();
 }
 
-TEST(TyxEqnNodeTest, NewNodeHasNoOwnerAndCloneHasOne)
+TEST(TyxEqnNodeTest, OwnersAreCounted)
 {
     auto *node = new TyxVarNode(TyxString("x"));
     EXPECT_EQ(node->refCount().load(), 0);
     const TyxEqnNodePtr owner(node);
     EXPECT_EQ(node->refCount().load(), 1);
-    const TyxEqnNodePtr copy = node->clone();
-    EXPECT_EQ(copy->refCount().load(), 1);
-    EXPECT_NE(copy.get(), node);
-}
+    EXPECT_EQ(node->clone()->refCount().load(), 1);
 
-TEST(TyxEqnNodeTest, VariableStartsInvalidAndTakesValues)
-{
-    const TyxVarNodePtr x(new TyxVarNode(TyxString("x")));
-    EXPECT_FALSE(x->isValid());
-    EXPECT_EQ(eqnTreeText(x.get()), "x");
-
-    x->setValue(TyxVariant(2.5));
-    EXPECT_TRUE(x->isValid());
-    EXPECT_EQ(eqnTreeText(x.get()), "x=2.5");
-
-    // A clone keeps name and value but is a separate variable.
-    const TyxEqnNodePtr copy = x->clone();
-    x->setValue(TyxVariant());
-    EXPECT_FALSE(x->isValid());
-    EXPECT_EQ(eqnTreeText(copy.get()), "x=2.5");
-}
-
-TEST(TyxEqnNodeTest, ConstantsKeepTheirValue)
-{
-    EXPECT_EQ(eqnTreeText(constant(1e300).get()), "1e+300");
-    const TyxEqnNodePtr text(new TyxConstNode(TyxVariant(TyxString(L"km/h"))));
-    EXPECT_EQ(eqnTreeText(text.get()), "\"km/h\"");
-    EXPECT_EQ(eqnTreeText(text->clone().get()), "\"km/h\"");
-    const TyxEqnNodePtr invalid(new TyxConstNode(TyxVariant()));
-    EXPECT_EQ(eqnTreeText(invalid.get()), "<invalid>");
-    EXPECT_EQ(eqnTreeText(nullptr), "<null>");
+    // A shared subtree outlives its parent.
+    const TyxEqnNodePtr shared = call("g", {call("h", {variable("x")})});
+    {
+        const TyxEqnNodePtr parent = call("f", {shared, shared});
+        EXPECT_EQ(shared->refCount().load(), 3);
+    }
+    EXPECT_EQ(shared->refCount().load(), 1);
+    EXPECT_EQ(eqnTreeText(shared.get()), "g(h(x))");
 }
 
 TEST(TyxEqnNodeTest, StoredValuesAreNormalised)
 {
-    // Other numeric types become Double; text and Double are shared as they are.
+    // Other numeric types become Double and complex numbers scalars; text
+    // and Double are shared as they are.
     struct Case {
         TyxVariant value;
         const char *text;
+        TyxMetaType::Code type;
     };
     const Case cases[] = {
-        {TyxVariant(true), "1"},
-        {TyxVariant(int64_t(-7)), "-7"},
-        {TyxVariant(L'A'), "65"},
-        {TyxVariant(TyxString(L"2")), "\"2\""},
-        {TyxVariant(), "<invalid>"},
+        {TyxVariant(true), "1", TyxMetaType::Double},
+        {TyxVariant(int64_t(-7)), "-7", TyxMetaType::Double},
+        {TyxVariant(1e300), "1e+300", TyxMetaType::Double},
+        {TyxVariant(std::complex<double>(1.0, -2.0)), "{TyxScalar,(1,-2)}", TyxMetaType::Scalar},
+        {TyxVariant(TyxString(L"km/h")), "\"km/h\"", TyxMetaType::String},
+        {TyxVariant(), "<invalid>", TyxMetaType::Invalid},
     };
     for (const Case &c : cases) {
-        const TyxConstNode constant(c.value);
-        EXPECT_EQ(eqnTreeText(&constant), c.text) << c.text;
-        TyxVarNode variable{TyxString("v")};
-        variable.setValue(c.value);
-        EXPECT_EQ(variable.value().type(), constant.value().type());
-        if (c.value.type() == TyxMetaType::String || c.value.type() == TyxMetaType::Invalid)
-            EXPECT_EQ(&constant.value().impl(), &c.value.impl());
-        else
-            EXPECT_EQ(constant.value().type(), TyxMetaType::Double);
+        const TyxEqnNodePtr node(new TyxConstNode(c.value));
+        EXPECT_EQ(eqnTreeText(node.get()), c.text);
+        EXPECT_EQ(eqnTreeText(node->clone().get()), c.text);
+        const TyxVariant &stored = node->toConstNode()->value();
+        EXPECT_EQ(stored.type(), c.type) << c.text;
+        TyxVarNode var{TyxString("v")};
+        var.setValue(c.value);
+        EXPECT_EQ(var.value().type(), c.type) << c.text;
+        if (c.type == c.value.type()) {
+            EXPECT_EQ(&stored.impl(), &c.value.impl()) << c.text;
+        }
     }
-    const TyxVariant number(2.5);
-    EXPECT_EQ(&TyxConstNode(number).value().impl(), &number.impl());
+    EXPECT_EQ(eqnTreeText(nullptr), "<null>");
 }
 
-TEST(TyxEqnNodeTest, ComplexValuesBecomeScalars)
-{
-    const TyxVariant complex(std::complex<double>(1.0, -2.0));
-    const TyxConstNode constant(complex);
-    ASSERT_EQ(constant.value().type(), TyxMetaType::Scalar);
-    const tyx::TyxScalar scalar = constant.value().value<tyx::TyxScalar>();
-    EXPECT_EQ(scalar.real(), 1.0);
-    EXPECT_EQ(scalar.imaginary(), -2.0);
-}
-
-TEST(TyxEqnNodeTest, FunctionConstructorsAndArguments)
-{
-    const TyxEqnNodePtr one(new TyxFcnNode(TyxString("f"), variable("a")));
-    const TyxEqnNodePtr two(new TyxFcnNode(TyxString("g"), variable("a"), constant(2)));
-    const TyxEqnNodePtr list = call("array", {constant(1), nullptr, constant(2)});
-    EXPECT_EQ(eqnTreeText(one.get()), "f(a)");
-    EXPECT_EQ(eqnTreeText(two.get()), "g(a, 2)");
-    EXPECT_EQ(eqnTreeText(list.get()), "array(1, <null>, 2)");
-}
-
-TEST(TyxEqnNodeTest, CloneIsDeepAndKeepsNullArguments)
+TEST(TyxEqnNodeTest, VariablesTakeValuesAndClonesAreDeep)
 {
     const TyxEqnNodePtr x = variable("x");
+    TyxVarNode *var = x->toVarNode();
+    EXPECT_FALSE(var->isValid());
+    var->setValue(TyxVariant(2.5));
+    EXPECT_TRUE(var->isValid());
     const TyxEqnNodePtr tree = call("add", {call("subscript", {x, nullptr, constant(1)}), x});
     const TyxEqnNodePtr copy = tree->clone();
-    EXPECT_EQ(eqnTreeText(copy.get()), "add(subscript(x, <null>, 1), x)");
+    EXPECT_EQ(eqnTreeText(copy.get()), "add(subscript(x=2.5, <null>, 1), x=2.5)");
 
-    // No node is shared with the source: a shared variable becomes two.
+    // No node is shared with the source: a shared variable becomes two, each
+    // with the value the source had.
     const TyxFcnNode *inner = fcn(fcn(copy)->args()[0]);
     EXPECT_NE(inner->args()[0].get(), x.get());
     EXPECT_NE(fcn(copy)->args()[1].get(), x.get());
     EXPECT_NE(inner->args()[0].get(), fcn(copy)->args()[1].get());
-    x->toVarNode()->setValue(TyxVariant(7.0));
-    EXPECT_EQ(eqnTreeText(tree.get()), "add(subscript(x=7, <null>, 1), x=7)");
-    EXPECT_EQ(eqnTreeText(copy.get()), "add(subscript(x, <null>, 1), x)");
+    var->setValue(TyxVariant());
+    EXPECT_FALSE(var->isValid());
+    EXPECT_EQ(eqnTreeText(tree.get()), "add(subscript(x, <null>, 1), x)");
+    EXPECT_EQ(eqnTreeText(copy.get()), "add(subscript(x=2.5, <null>, 1), x=2.5)");
 }
 
-TEST(TyxEqnNodeTest, NodeSearchesDepthFirstInArgumentOrder)
+TEST(TyxEqnNodeTest, SearchAndEvaluation)
 {
     const TyxEqnNodePtr deepH = call("h", {constant(1)});
     const TyxEqnNodePtr laterH = call("h", {constant(2)});
@@ -164,28 +132,14 @@ TEST(TyxEqnNodeTest, NodeSearchesDepthFirstInArgumentOrder)
     // Variables are not functions, and names compare exactly.
     EXPECT_FALSE(root->node(TyxString("x")));
     EXPECT_FALSE(laterH->toFcnNode()->node(TyxString("f")));
-}
 
-TEST(TyxEqnNodeTest, UnknownFunctionRefusesToEvaluate)
-{
-    const TyxEqnNodePtr tree = call("nosuch", {constant(1)});
+    // An unknown function refuses to evaluate.
     try {
-        tree->evaluate();
+        call("nosuch", {constant(1)})->evaluate();
         FAIL() << "no exception";
     } catch (const TyxTextMsg &msg) {
         EXPECT_EQ(msg.text(), L"'nosuch()' is not a valid parametric function.");
     }
-}
-
-TEST(TyxEqnNodeTest, SharedSubtreeOutlivesItsParent)
-{
-    const TyxEqnNodePtr shared = call("g", {call("h", {variable("x")})});
-    {
-        const TyxEqnNodePtr parent = call("f", {shared, shared});
-        EXPECT_EQ(shared->refCount().load(), 3);
-    }
-    EXPECT_EQ(shared->refCount().load(), 1);
-    EXPECT_EQ(eqnTreeText(shared.get()), "g(h(x))");
 }
 
 TEST(TyxEqnNodeTest, VeryDeepChainsCloneAndDieWithoutRecursion)

@@ -6,6 +6,8 @@
 #include <tyx/TyxEqnTile.h>
 #include <tyx/TyxScalar.h>
 
+#include "TyxEqnTestSupport.h"
+
 namespace {
 
 using tyx::TyxEqnParser;
@@ -15,28 +17,18 @@ using tyx::TyxString;
 using tyx::TyxStrList;
 using tyx::TyxTextMsg;
 using tyx::TyxVariant;
+using tyx::testing::resultText;
 
-TyxStrList listOf(std::initializer_list<const wchar_t *> names)
+TEST(TyxEqnParserTest, ParseSucceedsOrFailsWithItsText)
 {
-    TyxStrList list;
-    for (const wchar_t *name : names)
-        list.push_back(name);
-    return list;
-}
+    // Empty text is success with nothing to evaluate; success writes no message.
+    TyxEqnParser empty;
+    TyxTextMsg kept(L"kept", TyxTextMsg::Warning);
+    EXPECT_EQ(empty.parse(L"", &kept), 0);
+    EXPECT_FALSE(empty.evaluate(&kept).isValid());
+    EXPECT_EQ(kept.text(), L"kept");
+    EXPECT_TRUE(empty.variables().empty());
 
-TEST(TyxEqnParserTest, EmptyTextIsSuccessWithNothing)
-{
-    TyxEqnParser parser;
-    TyxTextMsg msg;
-    EXPECT_EQ(parser.parse(L"", &msg), 0);
-    EXPECT_TRUE(msg.empty());
-    EXPECT_FALSE(parser.evaluate(&msg).isValid());
-    EXPECT_TRUE(msg.empty());
-    EXPECT_TRUE(parser.variables().empty());
-}
-
-TEST(TyxEqnParserTest, FailureTexts)
-{
     struct Case {
         const wchar_t *text;
         const wchar_t *message;
@@ -58,22 +50,10 @@ TEST(TyxEqnParserTest, FailureTexts)
     }
 }
 
-TEST(TyxEqnParserTest, SuccessLeavesTheMessageAlone)
-{
-    TyxEqnParser parser;
-    TyxTextMsg msg(L"before", TyxTextMsg::Warning);
-    EXPECT_EQ(parser.parse(L"1 + 2", &msg), 0);
-    EXPECT_EQ(msg.text(), L"before");
-    EXPECT_EQ(parser.evaluate().value<double>(), 3.0);
-}
-
 TEST(TyxEqnParserTest, DefinitionsRunLastToFirst)
 {
-    for (const wchar_t *text : {L"a + b; a = 2*b; b = 3", L"b + 1 + 2; b = a + 3; a = 3"}) {
-        TyxEqnParser parser;
-        ASSERT_EQ(parser.parse(text), 0);
-        EXPECT_EQ(parser.evaluate().value<double>(), 9.0) << text;
-    }
+    EXPECT_EQ(resultText(L"a + b; a = 2*b; b = 3"), L"Double,9");
+    EXPECT_EQ(resultText(L"b + 1 + 2; b = a + 3; a = 3"), L"Double,9");
     // A definition sees only what stands after it.
     TyxEqnParser parser;
     ASSERT_EQ(parser.parse(L"a; b = 1; a = b"), 0);
@@ -84,86 +64,24 @@ TEST(TyxEqnParserTest, DefinitionsRunLastToFirst)
     EXPECT_EQ(parser.evaluate().value<double>(), 1.0); // now b has its value
 }
 
-TEST(TyxEqnParserTest, VariablesListAndItsAsymmetry)
+TEST(TyxEqnParserTest, VariablesListAndConstants)
 {
     struct Case {
         const wchar_t *text;
         TyxStrList names;
     };
     const Case cases[] = {
-        {L"a + 1; a = 2", listOf({L"a"})},
-        {L"1; a = 2; b = a", listOf({})},
-        {L"x * y + x", listOf({L"x", L"y"})},
-        {L"b + 1; b = c", listOf({L"b", L"c"})},
+        {L"a + 1; a = 2", {L"a"}},       {L"1; a = 2; b = a", {}},     {L"x * y + x", {L"x", L"y"}},
+        {L"b + 1; b = c", {L"b", L"c"}}, {L"_DtoR * 180", {L"_DtoR"}},
     };
     for (const Case &c : cases) {
         TyxEqnParser parser;
         ASSERT_EQ(parser.parse(c.text), 0) << c.text;
         EXPECT_EQ(parser.variables(), c.names) << c.text;
     }
-}
-
-TEST(TyxEqnParserTest, UnsetVariableFillsTheMessageAndRecovers)
-{
-    TyxEqnParser parser;
-    ASSERT_EQ(parser.parse(L"a + 1"), 0);
-    TyxTextMsg msg;
-    EXPECT_FALSE(parser.evaluate(&msg).isValid());
-    EXPECT_EQ(msg.text(), L"Invalid argument type combination (,Double) passed to 'add'.");
-    EXPECT_FALSE(parser.evaluate().isValid()); // no message wanted: none written
-    parser.setValue(L"a", 2.0);
-    TyxTextMsg second;
-    EXPECT_EQ(parser.evaluate(&second).value<double>(), 3.0);
-    EXPECT_TRUE(second.empty());
-}
-
-TEST(TyxEqnParserTest, CacheIsClearedBySetValueOnly)
-{
-    TyxEqnParser parser;
-    ASSERT_EQ(parser.parse(L"x * 2"), 0);
-    parser.setValue(L"x", 4.0);
-    const TyxVariant &first = parser.evaluate();
-    EXPECT_EQ(first.value<double>(), 8.0);
-    EXPECT_EQ(&parser.evaluate(), &first);
-    parser.setValue(L"nosuch", 1.0); // ignored
-    EXPECT_EQ(parser.evaluate().value<double>(), 8.0);
-    parser.setValue(L"x", 5.0);
-    EXPECT_EQ(parser.evaluate().value<double>(), 10.0);
-}
-
-TEST(TyxEqnParserTest, SetValueOfTheSameTypeIsSeenByTheNextEvaluation)
-{
-    TyxEqnParser parser;
-    ASSERT_EQ(parser.parse(L"a * b + c"), 0);
-    parser.setValue(L"a", 4.0);
-    parser.setValue(L"b", 2.0);
-    parser.setValue(L"c", 0.5);
-    EXPECT_EQ(parser.evaluate().value<double>(), 8.5);
-    // A result kept by the caller is not overwritten by the next evaluation.
-    const TyxVariant kept = parser.evaluate();
-    parser.setValue(L"a", 100.0);
-    EXPECT_EQ(parser.evaluate().value<double>(), 200.5);
-    EXPECT_EQ(kept.value<double>(), 8.5);
-}
-
-TEST(TyxEqnParserTest, ValueOfAnotherTypeSpecialisesAfresh)
-{
-    TyxEqnParser parser;
-    ASSERT_EQ(parser.parse(L"a + a"), 0);
-    parser.setValue(L"a", 1.5);
-    EXPECT_EQ(parser.evaluate().value<double>(), 3.0);
-    parser.setValue(L"a", TyxString(L"ab"));
-    EXPECT_EQ(parser.evaluate().value<TyxString>(), L"abab");
-    parser.setValue(L"a", 2); // an Int is stored as a Double
-    EXPECT_EQ(parser.value(L"a").type(), TyxMetaType::Double);
-    EXPECT_EQ(parser.evaluate().value<double>(), 4.0);
-}
-
-TEST(TyxEqnParserTest, ConstantsNeedNoValueAndCanBeOverridden)
-{
+    // A constant needs no value and can be overridden.
     TyxEqnParser parser;
     ASSERT_EQ(parser.parse(L"_DtoR * 180"), 0);
-    EXPECT_EQ(parser.variables(), listOf({L"_DtoR"}));
     const TyxVariant &result = parser.evaluate();
     ASSERT_EQ(result.type(), TyxMetaType::Scalar);
     EXPECT_NEAR(result.value<TyxScalar>().real(), 3.141592653589793, 1e-15);
@@ -171,89 +89,88 @@ TEST(TyxEqnParserTest, ConstantsNeedNoValueAndCanBeOverridden)
     EXPECT_EQ(parser.evaluate().value<double>(), 360.0);
 }
 
-TEST(TyxEqnParserTest, CollapseCounts)
-{
-    {
-        TyxEqnParser parser;
-        ASSERT_EQ(parser.parse(L"1 + 2"), 0);
-        EXPECT_EQ(parser.collapse(), 1);
-        EXPECT_EQ(parser.collapse(), 0);
-        EXPECT_EQ(parser.evaluate().value<double>(), 3.0);
-    }
-    {
-        TyxEqnParser parser;
-        ASSERT_EQ(parser.parse(L"x + (1 + 2)"), 0);
-        EXPECT_EQ(parser.collapse(), 1);
-        EXPECT_EQ(parser.variables(), listOf({L"x", L"x"}));
-        parser.setValue(L"x", 1.0);
-        EXPECT_EQ(parser.evaluate().value<double>(), 4.0);
-    }
-    {
-        TyxEqnParser parser;
-        ASSERT_EQ(parser.parse(L"x + 1"), 0);
-        parser.setValue(L"x", 1.0);
-        EXPECT_EQ(parser.collapse(), 2);
-        parser.setValue(L"x", 5.0);
-        EXPECT_EQ(parser.evaluate().value<double>(), 2.0);
-        EXPECT_FALSE(parser.value(L"x").isValid());
-    }
-    {
-        TyxEqnParser parser;
-        ASSERT_EQ(parser.parse(L"a + 1; a = 2"), 0);
-        EXPECT_EQ(parser.collapse(), 0);
-        EXPECT_EQ(parser.evaluate().value<double>(), 3.0);
-        EXPECT_GE(parser.collapse(), 1);
-    }
-}
-
-TEST(TyxEqnParserTest, CollapseThrowsForFailingConstants)
+TEST(TyxEqnParserTest, UnsetOrChangedValuesAreSeenByTheNextEvaluation)
 {
     TyxEqnParser parser;
-    ASSERT_EQ(parser.parse(L"sin(\"x\")"), 0);
-    try {
-        parser.collapse();
-        FAIL() << "no throw";
-    } catch (const TyxTextMsg &msg) {
-        EXPECT_EQ(msg.text(), L"Invalid argument type (TyxString) passed to 'sin'.");
-    }
+    ASSERT_EQ(parser.parse(L"x * 2 + x"), 0);
+    // An unset variable fills the message, where one is wanted.
+    TyxTextMsg msg;
+    EXPECT_FALSE(parser.evaluate(&msg).isValid());
+    EXPECT_EQ(msg.text(), L"Invalid argument type combination (,Double) passed to 'multiply'.");
+    EXPECT_FALSE(parser.evaluate().isValid());
+    parser.setValue(L"x", 4.0);
+    TyxTextMsg none;
+    const TyxVariant &first = parser.evaluate(&none);
+    EXPECT_EQ(first.value<double>(), 12.0);
+    EXPECT_TRUE(none.empty());
+    EXPECT_EQ(&parser.evaluate(), &first);
+    // A result kept by the caller is not overwritten by the next evaluation.
+    const TyxVariant kept = first;
+    parser.setValue(L"nosuch", 1.0); // ignored
+    EXPECT_EQ(parser.evaluate().value<double>(), 12.0);
+    parser.setValue(L"x", 5.0);
+    EXPECT_EQ(parser.evaluate().value<double>(), 15.0);
+    EXPECT_EQ(kept.value<double>(), 12.0);
+
+    // A value of another type makes the tree decide afresh.
+    EXPECT_EQ(resultText(parser, {{L"x", TyxString(L"ab")}}), L"TyxString,ababab");
+    parser.setValue(L"x", 2); // an Int is stored as a Double
+    EXPECT_EQ(parser.value(L"x").type(), TyxMetaType::Double);
+    EXPECT_EQ(parser.evaluate().value<double>(), 6.0);
+}
+
+TEST(TyxEqnParserTest, CollapseCounts)
+{
+    TyxEqnParser parser;
+    ASSERT_EQ(parser.parse(L"1 + 2"), 0);
+    EXPECT_EQ(parser.collapse(), 1);
+    EXPECT_EQ(parser.collapse(), 0);
+    EXPECT_EQ(resultText(parser), L"Double,3");
+
+    ASSERT_EQ(parser.parse(L"x + (1 + 2)"), 0);
+    EXPECT_EQ(parser.collapse(), 1);
+    EXPECT_EQ(parser.variables(), (TyxStrList{L"x", L"x"}));
+    EXPECT_EQ(resultText(parser, {{L"x", 1.0}}), L"Double,4");
+
+    // A variable with a value folds too, and is then gone.
+    ASSERT_EQ(parser.parse(L"x + 1"), 0);
+    parser.setValue(L"x", 1.0);
+    EXPECT_EQ(parser.collapse(), 2);
+    EXPECT_EQ(resultText(parser, {{L"x", 5.0}}), L"Double,2");
+    EXPECT_FALSE(parser.value(L"x").isValid());
+
+    // Definitions fold once they have been evaluated.
+    ASSERT_EQ(parser.parse(L"a + 1; a = 2"), 0);
+    EXPECT_EQ(parser.collapse(), 0);
+    EXPECT_EQ(resultText(parser), L"Double,3");
+    EXPECT_GE(parser.collapse(), 1);
 }
 
 TEST(TyxEqnParserTest, CopiesEvaluateIndependently)
 {
     TyxEqnParser parser;
     ASSERT_EQ(parser.parse(L"a * 2 + b"), 0);
-    parser.setValue(L"a", 1.0);
-    parser.setValue(L"b", 1.0);
-    EXPECT_EQ(parser.evaluate().value<double>(), 3.0);
+    EXPECT_EQ(resultText(parser, {{L"a", 1.0}, {L"b", 1.0}}), L"Double,3");
 
     TyxEqnParser copy(parser);
-    copy.setValue(L"a", 10.0);
-    EXPECT_EQ(copy.evaluate().value<double>(), 21.0);
-    EXPECT_EQ(parser.evaluate().value<double>(), 3.0);
+    EXPECT_EQ(resultText(copy, {{L"a", 10.0}}), L"Double,21");
+    EXPECT_EQ(resultText(parser), L"Double,3");
 
     // A fresh copy looks at the types again.
     TyxEqnParser other;
     other = parser;
-    other.setValue(L"a", TyxString(L"x"));
-    other.setValue(L"b", TyxString(L"y"));
-    EXPECT_EQ(other.evaluate().value<TyxString>(), L"xxy");
+    EXPECT_EQ(resultText(other, {{L"a", TyxString(L"x")}, {L"b", TyxString(L"y")}}), L"TyxString,xxy");
     const TyxEqnParser &self = other;
     other = self;
-    EXPECT_EQ(other.evaluate().value<TyxString>(), L"xxy");
-}
+    EXPECT_EQ(resultText(other), L"TyxString,xxy");
 
-TEST(TyxEqnParserTest, FailedParserCopiesTextAndMessage)
-{
-    TyxEqnParser parser;
+    // A failed parser copies its text, and parsing that again gives the same message.
     TyxTextMsg msg;
     ASSERT_EQ(parser.parse(L"a;", &msg), 1);
-    const TyxEqnParser copy(parser);
-    EXPECT_EQ(copy.expression(), L"a;");
-    EXPECT_TRUE(copy.variables().empty());
-    TyxEqnParser again;
-    TyxTextMsg copied;
-    EXPECT_EQ(again.parse(copy.expression(), &copied), 1);
-    EXPECT_EQ(copied.text(), msg.text());
+    const TyxEqnParser failed(parser);
+    EXPECT_EQ(failed.expression(), L"a;");
+    EXPECT_TRUE(failed.variables().empty());
+    EXPECT_EQ(resultText(failed.expression()), L"parse: " + msg.text());
 }
 
 TEST(TyxEqnParserTest, FunctionAlias)
@@ -262,9 +179,10 @@ TEST(TyxEqnParserTest, FunctionAlias)
     EXPECT_EQ(TyxEqnParser::createFunctionAlias(L"add", L"plus"), 1);
     EXPECT_EQ(TyxEqnParser::createFunctionAlias(L"nosuch", L"x"), 1);
     EXPECT_EQ(TyxEqnParser::createFunctionAlias(L"multiply", L"matrixmult"), 0);
-    TyxEqnParser parser;
-    ASSERT_EQ(parser.parse(L"plus(1, 2) + 3 .* 4"), 0);
-    EXPECT_EQ(parser.evaluate().value<double>(), 15.0);
+    EXPECT_EQ(TyxEqnParser::createFunctionAlias(L"sin", L"sine"), 0);
+    EXPECT_EQ(resultText(L"plus(1, 2) + 3 .* 4"), L"Double,15");
+    // An alias reports under the name of the function it copies.
+    EXPECT_EQ(resultText(L"sine(\"x\")"), L"Invalid argument type (TyxString) passed to 'sin'.");
 }
 
 } // namespace

