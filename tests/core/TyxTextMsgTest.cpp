@@ -17,28 +17,35 @@ using namespace tyx;
 using tyx::test::HandlerScope;
 using tyx::test::RecordingHandler;
 
-TEST(TyxTextMsgTest, DefaultMessage)
-{
-    const TyxTextMsg message;
-    EXPECT_TRUE(message.empty());
-    EXPECT_EQ(message.type(), TyxTextMsg::User);
-    EXPECT_EQ(message.userType(), 4);
-    EXPECT_EQ(message.srcFname(), L"<filename unknown>");
-}
-
-TEST(TyxTextMsgTest, UserTypeDecidesTheSeverity)
+TEST(TyxTextMsgTest, UserTypeDecidesTheSeverityAndLabel)
 {
     const struct {
         int code;
         TyxTextMsg::Code type;
-    } cases[] = {{0, TyxTextMsg::Error}, {1, TyxTextMsg::Warning}, {2, TyxTextMsg::Info},
-                 {3, TyxTextMsg::Debug}, {4, TyxTextMsg::User},    {7, TyxTextMsg::User},
-                 {-1, TyxTextMsg::User}};
+        const char *form;
+    } cases[] = {
+        {0, TyxTextMsg::Error, "error: \xC3\xA9 - (F : 2)"},
+        {1, TyxTextMsg::Warning, "warning: \xC3\xA9 - (F : 2)"},
+        {2, TyxTextMsg::Info, "info: \xC3\xA9 - (F : 2)"},
+        {3, TyxTextMsg::Debug, "debug: \xC3\xA9 - (F : 2)"},
+        {4, TyxTextMsg::User, "user: \xC3\xA9 - (F : 2)"},
+        {7, TyxTextMsg::User, "user: \xC3\xA9 - (F : 2)"},
+        {-1, TyxTextMsg::User, "user: \xC3\xA9 - (F : 2)"},
+    };
     for (const auto &c : cases) {
-        const TyxTextMsg message(L"x", c.code);
+        const TyxTextMsg message(L"\u00E9", L"F", 2, c.code);
         EXPECT_EQ(message.type(), c.type) << c.code;
         EXPECT_EQ(message.userType(), c.code);
+        std::ostringstream narrow;
+        narrow << message;
+        EXPECT_EQ(narrow.str(), c.form);
     }
+    std::wostringstream wide;
+    wide << TyxTextMsg(L"Bad value", L"src/Parser", 48, TyxTextMsg::Error);
+    EXPECT_EQ(wide.str(), L"error: Bad value - (Parser : 48)");
+    std::wostringstream empty;
+    empty << TyxTextMsg(L"", L"F", 2, TyxTextMsg::Error);
+    EXPECT_TRUE(empty.str().empty());
 }
 
 TEST(TyxTextMsgTest, SourceFileIsCutToItsBareName)
@@ -46,31 +53,6 @@ TEST(TyxTextMsgTest, SourceFileIsCutToItsBareName)
     EXPECT_EQ(TyxTextMsg(L"t", L"C:\\a\\b\\File", 1, 0).srcFname(), L"File");
     EXPECT_EQ(TyxTextMsg(L"t", L"/a\\b/c\\File", 1, 0).srcFname(), L"File");
     EXPECT_EQ(TyxTextMsg(L"t", L"", 1, 0).srcFname(), L"");
-}
-
-TEST(TyxTextMsgTest, TextForm)
-{
-    std::wostringstream wide;
-    wide << TyxTextMsg(L"Bad value", L"src/Parser", 48, TyxTextMsg::Error);
-    EXPECT_EQ(wide.str(), L"error: Bad value - (Parser : 48)");
-
-    const struct {
-        int code;
-        const char *expected;
-    } labels[] = {{1, "warning: \xC3\xA9 - (F : 2)"},
-                  {2, "info: \xC3\xA9 - (F : 2)"},
-                  {3, "debug: \xC3\xA9 - (F : 2)"},
-                  {4, "user: \xC3\xA9 - (F : 2)"},
-                  {-5, "user: \xC3\xA9 - (F : 2)"}};
-    for (const auto &label : labels) {
-        std::ostringstream narrow;
-        narrow << TyxTextMsg(L"\u00E9", L"F", 2, label.code);
-        EXPECT_EQ(narrow.str(), label.expected);
-    }
-
-    std::wostringstream empty;
-    empty << TyxTextMsg(L"", L"F", 2, TyxTextMsg::Error);
-    EXPECT_TRUE(empty.str().empty());
 }
 
 TEST(TyxTextMsgTest, NarrowTextFormEncodesEachPieceByItself)
@@ -93,20 +75,15 @@ TEST(TyxTextMsgTest, NarrowTextFormEncodesEachPieceByItself)
     }
 }
 
-TEST(TyxTextMsgTest, EqualityCoversEveryFieldButTheWhatBuffer)
+TEST(TyxTextMsgTest, EqualityCoversEveryFieldAndWhatGivesTheTextInUtf8)
 {
-    TyxTextMsg a(L"text", L"F", 3, TyxTextMsg::Warning);
+    TyxTextMsg a(L"\u5730\u56F3", L"F", 3, TyxTextMsg::Warning);
     TyxTextMsg b(a);
+    EXPECT_STREQ(a.what(), "\xE5\x9C\xB0\xE5\x9B\xB3");
     EXPECT_EQ(a, b);
     b.setVerbose(true);
     EXPECT_NE(a, b);
     EXPECT_FALSE(a.isEqual(&b));
-}
-
-TEST(TyxTextMsgTest, WhatGivesTheTextAloneInUtf8)
-{
-    const TyxTextMsg message(L"\u5730\u56F3", L"F", 9, TyxTextMsg::Error);
-    EXPECT_STREQ(message.what(), "\xE5\x9C\xB0\xE5\x9B\xB3");
 }
 
 TEST(TyxTextMsgTest, SetTextAppendAndClear)
@@ -122,6 +99,10 @@ TEST(TyxTextMsgTest, SetTextAppendAndClear)
     EXPECT_EQ(message.type(), TyxTextMsg::Error);
     message.clear();
     EXPECT_EQ(message, TyxTextMsg());
+    EXPECT_TRUE(message.empty());
+    EXPECT_EQ(message.type(), TyxTextMsg::User);
+    EXPECT_EQ(message.userType(), 4);
+    EXPECT_EQ(message.srcFname(), L"<filename unknown>");
 }
 
 TEST(TyxTextMsgTest, DefaultHandlerThrowsPostedErrors)
