@@ -1,4 +1,6 @@
+// Keys and keyed objects: counting, names and text forms.
 #include <tyx/TyxKey.h>
+#include <tyx/TyxKeyedObject.h>
 
 #include <sstream>
 
@@ -7,6 +9,7 @@
 namespace {
 
 using tyx::TyxKey;
+using tyx::TyxKeyedObject;
 
 TEST(TyxKeyTest, CountingSkipsTheInvalidValue)
 {
@@ -41,6 +44,26 @@ TEST(TyxKeyTest, TextForms)
     std::istringstream bad("x");
     bad >> read;
     EXPECT_FALSE(read.isValid());
+}
+
+TEST(TyxKeyedObjectTest, EqualNamesCompareEqualWhateverTheKeys)
+{
+    EXPECT_EQ(TyxKeyedObject(TyxKey(1), L"name"), TyxKeyedObject(TyxKey(2), L"name"));
+    EXPECT_NE(TyxKeyedObject(TyxKey(1), L"name"), TyxKeyedObject(TyxKey(1), L"Name"));
+    // Names are kept as given, blanks included.
+    EXPECT_NE(TyxKeyedObject(TyxKey(1), L" a"), TyxKeyedObject(TyxKey(1), L"a"));
+    EXPECT_EQ(TyxKeyedObject(L" counted ").name(), L" counted ");
+}
+
+TEST(TyxKeyedObjectTest, EmptyNamesTakeTheKeyAndTheCounterCountsOn)
+{
+    EXPECT_EQ(TyxKeyedObject(TyxKey(17), L"").name(), L"17");
+    EXPECT_EQ(TyxKeyedObject(TyxKey(), L"").name(), L"4294967295");
+    const TyxKeyedObject first(L"");
+    const TyxKeyedObject second(L"second");
+    EXPECT_TRUE(first.key().isValid());
+    EXPECT_EQ(first.name(), static_cast<tyx::TyxString>(first.key()));
+    EXPECT_EQ(second.key().value(), first.key().value() + 1);
 }
 
 } // namespace

@@ -56,10 +56,6 @@ TEST(TyxMetaTypeTest, ConstructionChecksTheCode)
     EXPECT_FALSE(TyxMetaType::isValid(L""));
     const TyxString &name = TyxMetaType(TyxMetaType::Float);
     EXPECT_EQ(name, L"Float");
-}
-
-TEST(TyxMetaTypeTest, IdentitiesOfTheIntegers)
-{
     EXPECT_EQ(TyxMetaType::fromTypeID(tyx::internal::typeIdOf(L"int")), TyxMetaType::Int);
     EXPECT_EQ(TyxMetaType::fromTypeID(tyx::internal::typeIdOf(L"TyxI64")), TyxMetaType::Int64);
     EXPECT_EQ(TyxMetaType::fromTypeID(12345), TyxMetaType::Invalid);

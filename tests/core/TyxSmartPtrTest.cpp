@@ -1,7 +1,9 @@
-// Shared pointers: assignment order, self-assignment, auto pointers and policies.
+// Reference counts and shared pointers: assignment order, self-assignment,
+// auto pointers and policies.
 #include <gtest/gtest.h>
 
 #include <tyx/TyxAutoPtr.h>
+#include <tyx/TyxObject.h>
 #include <tyx/TyxSmartPtr.h>
 
 #include <type_traits>
@@ -10,11 +12,14 @@ namespace {
 
 using namespace tyx;
 
-class Node : public TyxRefCounted {
+class Node : public TyxObject, public TyxRefCounted {
 public:
     explicit Node(int *destroyed) : m_destroyed(destroyed) {}
+    Node(const Node &other) = default;
     ~Node() override { ++*m_destroyed; }
 
+    using TyxRefCounted::addRef;
+    using TyxRefCounted::removeRef;
     TyxSmartPtr<Node> next;
 
 private:
@@ -27,14 +32,46 @@ struct Tracked {
     int *m_destroyed;
 };
 
-TEST(TyxSmartPtrTest, NullPointersTestFalse)
+static_assert(!std::is_convertible_v<TyxSmartPtr<Node>, int>);
+static_assert(!std::is_convertible_v<TyxSmartPtr<Node>, bool>);
+static_assert(std::is_convertible_v<TyxSmartPtr<Node>, TyxSmartPtr<const Node>>);
+static_assert(!std::is_convertible_v<TyxSmartPtr<const Node>, TyxSmartPtr<Node>>);
+
+TEST(TyxRefCountedTest, CountFollowsOwnersAndCopiesStartAtZero)
 {
-    TyxSmartPtr<Node> empty;
-    EXPECT_FALSE(empty);
-    static_assert(!std::is_convertible_v<TyxSmartPtr<Node>, int>);
-    static_assert(!std::is_convertible_v<TyxSmartPtr<Node>, bool>);
-    static_assert(std::is_convertible_v<TyxSmartPtr<Node>, TyxSmartPtr<const Node>>);
-    static_assert(!std::is_convertible_v<TyxSmartPtr<const Node>, TyxSmartPtr<Node>>);
+    int destroyed = 0;
+    EXPECT_FALSE(TyxSmartPtr<Node>());
+    auto *object = new Node(&destroyed);
+    EXPECT_EQ(object->refCount(), 0);
+    EXPECT_FALSE(object->hasMultipleRefs());
+    TyxSmartPtr<Node> first(object);
+    EXPECT_EQ(object->refCount(), 1);
+    {
+        TyxSmartPtr<const Node> second(first);
+        EXPECT_EQ(object->refCount(), 2);
+        EXPECT_TRUE(object->hasMultipleRefs());
+        const Node copy(*object);
+        EXPECT_EQ(copy.refCount(), 0);
+    }
+    EXPECT_EQ(destroyed, 1); // the copy
+    EXPECT_EQ(object->refCount(), 1);
+    // A const pointer alone keeps the object.
+    TyxSmartPtr<const Node> constant(first);
+    first = nullptr;
+    EXPECT_EQ(destroyed, 1);
+    constant = nullptr;
+    EXPECT_EQ(destroyed, 2);
+}
+
+TEST(TyxRefCountedTest, RemoveRefSignalsBelowTwo)
+{
+    int destroyed = 0;
+    Node object(&destroyed);
+    object.addRef();
+    object.addRef();
+    EXPECT_FALSE(object.removeRef()); // 2 -> 1
+    EXPECT_TRUE(object.removeRef());  // 1 -> 0
+    EXPECT_TRUE(object.removeRef());  // 0 -> -1 still signals
 }
 
 TEST(TyxSmartPtrTest, SelfAssignmentKeepsTheCount)
@@ -60,30 +97,14 @@ TEST(TyxSmartPtrTest, AssignmentReleasesTheOldObjectFirst)
     EXPECT_EQ(destroyed, 1);
     p = nullptr;
     EXPECT_EQ(destroyed, 2);
-}
 
-TEST(TyxSmartPtrTest, ReplacingByAnObjectReachableOnlyThroughTheOldOne)
-{
     // The caller's duty: hold a copy of the new object before assigning.
-    int destroyed = 0;
     TyxSmartPtr<Node> head(new Node(&destroyed));
     head->next = new Node(&destroyed);
     const TyxSmartPtr<Node> keep(head->next);
     head = keep;
-    EXPECT_EQ(destroyed, 1);
+    EXPECT_EQ(destroyed, 3);
     EXPECT_EQ(head->refCount(), 2);
-}
-
-TEST(TyxSmartPtrTest, ConstPointerSharesTheCount)
-{
-    int destroyed = 0;
-    TyxSmartPtr<Node> p(new Node(&destroyed));
-    TyxSmartPtr<const Node> c(p);
-    EXPECT_EQ(c->refCount(), 2);
-    p = nullptr;
-    EXPECT_EQ(destroyed, 0);
-    c = nullptr;
-    EXPECT_EQ(destroyed, 1);
 }
 
 TEST(TyxAutoPtrTest, CopiesDestroyThePointeeOnce)
