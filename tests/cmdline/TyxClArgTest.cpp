@@ -7,27 +7,14 @@
 #include <tyx/TyxClSwitchArg.h>
 #include <tyx/TyxClUnlabeledArg.h>
 #include <tyx/TyxClValueArg.h>
-#include <tyx/TyxTextMsg.h>
+
+#include "TyxClTestOutput.h"
 
 using namespace tyx;
+using tyx::test::prop;
+using tyx::test::thrownText;
 
 namespace {
-
-TyxMetaProperty prop(wchar_t flag, const TyxString &name, const TyxString &label = TyxString(),
-                     const TyxMetaType &type = TyxMetaType::String, uint32_t flags = 0)
-{
-    return TyxMetaProperty(flag, name, label, type, TyxMetaFlag(flags), L"About " + name);
-}
-
-TyxString thrownText(const std::function<void()> &action)
-{
-    try {
-        action();
-    } catch (const TyxTextMsg &msg) {
-        return msg.text();
-    }
-    return L"(nothing thrown)";
-}
 
 TEST(TyxClArgTest, BadFlagOrNameThrowsAtConstruction)
 {
@@ -37,14 +24,6 @@ TEST(TyxClArgTest, BadFlagOrNameThrowsAtConstruction)
               L"Argument flag cannot be either '-' or '--' or a space:  ");
     EXPECT_EQ(thrownText([] { TyxClValueArg a(prop(L'a', L"-x")); }),
               L"Argument name cannot begin with either '-' or '--' or space: -x");
-}
-
-TEST(TyxClArgTest, Statics)
-{
-    EXPECT_EQ(TyxClArg::flagStartString(), L"-");
-    EXPECT_EQ(TyxClArg::nameStartString(), L"--");
-    EXPECT_EQ(TyxClArg::ignoreNameString(), L"ignore_rest");
-    EXPECT_EQ(TyxClArg::blankChar(), wchar_t(7));
 }
 
 struct IdCase {
@@ -71,23 +50,12 @@ TEST(TyxClArgTest, IdTexts)
         EXPECT_EQ(c.arg->shortID(), c.shortId);
         EXPECT_EQ(c.arg->longID(), c.longId);
     }
-}
-
-TEST(TyxClArgTest, IdTextsWithDelimiter)
-{
-    TyxClParser parser(L"ids", L"1", L'=');
+    // The last parser made sets the delimiter for all.
+    TyxClParser delimited(L"ids", L"1", L'=');
     TyxClValueArg arg(prop(L'f', L"file", L"path"));
     EXPECT_EQ(arg.shortID(), L"-f=<path>");
     EXPECT_EQ(arg.longID(), L"-f=<path>,  --file=<path>");
     TyxClParser back(L"ids");
-}
-
-TEST(TyxClArgTest, DescriptionCarriesRequireLabel)
-{
-    TyxClValueArg optional(prop(L'a', L"alpha"));
-    TyxClValueArg required(prop(L'b', L"beta", TyxString(), TyxMetaType::String, TyxMetaFlag::Required));
-    EXPECT_EQ(optional.description(), L"About alpha");
-    EXPECT_EQ(required.description(), L"(required)  About beta");
 }
 
 TEST(TyxClArgTest, MatchesBySharedFlagOrName)
@@ -100,7 +68,7 @@ TEST(TyxClArgTest, MatchesBySharedFlagOrName)
     EXPECT_FALSE(noFlag.matches(TyxClSwitchArg(prop(0, L"y"))));
 }
 
-TEST(TyxClArgTest, ValueIsConvertedToThePropertyType)
+TEST(TyxClArgTest, ValueIsConvertedToThePropertyTypeAndResetToTheDefault)
 {
     TyxClParser parser(L"types");
     TyxClValueArg count(prop(L'n', L"count", L"n", TyxMetaType::Int), TyxVariant(int32_t(3)));

@@ -13,14 +13,9 @@
 #include "TyxClTestOutput.h"
 
 using namespace tyx;
+using tyx::test::prop;
 
 namespace {
-
-TyxMetaProperty prop(wchar_t flag, const TyxString &name, const TyxString &label, const TyxMetaType &type,
-                     uint32_t flags, const TyxString &description)
-{
-    return TyxMetaProperty(flag, name, label, type, TyxMetaFlag(flags), description);
-}
 
 // One argument of every kind, an exclusive pair and a long description.
 struct EveryKind {
