@@ -68,9 +68,10 @@ TEST(TyxClArgTest, MatchesBySharedFlagOrName)
     EXPECT_FALSE(noFlag.matches(TyxClSwitchArg(prop(0, L"y"))));
 }
 
-TEST(TyxClArgTest, ValueIsConvertedToThePropertyTypeAndResetToTheDefault)
+TEST(TyxClArgTest, ProcessingConvertsRepeatsAndResets)
 {
-    TyxClParser parser(L"types");
+    TyxClParser parser(L"process");
+    // A value converts to the property's type; reset brings back the default.
     TyxClValueArg count(prop(L'n', L"count", L"n", TyxMetaType::Int), TyxVariant(int32_t(3)));
     std::vector<TyxString> args{L"-n", L"42"};
     int index = 0;
@@ -80,25 +81,19 @@ TEST(TyxClArgTest, ValueIsConvertedToThePropertyTypeAndResetToTheDefault)
     count.reset();
     EXPECT_FALSE(count.isValueSet());
     EXPECT_EQ(count.variant().value<int32_t>(), 3);
-}
 
-TEST(TyxClArgTest, SwitchTakesTheOppositeOfItsDefault)
-{
-    TyxClParser parser(L"switch");
+    // A switch takes the opposite of its default, once.
     TyxClSwitchArg on(prop(L'a', L"a"), true);
-    std::vector<TyxString> args{L"--a"};
-    int index = 0;
+    args = {L"--a"};
+    index = 0;
     EXPECT_TRUE(on.processArg(&index, args));
     EXPECT_FALSE(on.switchValue());
     EXPECT_EQ(thrownText([&] { on.processArg(&index, args); }), L"Argument already set: -a,  --a");
-}
 
-TEST(TyxClArgTest, RequiredMultiValueStopsBeingRequiredAfterFirstValue)
-{
-    TyxClParser parser(L"multi");
+    // A required list stops being required after its first value.
     TyxClMultiValueArg list(prop(L'b', L"band", L"i", TyxMetaType::Int, TyxMetaFlag::Required));
-    std::vector<TyxString> args{L"-b", L"1", L"-b", L"2"};
-    int index = 0;
+    args = {L"-b", L"1", L"-b", L"2"};
+    index = 0;
     EXPECT_TRUE(list.processArg(&index, args));
     EXPECT_FALSE(list.isRequired());
     index = 2;
