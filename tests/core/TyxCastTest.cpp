@@ -155,31 +155,22 @@ TEST(TyxCastTest, ComplexValues)
     EXPECT_FALSE(ok);
 }
 
+// The text forms of the containers are those of their stream forms (see the
+// variant tests); here what reads back or tests as bool.
 TEST(TyxCastTest, Containers)
 {
     using tyx::TyxVariant;
     using tyx::TyxVariantList;
-    using tyx::TyxVariantMap;
     using tyx::TyxVariantPair;
 
     EXPECT_FALSE((castTo<tyx::TyxStrList, bool>(tyx::TyxStrList())));
-    EXPECT_EQ((castTo<tyx::TyxStrList, TyxString>(tyx::TyxStrList{L"a", L"b"})), L"(a,b)");
     EXPECT_EQ((castTo<TyxString, tyx::TyxStrList>(L"(a,b)")), (tyx::TyxStrList{L"a", L"b"}));
-
     EXPECT_FALSE((castTo<TyxVariantPair, bool>(TyxVariantPair())));
     EXPECT_EQ((castTo<TyxVariantPair, TyxString>(TyxVariantPair(L"k", TyxVariant(2)))), L"k,Int,2");
-
-    const TyxVariantList list{TyxVariant(1), TyxVariant(L"x")};
-    EXPECT_EQ((castTo<TyxVariantList, TyxString>(list)), L"TyxVariantList,[Int,1,TyxString,x]");
     const TyxVariantList fromText = castTo<TyxString, TyxVariantList>(L"a,b");
     ASSERT_EQ(fromText.size(), 1u);
     EXPECT_EQ(fromText[0].value<TyxString>(), L"a,b");
-
-    TyxVariantMap map;
-    map[L"b"] = TyxVariant(2.5);
-    map[L"A"] = TyxVariant(true);
-    EXPECT_EQ((castTo<TyxVariantMap, TyxString>(map)), L"TyxVariantMap,{A:Bool,true,b:Double,2.5}");
-    expectCast<TyxString, TyxVariantMap>(L"{a:Int,1}", TyxVariantMap());
+    expectCast<TyxString, tyx::TyxVariantMap>(L"{a:Int,1}", tyx::TyxVariantMap());
 }
 
 } // namespace
