@@ -1,20 +1,27 @@
-// Coordinates, sizes and tie points: text forms, order and their place in the variant.
+// Coordinates, sizes, tie points and rationals: text forms, order and their
+// place in the variant.
 #include <tyx/TyxCoord2D.h>
 #include <tyx/TyxCoord3D.h>
+#include <tyx/TyxRational.h>
 #include <tyx/TyxSize3D.h>
 #include <tyx/TyxTiePoint.h>
 #include <tyx/TyxVariant.h>
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <sstream>
 
 namespace {
 
 using tyx::TyxCoord2D;
 using tyx::TyxCoord3D;
+using tyx::TyxRational;
 using tyx::TyxSize3D;
 using tyx::TyxTiePoint;
+using tyx::TyxVariant;
+using I64 = TyxRational<int64_t>;
+using U64 = TyxRational<uint64_t>;
 
 TEST(TyxCoord2DTest, StreamFormsRoundTrip)
 {
@@ -42,23 +49,6 @@ TEST(TyxCoord2DTest, StreamFormsRoundTrip)
     EXPECT_TRUE(tooLarge.isNull());
 }
 
-TEST(TyxCoord2DTest, JoinsTheVariantAsCode21)
-{
-    const tyx::TyxVariant coord(TyxCoord2D<double>(0.5, 0));
-    EXPECT_EQ(coord.type().toEnum(), 21);
-    std::ostringstream form;
-    form << coord;
-    EXPECT_EQ(form.str(), "TyxDblCoord2D,(0.5,0)");
-    EXPECT_TRUE(coord.value<bool>());
-    EXPECT_FALSE(tyx::TyxVariant(TyxCoord2D<double>()).value<bool>());
-    EXPECT_EQ(tyx::TyxVariant(" (3,4) ").value<TyxCoord2D<double>>(), TyxCoord2D<double>(3, 4));
-
-    tyx::TyxVariant read;
-    std::wistringstream in(L"TyxDblCoord2D,(-1.5,2)");
-    in >> read;
-    EXPECT_EQ(read.value<TyxCoord2D<double>>(), TyxCoord2D<double>(-1.5, 2));
-}
-
 TEST(TyxCoord3DTest, StreamFormsRoundTrip)
 {
     EXPECT_EQ(static_cast<tyx::TyxString>(TyxCoord3D<int>(1, -2, 3)), L"(1,-2,3)");
@@ -78,30 +68,53 @@ TEST(TyxCoord3DTest, StreamFormsRoundTrip)
     EXPECT_FALSE(TyxCoord3D<int>(0, 0, 1).isNull());
 }
 
-TEST(TyxCoord3DTest, JoinsTheVariantAsCodes19And20)
+// As a bool a coordinate or size asks whether any field is set (an empty size
+// can be true), a rational whether its numerator is.
+TEST(TyxCoordTest, JoinTheVariantWithTheirCodesAndForms)
 {
-    const tyx::TyxVariant origin(TyxCoord3D<int>(0, 0, 0));
-    EXPECT_EQ(origin.type().toEnum(), 19);
-    EXPECT_FALSE(origin.value<bool>());
-    EXPECT_TRUE(tyx::TyxVariant(TyxCoord3D<int>(0, 0, -1)).value<bool>());
-
-    const tyx::TyxVariant point(TyxCoord3D<double>(0.5, 1, -2));
-    EXPECT_EQ(point.type().toEnum(), 20);
-    std::wostringstream form;
-    form << point << L' ' << origin;
-    EXPECT_EQ(form.str(), L"TyxDblCoord,(0.5,1,-2) TyxI32Coord,(0,0,0)");
-    EXPECT_EQ(point, tyx::TyxVariant("(0.5,1,-2)"));
-
+    const struct {
+        TyxVariant value;
+        int code;
+        const wchar_t *form;
+        bool asBool;
+    } cases[] = {
+        {TyxVariant(TyxCoord2D<double>(0.5, 0)), 21, L"TyxDblCoord2D,(0.5,0)", true},
+        {TyxVariant(TyxCoord2D<double>()), 21, L"TyxDblCoord2D,(0,0)", false},
+        {TyxVariant(TyxCoord3D<int>(0, 0, 0)), 19, L"TyxI32Coord,(0,0,0)", false},
+        {TyxVariant(TyxCoord3D<int>(0, 0, -1)), 19, L"TyxI32Coord,(0,0,-1)", true},
+        {TyxVariant(TyxCoord3D<double>(0.5, 1, -2)), 20, L"TyxDblCoord,(0.5,1,-2)", true},
+        {TyxVariant(TyxSize3D<unsigned int>(0, 5, 5)), 22, L"TyxU32Size,(0,5,5)", true},
+        {TyxVariant(TyxSize3D<unsigned int>()), 22, L"TyxU32Size,(0,0,0)", false},
+        {TyxVariant(I64(1, 4)), 12, L"TyxI64Rational,(1,4)", true},
+        {TyxVariant(I64(0, 5)), 12, L"TyxI64Rational,(0,5)", false},
+        {TyxVariant(U64(3, 0)), 13, L"TyxU64Rational,(3,0)", true},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(tyx::toUTF8(c.form));
+        EXPECT_EQ(c.value.type().toEnum(), c.code);
+        std::wostringstream form;
+        form << c.value;
+        EXPECT_EQ(form.str(), c.form);
+        EXPECT_EQ(c.value.value<bool>(), c.asBool);
+        TyxVariant read;
+        std::wistringstream in(c.form);
+        in >> read;
+        EXPECT_EQ(read.type(), c.value.type());
+        EXPECT_EQ(read, c.value);
+    }
     // Text reads doubles and the integer coordinate truncates them.
-    EXPECT_EQ(tyx::TyxVariant("(1.9,-2.9,3)").value<TyxCoord3D<int>>(), TyxCoord3D<int>(1, -2, 3));
-    EXPECT_EQ(tyx::TyxVariant("(1,2)").value<TyxCoord3D<double>>(), TyxCoord3D<double>());
+    EXPECT_EQ(TyxVariant(" (3,4) ").value<TyxCoord2D<double>>(), TyxCoord2D<double>(3, 4));
+    EXPECT_EQ(TyxVariant("(1.9,-2.9,3)").value<TyxCoord3D<int>>(), TyxCoord3D<int>(1, -2, 3));
+    EXPECT_EQ(TyxVariant("(1,2)").value<TyxCoord3D<double>>(), TyxCoord3D<double>());
+    EXPECT_EQ(TyxVariant("(640,480,3)").value<TyxSize3D<unsigned int>>(),
+              TyxSize3D<unsigned int>(640, 480, 3));
     // No cast to numbers: the target gets its default.
     double number = 7.0;
-    EXPECT_FALSE(point.value(tyx::TyxVariant(0.0).type(), &number));
+    EXPECT_FALSE(cases[4].value.value(TyxVariant(0.0).type(), &number));
     EXPECT_EQ(number, 0.0);
 }
 
-TEST(TyxSize3DTest, VolumeAndEmptiness)
+TEST(TyxSize3DTest, VolumeAndStreamForms)
 {
     const TyxSize3D<unsigned int> empty(0, 5, 5);
     EXPECT_TRUE(empty.isEmpty());
@@ -111,11 +124,7 @@ TEST(TyxSize3DTest, VolumeAndEmptiness)
     EXPECT_EQ(TyxSize3D<double>(0.5, 4.0, 2.0).volume(), 4u);
     EXPECT_EQ(TyxSize3D<double>(-1.0, 4.0, 2.0).volume(), 0u);
     EXPECT_EQ(TyxSize3D<double>(1e10, 1e10, 1e10).volume(), UINT64_MAX);
-}
 
-TEST(TyxSize3DTest, StreamForms)
-{
-    EXPECT_EQ(static_cast<tyx::TyxString>(TyxSize3D<unsigned int>(640, 480, 3)), L"(640,480,3)");
     TyxSize3D<unsigned int> read;
     std::wistringstream wide(L"(640.7,480,3)");
     wide >> read;
@@ -126,36 +135,19 @@ TEST(TyxSize3DTest, StreamForms)
     EXPECT_EQ(read, TyxSize3D<unsigned int>());
 }
 
-TEST(TyxSize3DTest, JoinsTheVariantAsCode22)
+TEST(TyxTiePointTest, OrderAndStreamFormsRoundTrip)
 {
-    const tyx::TyxVariant size(TyxSize3D<unsigned int>(0, 5, 5));
-    EXPECT_EQ(size.type().toEnum(), 22);
-    std::wostringstream form;
-    form << size;
-    EXPECT_EQ(form.str(), L"TyxU32Size,(0,5,5)");
-    // As a bool a size asks whether any field is set, not whether it is empty.
-    EXPECT_TRUE(size.value<bool>());
-    EXPECT_FALSE(tyx::TyxVariant(TyxSize3D<unsigned int>()).value<bool>());
-    EXPECT_EQ(tyx::TyxVariant("(640,480,3)").value<TyxSize3D<unsigned int>>(),
-              TyxSize3D<unsigned int>(640, 480, 3));
-}
-
-TEST(TyxTiePointTest, OrdersByUThenVThenXThenY)
-{
+    // By u, then v, then x, then y.
     EXPECT_LT(TyxTiePoint(1, 2, 3, 4), TyxTiePoint(1, 2, 3, 5));
     EXPECT_LT(TyxTiePoint(1, 2, 9, 9), TyxTiePoint(1, 3, 0, 0));
     EXPECT_LT(TyxTiePoint(0, 9, 9, 9), TyxTiePoint(1, 0, 0, 0));
     EXPECT_FALSE(TyxTiePoint(1, 2, 3, 4) < TyxTiePoint(1, 2, 3, 4));
-}
 
-TEST(TyxTiePointTest, StreamFormsRoundTrip)
-{
     const TyxTiePoint point(1.5, 2, -3, 4.25);
     EXPECT_EQ(static_cast<tyx::TyxString>(point), L"((1.5,2),(-3,4.25))");
     std::ostringstream narrow;
     narrow << point;
     EXPECT_EQ(narrow.str(), "((1.5,2),(-3,4.25))");
-
     TyxTiePoint read;
     std::istringstream in(narrow.str());
     in >> read;
@@ -166,6 +158,53 @@ TEST(TyxTiePointTest, StreamFormsRoundTrip)
     EXPECT_TRUE(broken.fail());
     EXPECT_TRUE(read.isNull());
     EXPECT_FALSE(TyxTiePoint(0, 0, 1, 0).isNull());
+}
+
+TEST(TyxRationalTest, TextFormsOfTheFourWidths)
+{
+    EXPECT_EQ(static_cast<tyx::TyxString>(TyxRational<int>(-3, 4)), L"(-3,4)");
+    EXPECT_EQ(static_cast<tyx::TyxString>(I64(INT64_MIN, -1)), L"(-9223372036854775808,-1)");
+    std::ostringstream narrow;
+    narrow << U64(UINT64_MAX, 2);
+    EXPECT_EQ(narrow.str(), "(18446744073709551615,2)");
+    // Kept as given: not reduced, a zero denominator allowed.
+    EXPECT_EQ(TyxRational<int>(), TyxRational<int>(0, 1));
+    EXPECT_NE(TyxRational<int>(1, 2), TyxRational<int>(2, 4));
+    EXPECT_EQ(TyxRational<int>(3, 0).denominator(), 0);
+    // Reading does not examine the separators.
+    I64 value;
+    std::wistringstream wide(L"[10;-20]");
+    wide >> value;
+    EXPECT_EQ(value, I64(10, -20));
+    std::istringstream spaced(" ( 5 , 6 ) ");
+    TyxRational<unsigned int> unsignedValue;
+    spaced >> unsignedValue;
+    EXPECT_EQ(unsignedValue, TyxRational<unsigned int>(5, 6));
+    std::wistringstream broken(L"(1,x)");
+    broken >> value;
+    EXPECT_TRUE(broken.fail());
+    EXPECT_EQ(value, I64(0, 0));
+}
+
+TEST(TyxRationalTest, CastsToAndFromNumbers)
+{
+    const TyxVariant quarter(I64(1, 4));
+    EXPECT_TRUE(quarter.isNumeric());
+    EXPECT_EQ(quarter.value<double>(), 0.25);
+    EXPECT_EQ(TyxVariant(I64(7, 2)).value<int>(), 3);
+    EXPECT_EQ(TyxVariant(I64(-7, 2)).value<unsigned char>(), 253);
+    EXPECT_EQ(TyxVariant(I64(1, 0)).value<double>(), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(quarter.value<std::complex<double>>(), std::complex<double>(0.25, 0.0));
+    // Between the two rationals each part converts as the language does.
+    EXPECT_EQ(TyxVariant(I64(-1, 2)).value<U64>(), U64(UINT64_MAX, 2));
+
+    EXPECT_EQ(TyxVariant(42).value<I64>(), I64(42, 1));
+    EXPECT_EQ(TyxVariant(-3).value<U64>(), U64(UINT64_MAX - 2, 1));
+    EXPECT_EQ(TyxVariant(0.75).value<I64>(), I64(3, 4));
+    EXPECT_EQ(TyxVariant(std::complex<double>(-0.5, 9.0)).value<I64>(), I64(-1, 2));
+    const I64 tenth = TyxVariant(0.1).value<I64>();
+    EXPECT_LT(tenth.denominator(), 65535);
+    EXPECT_NEAR(static_cast<double>(tenth.numerator()) / static_cast<double>(tenth.denominator()), 0.1, 1e-9);
 }
 
 } // namespace

@@ -57,9 +57,17 @@ TEST(TyxVariantTest, ConstructorsGiveTheirCodes)
         EXPECT_EQ(c.variant.impl().className(), tyx::fromUTF8(c.className));
     }
     EXPECT_EQ(TyxVariant(1.0).typeName(), L"Double");
+    EXPECT_EQ(TyxVariant::typeFromName(L"bool"), TyxMetaType::Bool);
+    EXPECT_EQ(TyxVariant::typeFromName(L"Bool"), TyxMetaType::Invalid);
+    // By code and a pointer to the value.
+    const double value = 4.25;
+    const TyxVariant made(TyxMetaType::Double, &value);
+    EXPECT_EQ(made.value<double>(), 4.25);
+    EXPECT_EQ(TyxVariant(TyxMetaType::Int, nullptr).value<int>(), 0);
+    EXPECT_FALSE(TyxVariant(TyxMetaType::Invalid, &value).isValid());
 }
 
-TEST(TyxVariantTest, InvalidVariant)
+TEST(TyxVariantTest, InvalidVariantAndItsFormReadBackAsText)
 {
     const TyxVariant a;
     EXPECT_FALSE(a.isValid());
@@ -70,12 +78,8 @@ TEST(TyxVariantTest, InvalidVariant)
     EXPECT_EQ(d, 0.0);
     EXPECT_TRUE(a.value(TyxMetaType::Invalid, &d));
     EXPECT_EQ(wideText(a), L", ");
-}
-
-TEST(TyxVariantTest, TypeTextWithoutPrototypeReadsAsText)
-{
-    // The invalid variant's form ", " names no type with a prototype, so it
-    // reads back as a string variant holding empty text.
+    // ", " names no type with a prototype, so it reads back as a string
+    // variant holding empty text.
     const struct {
         const wchar_t *text;
         const wchar_t *value;
@@ -83,22 +87,20 @@ TEST(TyxVariantTest, TypeTextWithoutPrototypeReadsAsText)
         {L", ", L""}, {L",", L""}, {L"  ,  ", L""}, {L", abc", L"abc"}, {L"NoSuchType,abc", L"abc"},
     };
     for (const auto &c : cases) {
+        SCOPED_TRACE(tyx::toUTF8(c.text));
         bool failed = true;
         const TyxVariant read = readWide(c.text, &failed);
-        EXPECT_FALSE(failed) << tyx::toUTF8(c.text);
-        EXPECT_EQ(read.type(), TyxMetaType::String) << tyx::toUTF8(c.text);
-        EXPECT_EQ(read.value<TyxString>(), c.value) << tyx::toUTF8(c.text);
+        EXPECT_FALSE(failed);
+        EXPECT_EQ(read.type(), TyxMetaType::String);
+        EXPECT_EQ(read.value<TyxString>(), c.value);
     }
 }
 
 TEST(TyxVariantTest, ValueConvertsOrGivesTheDefault)
 {
-    EXPECT_EQ(TyxVariant("gr\xc3\xbc\xc3\x9f").value<TyxString>(), L"gr\u00fc\u00df");
     // A char of -1 widens with its sign: all bits set.
     EXPECT_EQ(TyxVariant(static_cast<char>(-1)).value<wchar_t>(), static_cast<wchar_t>(-1));
     EXPECT_EQ(TyxVariant(L"h\u00e9").value<std::string>(), "h\xc3\xa9");
-    EXPECT_EQ(TyxVariant("xyz").value<char>(), 'x');
-    EXPECT_EQ(TyxVariant(L"12.5").value<int>(), 12);
     double d = 7.0;
     EXPECT_FALSE(TyxVariant(L"abc").value(TyxMetaType::Double, &d));
     EXPECT_EQ(d, 0.0);
@@ -173,7 +175,7 @@ TEST(TyxVariantTest, StreamFormsReadBack)
         {TyxVariant(TyxVariantPair(L"key", TyxVariant(1.5))), L"TyxKeyValuePair,key,Double,1.5"},
     };
     // The invalid variant's form reads back as text: see
-    // TypeTextWithoutPrototypeReadsAsText.
+    // InvalidVariantAndItsFormReadBackAsText.
     for (const Case &c : cases) {
         SCOPED_TRACE(tyx::toUTF8(c.text));
         EXPECT_EQ(wideText(c.variant), c.text);
@@ -236,18 +238,6 @@ TEST(TyxVariantTest, MalformedInputFailsTheStream)
         EXPECT_TRUE(failed) << tyx::toUTF8(c.text);
         EXPECT_EQ(v.type(), c.code) << tyx::toUTF8(c.text);
     }
-}
-
-TEST(TyxVariantTest, Registry)
-{
-    EXPECT_EQ(TyxVariant::typeFromName(L"bool"), TyxMetaType::Bool);
-    EXPECT_EQ(TyxVariant::typeFromName(L"Bool"), TyxMetaType::Invalid);
-
-    const double value = 4.25;
-    const TyxVariant made(TyxMetaType::Double, &value);
-    EXPECT_EQ(made.value<double>(), 4.25);
-    EXPECT_EQ(TyxVariant(TyxMetaType::Int, nullptr).value<int>(), 0);
-    EXPECT_FALSE(TyxVariant(TyxMetaType::Invalid, &value).isValid());
 }
 
 // A type from outside the library, given a code at run time.
