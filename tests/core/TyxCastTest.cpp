@@ -37,7 +37,7 @@ void expectCast(const From &from, const To &expected, bool expectedOk = true)
     EXPECT_EQ(ok, expectedOk) << ::testing::PrintToString(from);
 }
 
-TEST(TyxCastTest, TextOfDoubles)
+TEST(TyxCastTest, TextOfNumbers)
 {
     struct Case {
         double value;
@@ -56,6 +56,10 @@ TEST(TyxCastTest, TextOfDoubles)
     for (const Case &c : cases)
         EXPECT_EQ((castTo<double, TyxString>(c.value)), c.text) << c.value;
     EXPECT_EQ((castTo<float, TyxString>(3.0f)), L"3.0");
+    EXPECT_EQ((castTo<int64_t, TyxString>(INT64_MIN)), L"-9223372036854775808");
+    EXPECT_EQ((castTo<uint64_t, TyxString>(UINT64_MAX)), L"18446744073709551615");
+    EXPECT_EQ((castTo<char, TyxString>('A')), L"A");
+    EXPECT_EQ((castTo<wchar_t, TyxString>(L'\u00e9')), L"\u00e9");
 }
 
 TEST(TyxCastTest, TextToIntegers)
@@ -66,10 +70,9 @@ TEST(TyxCastTest, TextToIntegers)
         bool ok;
     };
     const Case cases[] = {
-        {L"42", 42, true},        {L"", 0, false},      {L"   ", 0, false},  {L"5.7", 5, true},
-        {L"-5.7", -5, true},      {L"abc", 0, false},   {L"0012", 12, true}, {L"-12", -12, true},
-        {L"12abc", 12, false},    {L"1e3", 1000, true}, {L"-", 0, false},    {L"nan", INT32_MIN, true},
-        {L"4294967297", 1, true},
+        {L"42", 42, true},   {L"", 0, false},           {L"   ", 0, false},       {L"5.7", 5, true},
+        {L"-5.7", -5, true}, {L"abc", 0, false},        {L"12abc", 12, false},    {L"1e3", 1000, true},
+        {L"-", 0, false},    {L"nan", INT32_MIN, true}, {L"4294967297", 1, true},
     };
     for (const Case &c : cases)
         expectCast<TyxString, int>(c.text, c.value, c.ok);
@@ -106,27 +109,12 @@ TEST(TyxCastTest, BoolWords)
     EXPECT_EQ((castTo<bool, TyxString>(false)), L"false");
 }
 
-TEST(TyxCastTest, IntegersToText)
+// Reals out of an integer's range get defined results.
+TEST(TyxCastTest, RealsToIntegers)
 {
-    EXPECT_EQ((castTo<int, TyxString>(-123)), L"-123");
-    EXPECT_EQ((castTo<int64_t, TyxString>(INT64_MIN)), L"-9223372036854775808");
-    EXPECT_EQ((castTo<uint64_t, TyxString>(UINT64_MAX)), L"18446744073709551615");
-    EXPECT_EQ((castTo<char, TyxString>('A')), L"A");
-    EXPECT_EQ((castTo<wchar_t, TyxString>(L'\u00e9')), L"\u00e9");
-}
-
-TEST(TyxCastTest, WrappingAndTruncation)
-{
-    EXPECT_EQ((castTo<int, unsigned char>(300)), 44);
     EXPECT_EQ((castTo<double, unsigned char>(300.7)), 44);
-    EXPECT_EQ((castTo<double, int>(-2.9)), -2);
     EXPECT_EQ((castTo<double, short>(70000.5)), 4464);
     EXPECT_EQ((castTo<double, int>(1e10)), INT32_MIN);
-    EXPECT_EQ((castTo<int64_t, double>(INT64_C(1) << 53)), 9007199254740992.0);
-}
-
-TEST(TyxCastTest, DoubleToUInt64)
-{
     const double twoTo63 = 9223372036854775808.0;
     EXPECT_EQ((castTo<double, uint64_t>(12.9)), 12u);
     EXPECT_EQ((castTo<double, uint64_t>(twoTo63)), UINT64_C(1) << 63);
@@ -142,9 +130,6 @@ TEST(TyxCastTest, ComplexValues)
     EXPECT_EQ((castTo<std::complex<double>, double>({0.0, 2.0})), 0.0);
     EXPECT_TRUE((castTo<std::complex<double>, bool>({0.0, 2.0})));
     EXPECT_EQ((castTo<std::complex<double>, int>({7.9, 1.0})), 7);
-    EXPECT_EQ((castTo<int, std::complex<double>>(3)), std::complex<double>(3.0, 0.0));
-    EXPECT_EQ((castTo<std::complex<float>, std::complex<double>>({1.5f, -2.0f})),
-              std::complex<double>(1.5, -2.0));
     EXPECT_EQ((castTo<std::complex<double>, TyxString>({1.5, -2.0})), L"(1.5,-2)");
     using Complex = std::complex<double>;
     expectCast<TyxString, Complex>(L"(1.5,-2)", {1.5, -2.0});

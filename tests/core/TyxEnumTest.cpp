@@ -19,7 +19,7 @@ TyxEnum colours()
     return TyxEnum(items, 3);
 }
 
-TEST(TyxEnumTest, InsertDropsTakenValuesAndNames)
+TEST(TyxEnumTest, InsertDropsTakenValuesAndNamesAndLookUpsIgnoreCase)
 {
     TyxEnum e = colours();
     e.insert({1, L"Crimson"});
@@ -29,11 +29,6 @@ TEST(TyxEnumTest, InsertDropsTakenValuesAndNames)
     EXPECT_EQ(e.toString(1), L"Red");
     EXPECT_FALSE(e.isValid(9));
     EXPECT_EQ(e.allKeys(), (std::vector<TyxString>{L"Green", L"Red", L"Blue", L"Cyan"}));
-}
-
-TEST(TyxEnumTest, LookUps)
-{
-    const TyxEnum e = colours();
     EXPECT_EQ(e.fromString(L"red"), 1);
     EXPECT_EQ(e.fromString(L"Purple"), TyxEnum::INVALID_ENUM());
     EXPECT_EQ(e.toString(7), L"");

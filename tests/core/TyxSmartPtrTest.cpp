@@ -40,7 +40,6 @@ static_assert(!std::is_convertible_v<TyxSmartPtr<const Node>, TyxSmartPtr<Node>>
 TEST(TyxRefCountedTest, CountFollowsOwnersAndCopiesStartAtZero)
 {
     int destroyed = 0;
-    EXPECT_FALSE(TyxSmartPtr<Node>());
     auto *object = new Node(&destroyed);
     EXPECT_EQ(object->refCount(), 0);
     EXPECT_FALSE(object->hasMultipleRefs());
@@ -61,20 +60,17 @@ TEST(TyxRefCountedTest, CountFollowsOwnersAndCopiesStartAtZero)
     EXPECT_EQ(destroyed, 1);
     constant = nullptr;
     EXPECT_EQ(destroyed, 2);
+
+    // removeRef signals when the count falls below two, even below zero.
+    Node local(&destroyed);
+    local.addRef();
+    local.addRef();
+    EXPECT_FALSE(local.removeRef()); // 2 -> 1
+    EXPECT_TRUE(local.removeRef());  // 1 -> 0
+    EXPECT_TRUE(local.removeRef());  // 0 -> -1
 }
 
-TEST(TyxRefCountedTest, RemoveRefSignalsBelowTwo)
-{
-    int destroyed = 0;
-    Node object(&destroyed);
-    object.addRef();
-    object.addRef();
-    EXPECT_FALSE(object.removeRef()); // 2 -> 1
-    EXPECT_TRUE(object.removeRef());  // 1 -> 0
-    EXPECT_TRUE(object.removeRef());  // 0 -> -1 still signals
-}
-
-TEST(TyxSmartPtrTest, SelfAssignmentKeepsTheCount)
+TEST(TyxSmartPtrTest, SelfAssignmentKeepsTheCountAndOtherReleasesFirst)
 {
     int destroyed = 0;
     TyxSmartPtr<Node> p(new Node(&destroyed));
@@ -87,12 +83,9 @@ TEST(TyxSmartPtrTest, SelfAssignmentKeepsTheCount)
     p = p.get();
     EXPECT_EQ(p->refCount(), 2);
     EXPECT_EQ(destroyed, 0);
-}
 
-TEST(TyxSmartPtrTest, AssignmentReleasesTheOldObjectFirst)
-{
-    int destroyed = 0;
-    TyxSmartPtr<Node> p(new Node(&destroyed));
+    // Assignment releases the old object first.
+    other = nullptr;
     p = new Node(&destroyed);
     EXPECT_EQ(destroyed, 1);
     p = nullptr;
@@ -107,10 +100,14 @@ TEST(TyxSmartPtrTest, AssignmentReleasesTheOldObjectFirst)
     EXPECT_EQ(head->refCount(), 2);
 }
 
-TEST(TyxAutoPtrTest, CopiesDestroyThePointeeOnce)
+TEST(TyxAutoPtrTest, CopiesDestroyThePointeeOnceAndNoDeleteOnlyBorrows)
 {
     int destroyed = 0;
+    Tracked local(&destroyed);
     {
+        TyxAutoPtr<Tracked> borrowed(&local, TyxNoDelete());
+        TyxAutoPtr<Tracked> copy(borrowed);
+        EXPECT_EQ(copy.get(), &local);
         TyxAutoPtr<Tracked> a(new Tracked(&destroyed));
         TyxAutoPtr<Tracked> b(a);
         TyxAutoPtr<Tracked> c;
@@ -123,18 +120,6 @@ TEST(TyxAutoPtrTest, CopiesDestroyThePointeeOnce)
         const TyxAutoPtr<const Tracked> constant(new Tracked(&destroyed));
     }
     EXPECT_EQ(destroyed, 2);
-}
-
-TEST(TyxAutoPtrTest, NoDeleteOnlyBorrows)
-{
-    int destroyed = 0;
-    Tracked local(&destroyed);
-    {
-        TyxAutoPtr<Tracked> borrowed(&local, TyxNoDelete());
-        TyxAutoPtr<Tracked> copy(borrowed);
-        EXPECT_EQ(copy.get(), &local);
-    }
-    EXPECT_EQ(destroyed, 0);
 }
 
 } // namespace

@@ -9,7 +9,7 @@ namespace {
 
 using namespace tyx;
 
-TEST(TyxStrListTest, FindReturnsLastMatch)
+TEST(TyxStrListTest, FindReturnsLastMatchInsertAppendsOutOfRangeRemoveTakesEveryMatch)
 {
     const TyxStrList list{L"a", L"B", L"a"};
     EXPECT_EQ(list.find(L"a", false), 2u);
@@ -17,24 +17,20 @@ TEST(TyxStrListTest, FindReturnsLastMatch)
     EXPECT_EQ(list.find(L"b", true), 1u);
     EXPECT_TRUE(list.contains(L"A", true));
     EXPECT_FALSE(list.contains(L"A", false));
+
+    TyxStrList grown;
+    grown.insert(5, L"b");
+    EXPECT_EQ(grown.capacity(), 10u);
+    grown.insert(0, L"a");
+    grown.insert(2, L"c");
+    EXPECT_EQ(grown, (TyxStrList{L"a", L"b", L"c"}));
+    grown.insert(0, L"b");
+    grown.insert(0, L"B");
+    grown.remove(L"b");
+    EXPECT_EQ(grown, (TyxStrList{L"B", L"a", L"c"}));
 }
 
-TEST(TyxStrListTest, InsertGrowsAndAppendsOutOfRangeAndRemoveTakesEveryMatch)
-{
-    TyxStrList list;
-    list.insert(5, L"b");
-    EXPECT_EQ(list.capacity(), 10u);
-    list.insert(0, L"a");
-    list.insert(2, L"c");
-    EXPECT_EQ(list, (TyxStrList{L"a", L"b", L"c"}));
-    // Remove takes every exact match.
-    list.insert(0, L"b");
-    list.insert(0, L"B");
-    list.remove(L"b");
-    EXPECT_EQ(list, (TyxStrList{L"B", L"a", L"c"}));
-}
-
-TEST(TyxStrListTest, SortByUnitOrLoweredText)
+TEST(TyxStrListTest, SortByUnitOrLoweredTextJoinAndTextForm)
 {
     TyxStrList list{L"b", L"C", L"a"};
     list.sort(false, false);
@@ -43,14 +39,9 @@ TEST(TyxStrListTest, SortByUnitOrLoweredText)
     EXPECT_EQ(list, (TyxStrList{L"a", L"b", L"C"}));
     list.sort(true, true);
     EXPECT_EQ(list, (TyxStrList{L"C", L"b", L"a"}));
-}
 
-TEST(TyxStrListTest, JoinAndTextForm)
-{
-    const TyxStrList list{L"a", L"b"};
-    EXPECT_EQ(list.toString(L" + "), L"a + b");
-    EXPECT_EQ(static_cast<TyxString>(list), L"(a,b)");
-    EXPECT_EQ(TyxStrList(L"(a,b)", L",", false), list);
+    EXPECT_EQ(list.toString(L" + "), L"C + b + a");
+    EXPECT_EQ(static_cast<TyxString>(list), L"(C,b,a)");
     EXPECT_EQ(TyxStrList(L"a,,b", L",", true).size(), 3u);
     EXPECT_EQ(TyxStrList().toString(L","), L"");
     EXPECT_EQ(static_cast<TyxString>(TyxStrList()), L"");

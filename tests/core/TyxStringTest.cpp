@@ -47,22 +47,16 @@ TEST(TyxStringTest, MalformedUtf8WidensEachByteWithItsSign)
     EXPECT_EQ(static_cast<uint32_t>(TyxString("\xFF")[0]), 0xFFFFFFFFu);
 }
 
-TEST(TyxStringTest, NonScalarValuesFallBackToLowBytes)
-{
-    std::wstring surrogate = L"ab";
-    surrogate += static_cast<wchar_t>(0xD800);
-    EXPECT_EQ(toUTF8(surrogate), std::string("ab\x00", 3));
-    std::wstring beyond = L"\u00E9";
-    beyond += static_cast<wchar_t>(0x110041);
-    EXPECT_EQ(toUTF8(beyond), std::string("\xE9\x41"));
-}
-
-TEST(TyxStringTest, Utf8EncodingStopsAtAnEmbeddedTerminator)
+// A unit that is not a Unicode scalar value sends the whole text to the
+// low-byte fallback; encoding stops at an embedded terminator.
+TEST(TyxStringTest, Utf8EncodingOfNonScalarsAndEmbeddedTerminators)
 {
     const struct {
         std::wstring wide;
         std::string utf8;
     } cases[] = {
+        {std::wstring(L"ab\xD800", 3), std::string("ab\x00", 3)},
+        {std::wstring(L"\u00E9\x110041", 2), "\xE9\x41"},
         {std::wstring(L"a\0b", 3), "a"},
         {std::wstring(L"\u00E9\0\xD800", 3), "\xC3\xA9"},
         {std::wstring(L"a\xD841\0\u00E9", 4), "aA"},
@@ -104,14 +98,6 @@ TEST(TyxStringTest, MultibyteFollowsTheCurrentLocale)
     EXPECT_EQ(std::wstring(wide), L"ab");
 }
 
-TEST(TyxStringTest, TrimKeepsAllBlankText)
-{
-    EXPECT_EQ(trim(L"   "), L"   ");
-    EXPECT_EQ(trim(L"  a "), L"a");
-    EXPECT_EQ(trim(L"\t\r\n a b \n"), L"a b");
-    EXPECT_EQ(trim(L"\u3000a\u3000"), L"\u3000a\u3000"); // only the four blanks count
-}
-
 TEST(TyxStringTest, SplitterCases)
 {
     const struct {
@@ -129,30 +115,34 @@ TEST(TyxStringTest, SplitterCases)
         {L"((a,b))", L",", false, {L"a", L"b"}},
         {L"(a),(b)", L",", false, {L"a)", L"(b"}},
         {L",,,", L",", false, {}},
+        // A delimiter at or above 256 moves the splitter off its table.
+        {L"a\u2192b,,c\u2192", L",\u2192", false, {L"a", L"b", L"c"}},
+        {L"a\u2192b,,c\u2192", L",\u2192", true, {L"a", L"b", L"", L"c", L""}},
+        {L"x\U0001F600y", L"\U0001F600", false, {L"x", L"y"}},
+        // Units above 255 never match a table of small delimiters.
+        {L"a\u012Cb", L",", false, {L"a\u012Cb"}},
     };
     for (const auto &c : cases)
         EXPECT_EQ(splitStr(c.text, c.delimiters, c.keepEmpty), c.expected) << std::wstring(c.text);
 }
 
-TEST(TyxStringTest, SplitterAgreesOnBothRoads)
+TEST(TyxStringTest, TrimCaseRulesAndComparisons)
 {
-    // A delimiter at or above 256 moves the splitter off its table.
-    const TyxString text = L"a\u2192b,,c\u2192";
-    EXPECT_EQ(splitStr(text, L",\u2192", false), (Parts{L"a", L"b", L"c"}));
-    EXPECT_EQ(splitStr(text, L",\u2192", true), (Parts{L"a", L"b", L"", L"c", L""}));
-    EXPECT_EQ(splitStr(L"x\U0001F600y", L"\U0001F600", false), (Parts{L"x", L"y"}));
-    // Units above 255 never match a table of small delimiters.
-    EXPECT_EQ(splitStr(L"a\u012Cb", L",", false), (Parts{L"a\u012Cb"}));
-}
-
-TEST(TyxStringTest, CaseRulesDifferOnPurpose)
-{
+    EXPECT_EQ(trim(L"   "), L"   ");
+    EXPECT_EQ(trim(L"  a "), L"a");
+    EXPECT_EQ(trim(L"\t\r\n a b \n"), L"a b");
+    EXPECT_EQ(trim(L"\u3000a\u3000"), L"\u3000a\u3000"); // only the four blanks count
     EXPECT_EQ(toLower(TyxString(L"ABC\u00C9")), L"abc\u00C9");
     EXPECT_TRUE(isEqual(L"abc", L"ABC"));
     EXPECT_FALSE(isEqual(L"abc", L"abcd"));
     EXPECT_TRUE(containsSubstring(L"ABC", L"b", false));
     EXPECT_FALSE(containsSubstring(L"ABC", L"b", true));
     EXPECT_TRUE(containsSubstring(L"", L"", true));
+    EXPECT_EQ(tyx::strcmp("a", "z"), -1);
+    EXPECT_EQ(tyx::strcmp(L"a", L"\u00FF"), -1);
+    const wchar_t high[] = {static_cast<wchar_t>(0x80000000), 0};
+    EXPECT_EQ(tyx::strcmp(high, L"a"), 1); // unsigned comparison
+    EXPECT_EQ(tyx::stricmp(L"ABC", L"abc"), 0);
 }
 
 TEST(TyxStringTest, ApproximateByContinuedFractions)
@@ -173,15 +163,6 @@ TEST(TyxStringTest, ApproximateByContinuedFractions)
         EXPECT_EQ(n, c.numerator) << c.value;
         EXPECT_EQ(d, c.denominator) << c.value;
     }
-}
-
-TEST(TyxStringTest, CStyleFunctions)
-{
-    EXPECT_EQ(tyx::strcmp("a", "z"), -1);
-    EXPECT_EQ(tyx::strcmp(L"a", L"\u00FF"), -1);
-    const wchar_t high[] = {static_cast<wchar_t>(0x80000000), 0};
-    EXPECT_EQ(tyx::strcmp(high, L"a"), 1); // unsigned comparison
-    EXPECT_EQ(tyx::stricmp(L"ABC", L"abc"), 0);
 }
 
 TEST(TyxStringTest, WideSprintfStopsAtItsWorkArea)
