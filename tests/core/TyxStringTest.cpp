@@ -91,6 +91,7 @@ TEST(TyxStringTest, MultibyteFollowsTheCurrentLocale)
     // The "C" locale is ASCII only: anything beyond fails and gives empty text.
     std::setlocale(LC_CTYPE, "C");
     EXPECT_EQ(toMultibyte(L"\u00E9"), "");
+    // The counts include the terminator.
     char narrow[4];
     EXPECT_EQ(tyx::wcstombs(narrow, L"ab", sizeof narrow), 3u);
     wchar_t wide[4];

