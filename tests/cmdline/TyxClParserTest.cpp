@@ -7,7 +7,6 @@
 #include <tyx/TyxClSwitchArg.h>
 #include <tyx/TyxClUnlabeledArg.h>
 #include <tyx/TyxClValueArg.h>
-#include <tyx/TyxNumValidator.h>
 
 #include "TyxClTestOutput.h"
 
@@ -37,19 +36,13 @@ struct ErrorCase {
     const wchar_t *message;
 };
 
-TEST(TyxClParserTest, ErrorMessages)
+// The example's command runs show the other messages; here each error is
+// followed by a reset and a good line on the same parser.
+TEST(TyxClParserTest, ErrorMessagesAndResetAfterThem)
 {
     const ErrorCase cases[] = {
         {{}, L"Required argument missing: input"},
-        {{L"-i"}, L"Missing a value for this argument: -i <path>,  --input <path>"},
-        {{L"-i", L"a", L"-n", L"many"},
-         L"Couldn't read argument value from string 'many': -n <count>,  --number <count>"},
-        {{L"-i", L"a", L"-n", L"12"},
-         L"Value '12' does not meet constraint: -n <count>,  --number <count> "
-         L"(The value of '12' is not within [1, 10].)"},
-        {{L"-i", L"a", L"-z"}, L"Couldn't find match for argument: -z"},
         {{L"-i", L"a", L"-i", L"b"}, L"Argument already set: -i <path>,  --input <path>"},
-        {{L"-i", L"a", L"-x", L"-y"}, L"Mutually exclusive argument already set: -y,  --yes"},
         {{L"-i", L"a", L"-xy"}, L"Mutually exclusive argument already set: -y,  --yes"},
     };
     for (const ErrorCase &c : cases) {
@@ -57,32 +50,18 @@ TEST(TyxClParserTest, ErrorMessages)
         TyxClValueArg *input =
             new TyxClValueArg(prop(L'i', L"input", L"path", TyxMetaType::String, TyxMetaFlag::Required));
         f.parser.add(input);
-        TyxMetaProperty number = prop(L'n', L"number", L"count", TyxMetaType::Int);
-        const TyxNumValidator<int32_t> oneToTen(0x05, 1, 10);
-        number.setValidator(&oneToTen);
-        f.parser.add(new TyxClValueArg(number, TyxVariant(int32_t(5))));
-        f.parser.add(new TyxClSwitchArg(prop(L'q', L"quiet")));
         f.parser.xorAdd(new TyxClSwitchArg(prop(L'x', L"xes")), new TyxClSwitchArg(prop(L'y', L"yes")));
         const TyxString message = f.run(c.args);
         EXPECT_EQ(message, c.message);
         EXPECT_NE(f.output->text().find(L"PARSE ERROR: " + TyxString(c.message) + L"\n"), TyxString::npos);
         EXPECT_EQ(f.output->exits(), 0);
-        // After a reset the same parser takes a good line.
         f.parser.reset();
-        EXPECT_EQ(f.run({L"-i", L"in", L"-n", L"7"}), L"");
+        EXPECT_EQ(f.run({L"-i", L"in", L"-y"}), L"");
         EXPECT_EQ(input->variant().value<TyxString>(), L"in");
     }
 }
 
-TEST(TyxClParserTest, ErrorsAreThrownWithoutExceptionHandling)
-{
-    Fixture f;
-    f.parser.setExceptionHandling(false);
-    EXPECT_THROW(f.run({L"-z"}), TyxTextMsg);
-    EXPECT_EQ(f.output->text(), L"");
-}
-
-TEST(TyxClParserTest, AddRejectsClashesAndLateUnlabeled)
+TEST(TyxClParserTest, AddRejectsClashesAndLateUnlabeledAndParseThrowsWithoutHandling)
 {
     Fixture f;
     EXPECT_EQ(thrownText([&] { f.parser.add(new TyxClSwitchArg(prop(L'k', L"help"))); }),
@@ -92,6 +71,10 @@ TEST(TyxClParserTest, AddRejectsClashesAndLateUnlabeled)
     f.parser.add(new TyxClUnlabeledArg(prop(0, L"first", L"one")));
     EXPECT_EQ(thrownText([&] { f.parser.add(new TyxClUnlabeledArg(prop(0, L"second", L"two"))); }),
               L"No more unlabeled arguments are allowed following an optional unlabeled arg: <two>");
+    // Without exception handling parse errors are thrown, not written.
+    f.parser.setExceptionHandling(false);
+    EXPECT_THROW(f.run({L"a", L"b"}), TyxTextMsg);
+    EXPECT_EQ(f.output->text(), L"");
 }
 
 TEST(TyxClParserTest, CombinedSwitchesSetEveryLetter)
@@ -148,21 +131,6 @@ TEST(TyxClParserTest, ValuesWithDelimiter)
     EXPECT_EQ(f.run({L"-s="}), L"Couldn't find delimiter for this argument: -s=<n>,  --size=<n>");
 }
 
-TEST(TyxClParserTest, NarrowEntryDecodesUtf8)
-{
-    Fixture f;
-    TyxClValueArg *name = new TyxClValueArg(prop(L'n', L"name"));
-    TyxClUnlabeledArg *file =
-        new TyxClUnlabeledArg(prop(0, L"file", TyxString(), TyxMetaType::String, TyxMetaFlag::Required));
-    f.parser.add(name);
-    f.parser.add(file);
-    const char *argv[] = {"prög", "-n", "Zürich", "Ωmega.tif"};
-    EXPECT_TRUE(f.parser.parse(4, argv).isEmpty());
-    EXPECT_EQ(f.parser.progName(), L"pr\u00f6g");
-    EXPECT_EQ(name->variant().value<TyxString>(), L"Z\u00fcrich");
-    EXPECT_EQ(file->variant().value<TyxString>(), L"\u03a9mega.tif");
-}
-
 TEST(TyxClParserTest, ExclusiveGroupsRequiredOrOptional)
 {
     Fixture f;
@@ -178,9 +146,6 @@ TEST(TyxClParserTest, ExclusiveGroupsRequiredOrOptional)
     EXPECT_TRUE(a->isXorSet());
     EXPECT_FALSE(a->isValueSet());
     EXPECT_EQ(list->values().size(), 2u);
-    f.parser.reset();
-    EXPECT_EQ(f.run({L"-a", L"1", L"-b", L"2"}),
-              L"Mutually exclusive argument already set: -b <beta>,  --beta <beta>");
     f.parser.reset();
     EXPECT_EQ(
         f.run({L"-b", L"x", L"-n", L"-l", L"1"}),
