@@ -66,8 +66,7 @@ TEST(TyxClStdOutputTest, UsageText)
                                L"   Copies the bands of one image into another, converting the samples on\n"
                                L"   the way.\n"
                                L"\n";
-    const TyxString got = e.run({L"--help"});
-    EXPECT_EQ(got, expected);
+    EXPECT_EQ(e.run({L"--help"}), expected);
 }
 
 TEST(TyxClStdOutputTest, FailureTextsWithAndWithoutHelp)

@@ -34,20 +34,14 @@ inline TyxString thrownText(const std::function<void()> &action)
 class RecordingOutput : public TyxClStdOutput {
 public:
     RecordingOutput() : TyxClStdOutput(m_text) {}
-    void exitProgram(int status) const override
-    {
-        ++m_exits;
-        m_status = status;
-    }
+    void exitProgram(int) const override { ++m_exits; }
     TyxString text() const { return m_text.str(); }
     void clear() { m_text.str(std::wstring()); }
     int exits() const { return m_exits; }
-    int status() const { return m_status; }
 
 private:
     mutable std::wostringstream m_text;
     mutable int m_exits = 0;
-    mutable int m_status = -1;
 };
 
 } // namespace tyx::test
