@@ -83,7 +83,7 @@ TEST(TyxCastTest, TextToIntegers)
     expectCast<TyxString, char>(L"", 0, false);
 }
 
-TEST(TyxCastTest, TextToReals)
+TEST(TyxCastTest, TextToRealsAndBools)
 {
     expectCast<TyxString, double>(L" 2.5 ", 2.5);
     expectCast<TyxString, double>(L"", 0.0, false);
@@ -97,10 +97,7 @@ TEST(TyxCastTest, TextToReals)
     const float value = castTo<TyxString, float>(L"NaN", &ok);
     EXPECT_TRUE(ok);
     EXPECT_EQ(std::bit_cast<uint32_t>(value), 0x7FC00000u);
-}
 
-TEST(TyxCastTest, BoolWords)
-{
     for (const wchar_t *word : {L"1", L"t", L"yes", L"on", L"True"})
         expectCast<TyxString, bool>(word, true);
     for (const wchar_t *word : {L"no", L"", L" yes", L"2"})
@@ -123,7 +120,7 @@ TEST(TyxCastTest, RealsToIntegers)
     EXPECT_EQ((castTo<double, uint64_t>(4.0 * twoTo63)), UINT64_C(1) << 63);
 }
 
-TEST(TyxCastTest, ComplexValues)
+TEST(TyxCastTest, ComplexValuesAndContainers)
 {
     EXPECT_TRUE((castTo<double, bool>(std::numeric_limits<double>::quiet_NaN())));
     EXPECT_EQ((castTo<std::complex<double>, double>({0.0, 2.0})), 0.0);
@@ -135,13 +132,10 @@ TEST(TyxCastTest, ComplexValues)
     bool ok = true;
     castTo<TyxString, Complex>(L"(1,", &ok);
     EXPECT_FALSE(ok);
-}
 
-// The text forms of the containers, of complex numbers and of true are those
-// of their stream forms (see the variant tests); here what reads back or tests
-// as bool.
-TEST(TyxCastTest, Containers)
-{
+    // The text forms of the containers, of complex numbers and of true are those
+    // of their stream forms (see the variant tests); here what reads back or tests
+    // as bool.
     using tyx::TyxVariant;
     using tyx::TyxVariantList;
     using tyx::TyxVariantPair;

@@ -149,7 +149,7 @@ TEST(TyxTiePointTest, OrderAndStreamFormsRoundTrip)
     EXPECT_FALSE(TyxTiePoint(0, 0, 1, 0).isNull());
 }
 
-TEST(TyxRationalTest, TextFormsOfTheFourWidths)
+TEST(TyxRationalTest, TextFormsAndCasts)
 {
     EXPECT_EQ(static_cast<tyx::TyxString>(TyxRational<int>(-3, 4)), L"(-3,4)");
     EXPECT_EQ(static_cast<tyx::TyxString>(I64(INT64_MIN, -1)), L"(-9223372036854775808,-1)");
@@ -173,10 +173,7 @@ TEST(TyxRationalTest, TextFormsOfTheFourWidths)
     broken >> value;
     EXPECT_TRUE(broken.fail());
     EXPECT_EQ(value, I64(0, 0));
-}
 
-TEST(TyxRationalTest, CastsToAndFromNumbers)
-{
     const TyxVariant quarter(I64(1, 4));
     EXPECT_TRUE(quarter.isNumeric());
     EXPECT_EQ(quarter.value<double>(), 0.25);

@@ -37,7 +37,7 @@ TEST(TyxEnumTest, InsertDropsTakenValuesAndNamesAndLookUpsIgnoreCase)
     EXPECT_FALSE(TyxEnum().isValid(0));
 }
 
-TEST(TyxEnumTest, ItemData)
+TEST(TyxEnumTest, ItemDataAndComparisonByValuesOnly)
 {
     TyxEnum e = colours();
     EXPECT_EQ(e.data(1).value<double>(), 0.5);
@@ -53,10 +53,7 @@ TEST(TyxEnumTest, ItemData)
     copy.setData(2, TyxVariant(L"grass"));
     EXPECT_EQ(e.data(2).value<TyxString>(), L"leaf");
     EXPECT_EQ(copy.data(2).value<TyxString>(), L"grass");
-}
 
-TEST(TyxEnumTest, ComparisonLooksAtValuesOnly)
-{
     // Same values under other names; one value more; one value other.
     const auto numbered = [](std::initializer_list<int> values) {
         TyxEnum e;

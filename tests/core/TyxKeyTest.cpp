@@ -11,7 +11,7 @@ namespace {
 using tyx::TyxKey;
 using tyx::TyxKeyedObject;
 
-TEST(TyxKeyTest, CountingSkipsTheInvalidValueAndTextForms)
+TEST(TyxKeyTest, CountingTextFormsAndKeyedObjectNames)
 {
     TyxKey key(0xFFFFFFFEu);
     ++key;
@@ -37,10 +37,8 @@ TEST(TyxKeyTest, CountingSkipsTheInvalidValueAndTextForms)
     std::istringstream bad("x");
     bad >> read;
     EXPECT_FALSE(read.isValid());
-}
 
-TEST(TyxKeyedObjectTest, NamesCompareWhateverTheKeysAndEmptyOnesTakeTheKey)
-{
+    // Keyed objects: equal names compare equal whatever the keys; empty names take the key.
     EXPECT_EQ(TyxKeyedObject(TyxKey(1), L"name"), TyxKeyedObject(TyxKey(2), L"name"));
     EXPECT_NE(TyxKeyedObject(TyxKey(1), L"name"), TyxKeyedObject(TyxKey(1), L"Name"));
     // Names are kept as given, blanks included.

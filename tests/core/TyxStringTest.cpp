@@ -12,7 +12,7 @@ namespace {
 using namespace tyx;
 using Parts = std::vector<TyxString>;
 
-TEST(TyxStringTest, Utf8RoundTripsAccentedAndNonBmpText)
+TEST(TyxStringTest, Utf8RoundTripsAndMalformedBytesWidenWithTheirSign)
 {
     const std::string utf8 = "Gr\xC3\xBC\xC3\x9F"
                              "e \xE5\x9C\xB0\xE5\x9B\xB3 \xF0\x9D\x95\x8F";
@@ -26,10 +26,8 @@ TEST(TyxStringTest, Utf8RoundTripsAccentedAndNonBmpText)
     EXPECT_EQ(line, wide);
     line = static_cast<const char *>(nullptr);
     EXPECT_TRUE(line.empty());
-}
 
-TEST(TyxStringTest, MalformedUtf8WidensEachByteWithItsSign)
-{
+    // Malformed UTF-8 widens each byte with its sign.
     const struct {
         const char *name;
         std::string bytes;
@@ -49,7 +47,7 @@ TEST(TyxStringTest, MalformedUtf8WidensEachByteWithItsSign)
 
 // A unit that is not a Unicode scalar value sends the whole text to the
 // low-byte fallback; encoding stops at an embedded terminator.
-TEST(TyxStringTest, Utf8EncodingOfNonScalarsAndEmbeddedTerminators)
+TEST(TyxStringTest, Utf8EncodingAndTerminatedConversions)
 {
     const struct {
         std::wstring wide;
@@ -66,10 +64,8 @@ TEST(TyxStringTest, Utf8EncodingOfNonScalarsAndEmbeddedTerminators)
     std::ostringstream out;
     out << TyxString(std::wstring(L"x\0y", 3));
     EXPECT_EQ(out.str(), "x");
-}
 
-TEST(TyxStringTest, TerminatedConversionsReportSizesAndClearOnFailure)
-{
+    // Terminated conversions report sizes and clear on failure.
     EXPECT_EQ(wcstoutf(nullptr, L"\u00E9a", 0), 4u);
     char narrow[8];
     EXPECT_EQ(wcstoutf(narrow, L"\u00E9a", sizeof narrow), 4u);

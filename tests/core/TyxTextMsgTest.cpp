@@ -70,7 +70,7 @@ TEST(TyxTextMsgTest, NarrowTextFormEncodesEachPieceByItself)
     }
 }
 
-TEST(TyxTextMsgTest, EqualityCoversEveryFieldAndWhatGivesTheTextInUtf8)
+TEST(TyxTextMsgTest, EqualityWhatSetTextAppendAndClear)
 {
     TyxTextMsg a(L"\u5730\u56F3", L"F", 3, TyxTextMsg::Warning);
     TyxTextMsg b(a);
@@ -79,10 +79,7 @@ TEST(TyxTextMsgTest, EqualityCoversEveryFieldAndWhatGivesTheTextInUtf8)
     b.setVerbose(true);
     EXPECT_NE(a, b);
     EXPECT_FALSE(a.isEqual(&b));
-}
 
-TEST(TyxTextMsgTest, SetTextAppendAndClear)
-{
     TyxTextMsg message(L"a", L"F", 1, TyxTextMsg::Info);
     message.setVerbose(true);
     message.setText(L"b", TyxTextMsg::Error);

@@ -118,7 +118,7 @@ TEST(TyxVariantTest, ValueConvertsOrGivesTheDefault)
     EXPECT_NE(copy.impl().constData(), original.impl().constData());
 }
 
-TEST(TyxVariantTest, EqualityIsInTheLeftSidesType)
+TEST(TyxVariantTest, EqualityInTheLeftSidesTypeAndCopiesShare)
 {
     EXPECT_TRUE(TyxVariant("1") == TyxVariant(1));
     EXPECT_FALSE(TyxVariant("abc") == TyxVariant(0));
@@ -131,10 +131,8 @@ TEST(TyxVariantTest, EqualityIsInTheLeftSidesType)
     EXPECT_FALSE(TyxVariant(2.9) == TyxVariant(2));
     EXPECT_TRUE(TyxVariant(TyxVariantList{TyxVariant(1)}) == TyxVariant(TyxVariantList{TyxVariant("1")}));
     EXPECT_TRUE(TyxVariant(L"X") != TyxVariant(L"x"));
-}
 
-TEST(TyxVariantTest, CopiesShareAndTextAssignmentKeepsCopiesApart)
-{
+    // Copies share; text assignment keeps them apart.
     TyxVariant a(L"one");
     const void *before = a.impl().constData();
     a = "two"; // sole owner: in place
@@ -201,7 +199,7 @@ TEST(TyxVariantTest, StreamFormsReadBack)
     EXPECT_EQ(pair.second.value<int>(), 4);
 }
 
-TEST(TyxVariantTest, ReadingDetails)
+TEST(TyxVariantTest, ReadingDetailsAndMalformedInput)
 {
     EXPECT_EQ(readWide(L"TyxString,  \"quoted, text\" tail").value<TyxString>(), L"quoted, text");
     EXPECT_EQ(readWide(L" Int , 42 ").value<int>(), 42);
@@ -218,10 +216,8 @@ TEST(TyxVariantTest, ReadingDetails)
     lines >> first >> second;
     EXPECT_EQ(first.value<int>(), 1);
     EXPECT_EQ(second.value<int>(), 2);
-}
 
-TEST(TyxVariantTest, MalformedInputFailsTheStream)
-{
+    // Malformed input fails the stream.
     struct Case {
         const wchar_t *text;
         TyxMetaType::Code code;
@@ -276,7 +272,7 @@ TEST(TyxMetaTypeTest, CodesAndNamesBothWays)
     EXPECT_EQ(TyxMetaType::fromTypeID(12345), TyxMetaType::Invalid);
 }
 
-TEST(TyxMetaTypeTest, RegisteredCodesStartAt1024)
+TEST(TyxMetaTypeTest, RegisteredCodesStartAt1024AndStreamsReadNamesInAnyCase)
 {
     using Registrar = tyx::internal::TyxVariantRegistrar;
     const TyxMetaType first = Registrar::registerName(L"TyxMetaTypeTestFirst");
@@ -290,10 +286,8 @@ TEST(TyxMetaTypeTest, RegisteredCodesStartAt1024)
     EXPECT_EQ(Registrar::registerName(L""), TyxMetaType::Invalid);
     // The aliases of value() hold run-time codes too.
     EXPECT_GE(TyxMetaType::fromString(L"StdString").toEnum(), TyxMetaType::FirstRegistered);
-}
 
-TEST(TyxMetaTypeTest, StreamReadsNamesInAnyCase)
-{
+    // Streams read names in any case.
     std::wistringstream in(L"  tyxstring double nonsense");
     TyxMetaType a, b, c(TyxMetaType::Int);
     in >> a >> b >> c;

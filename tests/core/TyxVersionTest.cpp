@@ -9,7 +9,7 @@ namespace {
 
 using namespace tyx;
 
-TEST(TyxVersionTest, TextReadsTheFieldsOfOneLineAsTheStreamDoes)
+TEST(TyxVersionTest, TextReadsOneLineOrderAndTextForms)
 {
     const struct {
         const wchar_t *text;
@@ -27,10 +27,7 @@ TEST(TyxVersionTest, TextReadsTheFieldsOfOneLineAsTheStreamDoes)
         in >> read;
         EXPECT_EQ(read, c.expected) << toUTF8(c.text);
     }
-}
 
-TEST(TyxVersionTest, OrderAndTextForms)
-{
     EXPECT_GT(TyxVersion(4, 1, 0), TyxVersion(4, 0, 9));
     EXPECT_LT(TyxVersion(3, 9, 9), TyxVersion(4, 0, 0));
     EXPECT_LE(TyxVersion(4, 1, 0), TyxVersion(4, 1, 0));
