@@ -5,9 +5,7 @@
 
 namespace {
 
-using tyx::TyxEnum;
-using tyx::TyxString;
-using tyx::TyxVariant;
+using namespace tyx;
 
 TyxEnum colours()
 {

@@ -8,8 +8,7 @@
 
 namespace {
 
-using tyx::TyxKey;
-using tyx::TyxKeyedObject;
+using namespace tyx;
 
 TEST(TyxKeyTest, CountingTextFormsAndKeyedObjectNames)
 {

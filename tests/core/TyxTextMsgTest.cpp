@@ -13,26 +13,31 @@
 namespace {
 
 using namespace tyx;
+using namespace tyx::test;
 
-using tyx::test::HandlerScope;
-using tyx::test::RecordingHandler;
-
-TEST(TyxTextMsgTest, UserTypeDecidesTheSeverityAndLabel)
+// A unit that is not a Unicode scalar value sends only its own piece of the
+// narrow form into the byte-per-unit fallback; the rest stays UTF-8.
+TEST(TyxTextMsgTest, UserTypeDecidesTheSeverityAndLabelAndEachPieceIsEncodedByItself)
 {
     const struct {
+        const wchar_t *text;
+        const wchar_t *file;
         int code;
         TyxTextMsg::Code type;
         const char *form;
     } cases[] = {
-        {0, TyxTextMsg::Error, "error: \xC3\xA9 - (F : 2)"},
-        {1, TyxTextMsg::Warning, "warning: \xC3\xA9 - (F : 2)"},
-        {2, TyxTextMsg::Info, "info: \xC3\xA9 - (F : 2)"},
-        {3, TyxTextMsg::Debug, "debug: \xC3\xA9 - (F : 2)"},
-        {4, TyxTextMsg::User, "user: \xC3\xA9 - (F : 2)"},
-        {-1, TyxTextMsg::User, "user: \xC3\xA9 - (F : 2)"},
+        {L"\u00E9", L"F", 0, TyxTextMsg::Error, "error: \xC3\xA9 - (F : 2)"},
+        {L"\u00E9", L"F", 1, TyxTextMsg::Warning, "warning: \xC3\xA9 - (F : 2)"},
+        {L"\u00E9", L"F", 2, TyxTextMsg::Info, "info: \xC3\xA9 - (F : 2)"},
+        {L"\u00E9", L"F", 3, TyxTextMsg::Debug, "debug: \xC3\xA9 - (F : 2)"},
+        {L"\u00E9", L"F", 4, TyxTextMsg::User, "user: \xC3\xA9 - (F : 2)"},
+        {L"\u00E9", L"F", -1, TyxTextMsg::User, "user: \xC3\xA9 - (F : 2)"},
+        {L"bad \xD8E9", L"\u00E9.cpp", 0, TyxTextMsg::Error, "error: bad \xE9 - (\xC3\xA9.cpp : 2)"},
+        {L"\u00E9", L"\xDCE9.cpp", 0, TyxTextMsg::Error, "error: \xC3\xA9 - (\xE9.cpp : 2)"},
+        {L"\x110041", L"F", 0, TyxTextMsg::Error, "error: A - (F : 2)"},
     };
     for (const auto &c : cases) {
-        const TyxTextMsg message(L"\u00E9", L"F", 2, c.code);
+        const TyxTextMsg message(c.text, c.file, 2, c.code);
         EXPECT_EQ(message.type(), c.type) << c.code;
         EXPECT_EQ(message.userType(), c.code);
         std::ostringstream narrow;
@@ -48,26 +53,6 @@ TEST(TyxTextMsgTest, UserTypeDecidesTheSeverityAndLabel)
     std::wostringstream empty;
     empty << TyxTextMsg(L"", L"F", 2, TyxTextMsg::Error);
     EXPECT_TRUE(empty.str().empty());
-}
-
-TEST(TyxTextMsgTest, NarrowTextFormEncodesEachPieceByItself)
-{
-    // A unit that is not a Unicode scalar value sends only its own piece into
-    // the byte-per-unit fallback; the file name stays UTF-8.
-    const struct {
-        const wchar_t *text;
-        const wchar_t *file;
-        const char *expected;
-    } cases[] = {
-        {L"bad \xD8E9", L"\u00E9.cpp", "error: bad \xE9 - (\xC3\xA9.cpp : 3)"},
-        {L"\u00E9", L"\xDCE9.cpp", "error: \xC3\xA9 - (\xE9.cpp : 3)"},
-        {L"\x110041", L"F", "error: A - (F : 3)"},
-    };
-    for (const auto &c : cases) {
-        std::ostringstream narrow;
-        narrow << TyxTextMsg(c.text, c.file, 3, TyxTextMsg::Error);
-        EXPECT_EQ(narrow.str(), c.expected);
-    }
 }
 
 TEST(TyxTextMsgTest, EqualityWhatSetTextAppendAndClear)
