@@ -134,17 +134,13 @@ TEST(TyxCastTest, ComplexValuesAndContainers)
     // The text forms of the containers, of complex numbers and of true are those
     // of their stream forms (see the variant tests); here what reads back or tests
     // as bool.
-    using tyx::TyxVariant;
-    using tyx::TyxVariantList;
-    using tyx::TyxVariantPair;
-
-    EXPECT_FALSE((castTo<tyx::TyxStrList, bool>(tyx::TyxStrList())));
-    EXPECT_EQ((castTo<TyxString, tyx::TyxStrList>(L"(a,b)")), (tyx::TyxStrList{L"a", L"b"}));
+    EXPECT_FALSE((castTo<TyxStrList, bool>(TyxStrList())));
+    EXPECT_EQ((castTo<TyxString, TyxStrList>(L"(a,b)")), (TyxStrList{L"a", L"b"}));
     EXPECT_FALSE((castTo<TyxVariantPair, bool>(TyxVariantPair())));
     const TyxVariantList fromText = castTo<TyxString, TyxVariantList>(L"a,b");
     ASSERT_EQ(fromText.size(), 1u);
     EXPECT_EQ(fromText[0].value<TyxString>(), L"a,b");
-    expectCast<TyxString, tyx::TyxVariantMap>(L"{a:Int,1}", tyx::TyxVariantMap());
+    expectCast<TyxString, TyxVariantMap>(L"{a:Int,1}", TyxVariantMap());
 }
 
 } // namespace

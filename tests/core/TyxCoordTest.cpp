@@ -74,7 +74,7 @@ TEST(TyxCoordTest, JoinTheVariantWithTheirCodesAndForms)
         {TyxVariant(U64(3, 0)), 13, L"TyxU64Rational,(3,0)", true},
     };
     for (const auto &c : cases) {
-        SCOPED_TRACE(tyx::toUTF8(c.form));
+        SCOPED_TRACE(toUTF8(c.form));
         EXPECT_EQ(c.value.type().toEnum(), c.code);
         std::wostringstream form;
         form << c.value;
@@ -145,8 +145,8 @@ TEST(TyxTiePointTest, OrderAndStreamFormsRoundTrip)
 
 TEST(TyxRationalTest, TextFormsAndCasts)
 {
-    EXPECT_EQ(static_cast<tyx::TyxString>(TyxRational<int>(-3, 4)), L"(-3,4)");
-    EXPECT_EQ(static_cast<tyx::TyxString>(I64(INT64_MIN, -1)), L"(-9223372036854775808,-1)");
+    EXPECT_EQ(static_cast<TyxString>(TyxRational<int>(-3, 4)), L"(-3,4)");
+    EXPECT_EQ(static_cast<TyxString>(I64(INT64_MIN, -1)), L"(-9223372036854775808,-1)");
     std::ostringstream narrow;
     narrow << U64(UINT64_MAX, 2);
     EXPECT_EQ(narrow.str(), "(18446744073709551615,2)");

@@ -27,8 +27,8 @@ TEST(TyxKeyTest, CountingTextFormsAndKeyedObjectNames)
     EXPECT_EQ(key, TyxKey());
     EXPECT_NE(key, 1u);
 
-    EXPECT_EQ(static_cast<tyx::TyxString>(TyxKey(42)), L"42");
-    EXPECT_EQ(static_cast<tyx::TyxString>(TyxKey()), L"4294967295");
+    EXPECT_EQ(static_cast<TyxString>(TyxKey(42)), L"42");
+    EXPECT_EQ(static_cast<TyxString>(TyxKey()), L"4294967295");
     TyxKey read;
     std::istringstream in("123");
     in >> read;
@@ -49,7 +49,7 @@ TEST(TyxKeyTest, CountingTextFormsAndKeyedObjectNames)
     const TyxKeyedObject first(L"");
     const TyxKeyedObject second(L"second");
     EXPECT_TRUE(first.key().isValid());
-    EXPECT_EQ(first.name(), static_cast<tyx::TyxString>(first.key()));
+    EXPECT_EQ(first.name(), static_cast<TyxString>(first.key()));
     EXPECT_EQ(second.key().value(), first.key().value() + 1);
 }
 

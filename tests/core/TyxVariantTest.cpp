@@ -50,7 +50,7 @@ TEST(TyxVariantTest, ConstructorsGiveTheirCodes)
     };
     for (const Case &c : cases) {
         EXPECT_EQ(c.variant.type(), c.code) << c.className;
-        EXPECT_EQ(c.variant.impl().className(), tyx::fromUTF8(c.className));
+        EXPECT_EQ(c.variant.impl().className(), fromUTF8(c.className));
     }
     EXPECT_EQ(TyxVariant(1.0).typeName(), L"Double");
     EXPECT_EQ(TyxVariant::typeFromName(L"bool"), TyxMetaType::Bool);
@@ -83,7 +83,7 @@ TEST(TyxVariantTest, InvalidVariantAndItsFormReadBackAsText)
         {L", ", L""}, {L",", L""}, {L"  ,  ", L""}, {L", abc", L"abc"}, {L"NoSuchType,abc", L"abc"},
     };
     for (const auto &c : cases) {
-        SCOPED_TRACE(tyx::toUTF8(c.text));
+        SCOPED_TRACE(toUTF8(c.text));
         bool failed = true;
         const TyxVariant read = readWide(c.text, &failed);
         EXPECT_FALSE(failed);
@@ -162,7 +162,7 @@ TEST(TyxVariantTest, StreamFormsReadBack)
         {TyxVariant(std::complex<double>(1, -2)), L"ComplexDouble,(1,-2)"},
         {TyxVariant(L"a b"), L"TyxString,a b"},
         {TyxVariant(L""), L"TyxString,"},
-        {TyxVariant(tyx::TyxStrList{L"a", L"b"}), L"TyxStrList,(a,b)"},
+        {TyxVariant(TyxStrList{L"a", L"b"}), L"TyxStrList,(a,b)"},
         {TyxVariant(TyxVariantList{TyxVariant(1), TyxVariant(L"x")}), L"TyxVariantList,[Int,1,TyxString,x]"},
         {TyxVariant(TyxVariantList()), L"TyxVariantList,[]"},
         {TyxVariant(map), L"TyxVariantMap,{a:TyxString,x,b:Int,2}"},
@@ -171,7 +171,7 @@ TEST(TyxVariantTest, StreamFormsReadBack)
     // The invalid variant's form reads back as text: see
     // InvalidVariantAndItsFormReadBackAsText.
     for (const Case &c : cases) {
-        SCOPED_TRACE(tyx::toUTF8(c.text));
+        SCOPED_TRACE(toUTF8(c.text));
         EXPECT_EQ(wideText(c.variant), c.text);
         bool failed = true;
         const TyxVariant back = readWide(c.text, &failed);
@@ -226,15 +226,15 @@ TEST(TyxVariantTest, ReadingDetailsAndMalformedInput)
     for (const Case &c : cases) {
         bool failed = false;
         const TyxVariant v = readWide(c.text, &failed);
-        EXPECT_TRUE(failed) << tyx::toUTF8(c.text);
-        EXPECT_EQ(v.type(), c.code) << tyx::toUTF8(c.text);
+        EXPECT_TRUE(failed) << toUTF8(c.text);
+        EXPECT_EQ(v.type(), c.code) << toUTF8(c.text);
     }
 }
 
 // Building the table from two threads at first use: see the threads tests.
 TEST(TyxMetaTypeTest, CodesAndNamesBothWays)
 {
-    const std::vector<TyxString> names = tyx::splitStr(
+    const std::vector<TyxString> names = splitStr(
         L"Bool Int8 UInt8 Int16 UInt16 Int UInt Int64 UInt64 Float Double ComplexDouble TyxI64Rational "
         L"TyxU64Rational TyxChar TyxString TyxStrList TyxEqnTile TyxBufferPtr TyxI32Coord TyxDblCoord "
         L"TyxDblCoord2D TyxU32Size TyxImageSize TyxUnits TyxScalar TyxImageROI TyxDataType TyxDataLayout "
@@ -250,19 +250,19 @@ TEST(TyxMetaTypeTest, CodesAndNamesBothWays)
         EXPECT_EQ(TyxMetaType::fromTypeID(type.typeID()), type);
     }
     EXPECT_EQ(TyxMetaType().typeID(), 0u);
-    const tyx::TyxStrList keys = TyxMetaType::allKeys();
+    const TyxStrList keys = TyxMetaType::allKeys();
     EXPECT_EQ(std::vector<TyxString>(keys.begin(), keys.begin() + 34), names);
     EXPECT_FALSE(TyxMetaType(-1).isValid());
     EXPECT_FALSE(TyxMetaType(35).isValid());
     EXPECT_FALSE(TyxMetaType::isValid(L""));
-    EXPECT_EQ(TyxMetaType::fromTypeID(tyx::internal::typeIdOf(L"int")), TyxMetaType::Int);
-    EXPECT_EQ(TyxMetaType::fromTypeID(tyx::internal::typeIdOf(L"TyxI64")), TyxMetaType::Int64);
+    EXPECT_EQ(TyxMetaType::fromTypeID(internal::typeIdOf(L"int")), TyxMetaType::Int);
+    EXPECT_EQ(TyxMetaType::fromTypeID(internal::typeIdOf(L"TyxI64")), TyxMetaType::Int64);
     EXPECT_EQ(TyxMetaType::fromTypeID(12345), TyxMetaType::Invalid);
 }
 
 TEST(TyxMetaTypeTest, RegisteredCodesStartAt1024AndStreamsReadNamesInAnyCase)
 {
-    using Registrar = tyx::internal::TyxVariantRegistrar;
+    using Registrar = internal::TyxVariantRegistrar;
     const TyxMetaType first = Registrar::registerName(L"TyxMetaTypeTestFirst");
     const TyxMetaType second = Registrar::registerName(L"TyxMetaTypeTestSecond");
     EXPECT_GE(first.toEnum(), TyxMetaType::FirstRegistered);
@@ -317,8 +317,8 @@ namespace {
 
 TEST(TyxVariantTest, LaterTypeJoinsWithoutEditingTheLibrary)
 {
-    ASSERT_TRUE(tyx::internal::TyxVariantRegistrar::join<Probe>());
-    const TyxMetaType type = tyx::internal::TyxVariantTraits<Probe>::type();
+    ASSERT_TRUE(internal::TyxVariantRegistrar::join<Probe>());
+    const TyxMetaType type = internal::TyxVariantTraits<Probe>::type();
 
     const TyxVariant v(Probe{3});
     EXPECT_EQ(v.type(), type);
@@ -328,8 +328,8 @@ TEST(TyxVariantTest, LaterTypeJoinsWithoutEditingTheLibrary)
     EXPECT_EQ(readWide(L"TyxTestProbe,7").value<Probe>().level, 7);
 
     // A second registration of a code replaces the first.
-    using Registrar = tyx::internal::TyxVariantRegistrar;
-    const auto nine = std::make_shared<tyx::TyxVariantImpl<Probe>>(Probe{9});
+    using Registrar = internal::TyxVariantRegistrar;
+    const auto nine = std::make_shared<TyxVariantImpl<Probe>>(Probe{9});
     EXPECT_TRUE(Registrar::registerPrototype(type, nine));
     EXPECT_EQ(TyxVariant::prototype(type).value<Probe>().level, 9);
     EXPECT_EQ(TyxVariant(type, nullptr).value<Probe>().level, 9);
