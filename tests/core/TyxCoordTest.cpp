@@ -86,16 +86,11 @@ TEST(TyxCoordTest, JoinTheVariantWithTheirCodesAndForms)
         EXPECT_EQ(read.type(), c.value.type());
         EXPECT_EQ(read, c.value);
     }
-    // Text reads doubles and the integer coordinate truncates them.
+    // Text may have blanks around it; a rational needs its parentheses.
     EXPECT_EQ(TyxVariant(" (3,4) ").value<TyxCoord2D<double>>(), TyxCoord2D<double>(3, 4));
-    EXPECT_EQ(TyxVariant("(1.9,-2.9,3)").value<TyxCoord3D<int>>(), TyxCoord3D<int>(1, -2, 3));
-    EXPECT_EQ(TyxVariant("(1,2)").value<TyxCoord3D<double>>(), TyxCoord3D<double>());
-    EXPECT_EQ(TyxVariant("(640,480,3)").value<TyxSize3D<unsigned int>>(),
-              TyxSize3D<unsigned int>(640, 480, 3));
-    // No cast to numbers: the target gets its default.
-    double number = 7.0;
-    EXPECT_FALSE(cases[4].value.value(TyxVariant(0.0).type(), &number));
-    EXPECT_EQ(number, 0.0);
+    EXPECT_EQ(TyxVariant("(3,4)").value<U64>(), U64(3, 4));
+    I64 failed(9, 9);
+    EXPECT_FALSE(TyxVariant("3/4").value(TyxVariant(I64()).type(), &failed));
 }
 
 TEST(TyxSize3DTest, VolumeAndStreamForms)
@@ -152,7 +147,6 @@ TEST(TyxRationalTest, TextFormsAndCasts)
     EXPECT_EQ(narrow.str(), "(18446744073709551615,2)");
     // Kept as given: not reduced, a zero denominator allowed.
     EXPECT_NE(TyxRational<int>(1, 2), TyxRational<int>(2, 4));
-    EXPECT_EQ(TyxRational<int>(3, 0).denominator(), 0);
     // Reading does not examine the separators.
     I64 value;
     std::wistringstream wide(L"[10;-20]");
@@ -172,8 +166,6 @@ TEST(TyxRationalTest, TextFormsAndCasts)
     EXPECT_EQ(TyxVariant(I64(7, 2)).value<int>(), 3);
     EXPECT_EQ(TyxVariant(I64(1, 0)).value<double>(), std::numeric_limits<double>::infinity());
     EXPECT_EQ(quarter.value<std::complex<double>>(), std::complex<double>(0.25, 0.0));
-    // Between the two rationals each part converts as the language does.
-    EXPECT_EQ(TyxVariant(I64(-1, 2)).value<U64>(), U64(UINT64_MAX, 2));
 
     EXPECT_EQ(TyxVariant(42).value<I64>(), I64(42, 1));
     EXPECT_EQ(TyxVariant(0.75).value<I64>(), I64(3, 4));
