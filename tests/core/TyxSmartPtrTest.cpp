@@ -32,7 +32,6 @@ struct Tracked {
     int *m_destroyed;
 };
 
-static_assert(!std::is_convertible_v<TyxSmartPtr<Node>, int>);
 static_assert(!std::is_convertible_v<TyxSmartPtr<Node>, bool>);
 static_assert(std::is_convertible_v<TyxSmartPtr<Node>, TyxSmartPtr<const Node>>);
 static_assert(!std::is_convertible_v<TyxSmartPtr<const Node>, TyxSmartPtr<Node>>);

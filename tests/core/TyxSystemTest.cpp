@@ -27,8 +27,7 @@ TEST(TyxSystemTest, SwapBytesReversesEachElement)
 {
     uint16_t halves[] = {0x0102, 0xA0B0};
     swapBytes(halves, 2, 2, false);
-    EXPECT_EQ(halves[0], 0x0201);
-    EXPECT_EQ(halves[1], 0xB0A0);
+    EXPECT_EQ(std::vector<uint16_t>(halves, halves + 2), (std::vector<uint16_t>{0x0201, 0xB0A0}));
 
     std::vector<uint32_t> words(70000, 0x11223344u);
     swapBytes(words.data(), words.size(), 4, true);

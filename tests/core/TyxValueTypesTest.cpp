@@ -1,11 +1,16 @@
-// Coordinates, sizes, tie points and rationals: text forms, order and their
-// place in the variant.
+// Small value types: coordinates, sizes, tie points, rationals, keys, keyed
+// objects, versions and enumerations; their text forms, order and place in
+// the variant.
 #include <tyx/TyxCoord2D.h>
 #include <tyx/TyxCoord3D.h>
+#include <tyx/TyxEnum.h>
+#include <tyx/TyxKey.h>
+#include <tyx/TyxKeyedObject.h>
 #include <tyx/TyxRational.h>
 #include <tyx/TyxSize3D.h>
 #include <tyx/TyxTiePoint.h>
 #include <tyx/TyxVariant.h>
+#include <tyx/TyxVersion.h>
 
 #include <gtest/gtest.h>
 
@@ -173,6 +178,140 @@ TEST(TyxRationalTest, TextFormsAndCasts)
     const I64 tenth = TyxVariant(0.1).value<I64>();
     EXPECT_LT(tenth.denominator(), 65535);
     EXPECT_NEAR(static_cast<double>(tenth.numerator()) / static_cast<double>(tenth.denominator()), 0.1, 1e-9);
+}
+
+TEST(TyxKeyTest, CountingTextFormsAndKeyedObjectNames)
+{
+    TyxKey key(0xFFFFFFFEu);
+    ++key;
+    EXPECT_EQ(key, 0u);
+    EXPECT_TRUE(key.isValid());
+    const TyxKey before = key++;
+    EXPECT_EQ(before, 0u);
+    EXPECT_EQ(key, 1u);
+
+    TyxKey invalid;
+    EXPECT_FALSE(invalid.isValid());
+    EXPECT_EQ(++invalid, TyxKey(0));
+    key.invalidate();
+    EXPECT_EQ(key, TyxKey());
+    EXPECT_NE(key, 1u);
+
+    EXPECT_EQ(static_cast<TyxString>(TyxKey(42)), L"42");
+    EXPECT_EQ(static_cast<TyxString>(TyxKey()), L"4294967295");
+    TyxKey read;
+    std::istringstream in("123");
+    in >> read;
+    EXPECT_EQ(read, 123u);
+    std::istringstream bad("x");
+    bad >> read;
+    EXPECT_FALSE(read.isValid());
+
+    // Keyed objects: equal names compare equal whatever the keys; empty names take the key.
+    EXPECT_EQ(TyxKeyedObject(TyxKey(1), L"name"), TyxKeyedObject(TyxKey(2), L"name"));
+    EXPECT_NE(TyxKeyedObject(TyxKey(1), L"name"), TyxKeyedObject(TyxKey(1), L"Name"));
+    // Names are kept as given, blanks included.
+    EXPECT_NE(TyxKeyedObject(TyxKey(1), L" a"), TyxKeyedObject(TyxKey(1), L"a"));
+
+    EXPECT_EQ(TyxKeyedObject(TyxKey(17), L"").name(), L"17");
+    EXPECT_EQ(TyxKeyedObject(TyxKey(), L"").name(), L"4294967295");
+    // The counter counts on for each object made without a key.
+    const TyxKeyedObject first(L"");
+    const TyxKeyedObject second(L"second");
+    EXPECT_TRUE(first.key().isValid());
+    EXPECT_EQ(first.name(), static_cast<TyxString>(first.key()));
+    EXPECT_EQ(second.key().value(), first.key().value() + 1);
+}
+
+TEST(TyxVersionTest, TextReadsOneLineOrderAndTextForms)
+{
+    const struct {
+        const wchar_t *text;
+        TyxVersion expected;
+    } cases[] = {
+        {L"4.1", TyxVersion(4, 1, 0)},      {L"2", TyxVersion(2, 0, 0)},
+        {L"", TyxVersion(1, 0, 0)},         {L"4.1\n5.6", TyxVersion(4, 1, 0)},
+        {L"4.1.2\n5", TyxVersion(4, 1, 2)}, {L"\n5.6.7", TyxVersion(1, 0, 0)},
+        {L"3\n", TyxVersion(3, 0, 0)},
+    };
+    for (const auto &c : cases) {
+        EXPECT_EQ(TyxVersion(c.text), c.expected) << toUTF8(c.text);
+        std::wistringstream in(c.text);
+        TyxVersion read;
+        in >> read;
+        EXPECT_EQ(read, c.expected) << toUTF8(c.text);
+    }
+
+    EXPECT_GT(TyxVersion(4, 1, 0), TyxVersion(4, 0, 9));
+    EXPECT_LT(TyxVersion(3, 9, 9), TyxVersion(4, 0, 0));
+    EXPECT_LE(TyxVersion(4, 1, 0), TyxVersion(4, 1, 0));
+    EXPECT_TRUE(TyxVersion(4, 1, 0) == TyxString(L"4.1\n9"));
+    EXPECT_TRUE(TyxVersion(4, 1, 0) != TyxString(L"4.1.1"));
+
+    const TyxVersion version(4, 1, 0);
+    EXPECT_EQ(static_cast<TyxString>(version), L"4.1.0");
+    EXPECT_EQ(version.toString(L"_"), L"4_1_0");
+    EXPECT_EQ(version.toString(L".", false), L"4.1");
+    std::ostringstream narrow;
+    narrow << version;
+    EXPECT_EQ(narrow.str(), "4.1.0");
+}
+
+TyxEnum colours()
+{
+    static const TyxEnum::Item items[] = {
+        {2, L"Green"},
+        {1, L"Red", TyxVariant(0.5)},
+        {3, L"Blue"},
+    };
+    return TyxEnum(items, 3);
+}
+
+TEST(TyxEnumTest, InsertDropsTakenValuesAndNamesAndLookUpsIgnoreCase)
+{
+    TyxEnum e = colours();
+    e.insert({1, L"Crimson"});
+    e.insert({9, L"RED"});
+    e.insert({4, L"Cyan"});
+    EXPECT_EQ(e.size(), 4u);
+    EXPECT_EQ(e.toString(1), L"Red");
+    EXPECT_FALSE(e.isValid(9));
+    EXPECT_EQ(e.allKeys(), (std::vector<TyxString>{L"Green", L"Red", L"Blue", L"Cyan"}));
+    EXPECT_EQ(e.fromString(L"red"), 1);
+    EXPECT_EQ(e.fromString(L"Purple"), TyxEnum::INVALID_ENUM());
+    EXPECT_EQ(e.toString(7), L"");
+    EXPECT_TRUE(e.isValid(L"green"));
+    EXPECT_FALSE(e.isValid(L"Gree"));
+    EXPECT_FALSE(TyxEnum().isValid(0));
+}
+
+TEST(TyxEnumTest, ItemDataAndComparisonByValuesOnly)
+{
+    TyxEnum e = colours();
+    EXPECT_EQ(e.data(1).value<double>(), 0.5);
+    EXPECT_FALSE(e.data(2).isValid());
+    EXPECT_FALSE(e.data(42).isValid());
+    e.setData(2, TyxVariant(L"leaf"));
+    e.setData(42, TyxVariant(1));
+    EXPECT_EQ(e.data(2).value<TyxString>(), L"leaf");
+    EXPECT_FALSE(e.isValid(42));
+
+    // A copy owns its own data.
+    TyxEnum copy = e;
+    copy.setData(2, TyxVariant(L"grass"));
+    EXPECT_EQ(e.data(2).value<TyxString>(), L"leaf");
+    EXPECT_EQ(copy.data(2).value<TyxString>(), L"grass");
+
+    // Same values under other names; one value more; one value other.
+    const auto numbered = [](std::initializer_list<int> values) {
+        TyxEnum e;
+        for (int value : values)
+            e.insert({value, L"N" + std::to_wstring(value)});
+        return e;
+    };
+    EXPECT_TRUE(colours() == numbered({1, 2, 3}));
+    EXPECT_TRUE(colours() != numbered({1, 2, 3, 4}));
+    EXPECT_TRUE(colours() != numbered({1, 2, 5}));
 }
 
 } // namespace
