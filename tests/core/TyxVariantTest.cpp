@@ -52,7 +52,6 @@ TEST(TyxVariantTest, ConstructorsGiveTheirCodes)
         EXPECT_EQ(c.variant.type(), c.code) << c.className;
         EXPECT_EQ(c.variant.impl().className(), fromUTF8(c.className));
     }
-    EXPECT_EQ(TyxVariant(1.0).typeName(), L"Double");
     EXPECT_EQ(TyxVariant::typeFromName(L"bool"), TyxMetaType::Bool);
     EXPECT_EQ(TyxVariant::typeFromName(L"Bool"), TyxMetaType::Invalid);
     // By code and a pointer to the value.
@@ -249,7 +248,6 @@ TEST(TyxMetaTypeTest, CodesAndNamesBothWays)
         EXPECT_NE(type.typeID(), 0u);
         EXPECT_EQ(TyxMetaType::fromTypeID(type.typeID()), type);
     }
-    EXPECT_EQ(TyxMetaType().typeID(), 0u);
     const TyxStrList keys = TyxMetaType::allKeys();
     EXPECT_EQ(std::vector<TyxString>(keys.begin(), keys.begin() + 34), names);
     EXPECT_FALSE(TyxMetaType(-1).isValid());
