@@ -9,9 +9,13 @@
 
 namespace {
 
-using tyx::TyxString;
-using tyx::internal::TyxCast;
-using tyx::internal::TyxCastExists;
+using namespace tyx;
+using namespace tyx::internal;
+
+static_assert(TyxCastExists<int, double>);
+static_assert(TyxCastExists<tyx::TyxVariantMap, bool>);
+static_assert(!TyxCastExists<tyx::TyxStrList, int>);
+static_assert(!TyxCastExists<tyx::TyxVariantList, tyx::TyxVariantMap>);
 
 template <class From, class To>
 To castTo(const From &from, bool *ok = nullptr)
@@ -23,7 +27,16 @@ To castTo(const From &from, bool *ok = nullptr)
     return to;
 }
 
-TEST(TyxCastTest, TextOfDoubles)
+// Casts and checks both the result and the success flag.
+template <class From, class To>
+void expectCast(const From &from, const To &expected, bool expectedOk = true)
+{
+    bool ok = !expectedOk;
+    EXPECT_EQ((castTo<From, To>(from, &ok)), expected) << ::testing::PrintToString(from);
+    EXPECT_EQ(ok, expectedOk) << ::testing::PrintToString(from);
+}
+
+TEST(TyxCastTest, TextOfNumbers)
 {
     struct Case {
         double value;
@@ -31,7 +44,6 @@ TEST(TyxCastTest, TextOfDoubles)
     };
     const Case cases[] = {
         {3.0, L"3.0"},
-        {-2.0, L"-2.0"},
         {0.1, L"0.100000000000000006"},
         {1e15, L"1000000000000000.0"},
         {1e20, L"100000000000000000000"},
@@ -42,6 +54,10 @@ TEST(TyxCastTest, TextOfDoubles)
     for (const Case &c : cases)
         EXPECT_EQ((castTo<double, TyxString>(c.value)), c.text) << c.value;
     EXPECT_EQ((castTo<float, TyxString>(3.0f)), L"3.0");
+    EXPECT_EQ((castTo<int64_t, TyxString>(INT64_MIN)), L"-9223372036854775808");
+    EXPECT_EQ((castTo<uint64_t, TyxString>(UINT64_MAX)), L"18446744073709551615");
+    EXPECT_EQ((castTo<char, TyxString>('A')), L"A");
+    EXPECT_EQ((castTo<wchar_t, TyxString>(L'\u00e9')), L"\u00e9");
 }
 
 TEST(TyxCastTest, TextToIntegers)
@@ -52,43 +68,24 @@ TEST(TyxCastTest, TextToIntegers)
         bool ok;
     };
     const Case cases[] = {
-        {L"42", 42, true},        {L"", 0, false},     {L"   ", 0, false},
-        {L"5.7", 5, true},        {L"-5.7", -5, true},   {L"abc", 0, false},
-        {L"0012", 12, true},      {L"-12", -12, true}, {L"12abc", 12, false},
-        {L"1e3", 1000, true},  {L"-", 0, false},    {L"nan", INT32_MIN, true},
-        {L"4294967297", 1, true},
+        {L"42", 42, true},   {L"", 0, false},           {L"   ", 0, false},       {L"5.7", 5, true},
+        {L"-5.7", -5, true}, {L"abc", 0, false},        {L"12abc", 12, false},    {L"1e3", 1000, true},
+        {L"-", 0, false},    {L"nan", INT32_MIN, true}, {L"4294967297", 1, true},
     };
-    for (const Case &c : cases) {
-        bool ok = false;
-        EXPECT_EQ((castTo<TyxString, int>(c.text, &ok)), c.value) << tyx::toUTF8(c.text);
-        EXPECT_EQ(ok, c.ok) << tyx::toUTF8(c.text);
-    }
+    for (const Case &c : cases)
+        expectCast<TyxString, int>(c.text, c.value, c.ok);
+    expectCast<TyxString, uint64_t>(L"18446744073709551615", UINT64_MAX);
+    expectCast<TyxString, unsigned char>(L"300", 44);
+    expectCast<TyxString, wchar_t>(L"xyz", L'x');
+    expectCast<TyxString, char>(L"", 0, false);
 }
 
-TEST(TyxCastTest, TextToUnsignedAndNarrowIntegers)
+TEST(TyxCastTest, TextToRealsAndBools)
 {
+    expectCast<TyxString, double>(L" 2.5 ", 2.5);
+    expectCast<TyxString, double>(L"", 0.0, false);
+    expectCast<TyxString, double>(L"1.5kg", 1.5, false);
     bool ok = false;
-    EXPECT_EQ((castTo<TyxString, uint64_t>(L"18446744073709551615", &ok)), UINT64_MAX);
-    EXPECT_TRUE(ok);
-    EXPECT_EQ((castTo<TyxString, unsigned char>(L"300", &ok)), 44);
-    EXPECT_TRUE(ok);
-    EXPECT_EQ((castTo<TyxString, unsigned int>(L"-1", &ok)), UINT32_MAX);
-    EXPECT_TRUE(ok);
-    EXPECT_EQ((castTo<TyxString, wchar_t>(L"xyz", &ok)), L'x');
-    EXPECT_TRUE(ok);
-    EXPECT_EQ((castTo<TyxString, char>(L"", &ok)), 0);
-    EXPECT_FALSE(ok);
-}
-
-TEST(TyxCastTest, TextToReals)
-{
-    bool ok = false;
-    EXPECT_EQ((castTo<TyxString, double>(L" 2.5 ", &ok)), 2.5);
-    EXPECT_TRUE(ok);
-    EXPECT_EQ((castTo<TyxString, double>(L"", &ok)), 0.0);
-    EXPECT_FALSE(ok);
-    EXPECT_EQ((castTo<TyxString, double>(L"1.5kg", &ok)), 1.5);
-    EXPECT_FALSE(ok);
     for (const wchar_t *text : {L"NaN", L"nan", L" nan"}) {
         const double value = castTo<TyxString, double>(text, &ok);
         EXPECT_TRUE(ok);
@@ -97,45 +94,20 @@ TEST(TyxCastTest, TextToReals)
     const float value = castTo<TyxString, float>(L"NaN", &ok);
     EXPECT_TRUE(ok);
     EXPECT_EQ(std::bit_cast<uint32_t>(value), 0x7FC00000u);
-}
 
-TEST(TyxCastTest, BoolWords)
-{
-    for (const wchar_t *word : {L"1", L"t", L"yes", L"on", L"True"}) {
-        bool ok = false;
-        EXPECT_TRUE((castTo<TyxString, bool>(word, &ok))) << tyx::toUTF8(word);
-        EXPECT_TRUE(ok);
-    }
-    for (const wchar_t *word : {L"no", L"", L" yes", L"2"}) {
-        bool ok = false;
-        EXPECT_FALSE((castTo<TyxString, bool>(word, &ok))) << tyx::toUTF8(word);
-        EXPECT_TRUE(ok);
-    }
-    EXPECT_EQ((castTo<bool, TyxString>(true)), L"true");
+    for (const wchar_t *word : {L"1", L"t", L"yes", L"on", L"True"})
+        expectCast<TyxString, bool>(word, true);
+    for (const wchar_t *word : {L"no", L"", L" yes", L"2"})
+        expectCast<TyxString, bool>(word, false);
     EXPECT_EQ((castTo<bool, TyxString>(false)), L"false");
 }
 
-TEST(TyxCastTest, IntegersToText)
+// Reals out of an integer's range get defined results.
+TEST(TyxCastTest, RealsToIntegers)
 {
-    EXPECT_EQ((castTo<int, TyxString>(-123)), L"-123");
-    EXPECT_EQ((castTo<int64_t, TyxString>(INT64_MIN)), L"-9223372036854775808");
-    EXPECT_EQ((castTo<uint64_t, TyxString>(UINT64_MAX)), L"18446744073709551615");
-    EXPECT_EQ((castTo<char, TyxString>('A')), L"A");
-    EXPECT_EQ((castTo<wchar_t, TyxString>(L'\u00e9')), L"\u00e9");
-}
-
-TEST(TyxCastTest, WrappingAndTruncation)
-{
-    EXPECT_EQ((castTo<int, unsigned char>(300)), 44);
     EXPECT_EQ((castTo<double, unsigned char>(300.7)), 44);
-    EXPECT_EQ((castTo<double, int>(-2.9)), -2);
     EXPECT_EQ((castTo<double, short>(70000.5)), 4464);
     EXPECT_EQ((castTo<double, int>(1e10)), INT32_MIN);
-    EXPECT_EQ((castTo<int64_t, double>(INT64_C(1) << 53)), 9007199254740992.0);
-}
-
-TEST(TyxCastTest, DoubleToUInt64)
-{
     const double twoTo63 = 9223372036854775808.0;
     EXPECT_EQ((castTo<double, uint64_t>(12.9)), 12u);
     EXPECT_EQ((castTo<double, uint64_t>(twoTo63)), UINT64_C(1) << 63);
@@ -145,70 +117,29 @@ TEST(TyxCastTest, DoubleToUInt64)
     EXPECT_EQ((castTo<double, uint64_t>(4.0 * twoTo63)), UINT64_C(1) << 63);
 }
 
-TEST(TyxCastTest, NumbersToBoolAndComplex)
+TEST(TyxCastTest, ComplexValuesAndContainers)
 {
     EXPECT_TRUE((castTo<double, bool>(std::numeric_limits<double>::quiet_NaN())));
     EXPECT_EQ((castTo<std::complex<double>, double>({0.0, 2.0})), 0.0);
     EXPECT_TRUE((castTo<std::complex<double>, bool>({0.0, 2.0})));
     EXPECT_EQ((castTo<std::complex<double>, int>({7.9, 1.0})), 7);
-    EXPECT_EQ((castTo<int, std::complex<double>>(3)), std::complex<double>(3.0, 0.0));
-    EXPECT_EQ((castTo<std::complex<float>, std::complex<double>>({1.5f, -2.0f})),
-              std::complex<double>(1.5, -2.0));
-}
-
-TEST(TyxCastTest, ComplexText)
-{
-    EXPECT_EQ((castTo<std::complex<double>, TyxString>({1.5, -2.0})), L"(1.5,-2)");
-    struct Case {
-        const wchar_t *text;
-        std::complex<double> value;
-    };
-    for (const Case &c : {Case{L"(1.5,-2)", {1.5, -2.0}}, Case{L"(3)", {3.0, 0.0}}, Case{L"4", {4.0, 0.0}}}) {
-        bool ok = false;
-        EXPECT_EQ((castTo<TyxString, std::complex<double>>(c.text, &ok)), c.value);
-        EXPECT_TRUE(ok);
-    }
+    using Complex = std::complex<double>;
+    expectCast<TyxString, Complex>(L"(3)", {3.0, 0.0});
+    expectCast<TyxString, Complex>(L"4", {4.0, 0.0});
     bool ok = true;
-    castTo<TyxString, std::complex<double>>(L"(1,", &ok);
+    castTo<TyxString, Complex>(L"(1,", &ok);
     EXPECT_FALSE(ok);
-}
 
-TEST(TyxCastTest, Containers)
-{
-    using tyx::TyxVariant;
-    using tyx::TyxVariantList;
-    using tyx::TyxVariantMap;
-    using tyx::TyxVariantPair;
-
-    EXPECT_FALSE((castTo<tyx::TyxStrList, bool>(tyx::TyxStrList())));
-    EXPECT_EQ((castTo<tyx::TyxStrList, TyxString>(tyx::TyxStrList{L"a", L"b"})), L"(a,b)");
-    EXPECT_EQ((castTo<TyxString, tyx::TyxStrList>(L"(a,b)")), (tyx::TyxStrList{L"a", L"b"}));
-
+    // The text forms of the containers, of complex numbers and of true are those
+    // of their stream forms (see the variant tests); here what reads back or tests
+    // as bool.
+    EXPECT_FALSE((castTo<TyxStrList, bool>(TyxStrList())));
+    EXPECT_EQ((castTo<TyxString, TyxStrList>(L"(a,b)")), (TyxStrList{L"a", L"b"}));
     EXPECT_FALSE((castTo<TyxVariantPair, bool>(TyxVariantPair())));
-    EXPECT_EQ((castTo<TyxVariantPair, TyxString>(TyxVariantPair(L"k", TyxVariant(2)))), L"k,Int,2");
-
-    const TyxVariantList list{TyxVariant(1), TyxVariant(L"x")};
-    EXPECT_EQ((castTo<TyxVariantList, TyxString>(list)), L"TyxVariantList,[Int,1,TyxString,x]");
     const TyxVariantList fromText = castTo<TyxString, TyxVariantList>(L"a,b");
     ASSERT_EQ(fromText.size(), 1u);
     EXPECT_EQ(fromText[0].value<TyxString>(), L"a,b");
-
-    TyxVariantMap map;
-    map[L"b"] = TyxVariant(2.5);
-    map[L"A"] = TyxVariant(true);
-    EXPECT_EQ((castTo<TyxVariantMap, TyxString>(map)), L"TyxVariantMap,{A:Bool,true,b:Double,2.5}");
-    bool ok = false;
-    EXPECT_TRUE((castTo<TyxString, TyxVariantMap>(L"{a:Int,1}", &ok)).empty());
-    EXPECT_TRUE(ok);
-}
-
-TEST(TyxCastTest, PairsThatExist)
-{
-    static_assert(TyxCastExists<int, double>);
-    static_assert(TyxCastExists<tyx::TyxVariantMap, bool>);
-    static_assert(!TyxCastExists<tyx::TyxStrList, int>);
-    static_assert(!TyxCastExists<tyx::TyxVariantList, tyx::TyxVariantMap>);
-    SUCCEED();
+    expectCast<TyxString, TyxVariantMap>(L"{a:Int,1}", TyxVariantMap());
 }
 
 } // namespace

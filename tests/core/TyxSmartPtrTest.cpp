@@ -1,7 +1,9 @@
-// Shared pointers: assignment order, self-assignment, auto pointers and policies.
+// Reference counts and shared pointers: assignment order, self-assignment,
+// auto pointers and policies.
 #include <gtest/gtest.h>
 
 #include <tyx/TyxAutoPtr.h>
+#include <tyx/TyxObject.h>
 #include <tyx/TyxSmartPtr.h>
 
 #include <type_traits>
@@ -10,11 +12,14 @@ namespace {
 
 using namespace tyx;
 
-class Node : public TyxRefCounted {
+class Node : public TyxObject, public TyxRefCounted {
 public:
     explicit Node(int *destroyed) : m_destroyed(destroyed) {}
+    Node(const Node &other) = default;
     ~Node() override { ++*m_destroyed; }
 
+    using TyxRefCounted::addRef;
+    using TyxRefCounted::removeRef;
     TyxSmartPtr<Node> next;
 
 private:
@@ -27,17 +32,44 @@ struct Tracked {
     int *m_destroyed;
 };
 
-TEST(TyxSmartPtrTest, NullPointersTestFalse)
+static_assert(!std::is_convertible_v<TyxSmartPtr<Node>, bool>);
+static_assert(std::is_convertible_v<TyxSmartPtr<Node>, TyxSmartPtr<const Node>>);
+static_assert(!std::is_convertible_v<TyxSmartPtr<const Node>, TyxSmartPtr<Node>>);
+
+TEST(TyxRefCountedTest, CountFollowsOwnersAndCopiesStartAtZero)
 {
-    TyxSmartPtr<Node> empty;
-    EXPECT_FALSE(empty);
-    static_assert(!std::is_convertible_v<TyxSmartPtr<Node>, int>);
-    static_assert(!std::is_convertible_v<TyxSmartPtr<Node>, bool>);
-    static_assert(std::is_convertible_v<TyxSmartPtr<Node>, TyxSmartPtr<const Node>>);
-    static_assert(!std::is_convertible_v<TyxSmartPtr<const Node>, TyxSmartPtr<Node>>);
+    int destroyed = 0;
+    auto *object = new Node(&destroyed);
+    EXPECT_EQ(object->refCount(), 0);
+    EXPECT_FALSE(object->hasMultipleRefs());
+    TyxSmartPtr<Node> first(object);
+    EXPECT_EQ(object->refCount(), 1);
+    {
+        TyxSmartPtr<const Node> second(first);
+        EXPECT_EQ(object->refCount(), 2);
+        EXPECT_TRUE(object->hasMultipleRefs());
+        const Node copy(*object);
+        EXPECT_EQ(copy.refCount(), 0);
+    }
+    EXPECT_EQ(destroyed, 1); // the copy
+    EXPECT_EQ(object->refCount(), 1);
+    // A const pointer alone keeps the object.
+    TyxSmartPtr<const Node> constant(first);
+    first = nullptr;
+    EXPECT_EQ(destroyed, 1);
+    constant = nullptr;
+    EXPECT_EQ(destroyed, 2);
+
+    // removeRef signals when the count falls below two, even below zero.
+    Node local(&destroyed);
+    local.addRef();
+    local.addRef();
+    EXPECT_FALSE(local.removeRef()); // 2 -> 1
+    EXPECT_TRUE(local.removeRef());  // 1 -> 0
+    EXPECT_TRUE(local.removeRef());  // 0 -> -1
 }
 
-TEST(TyxSmartPtrTest, SelfAssignmentKeepsTheCount)
+TEST(TyxSmartPtrTest, SelfAssignmentKeepsTheCountAndOtherReleasesFirst)
 {
     int destroyed = 0;
     TyxSmartPtr<Node> p(new Node(&destroyed));
@@ -50,46 +82,31 @@ TEST(TyxSmartPtrTest, SelfAssignmentKeepsTheCount)
     p = p.get();
     EXPECT_EQ(p->refCount(), 2);
     EXPECT_EQ(destroyed, 0);
-}
 
-TEST(TyxSmartPtrTest, AssignmentReleasesTheOldObjectFirst)
-{
-    int destroyed = 0;
-    TyxSmartPtr<Node> p(new Node(&destroyed));
+    // Assignment releases the old object first.
+    other = nullptr;
     p = new Node(&destroyed);
     EXPECT_EQ(destroyed, 1);
     p = nullptr;
     EXPECT_EQ(destroyed, 2);
-}
 
-TEST(TyxSmartPtrTest, ReplacingByAnObjectReachableOnlyThroughTheOldOne)
-{
     // The caller's duty: hold a copy of the new object before assigning.
-    int destroyed = 0;
     TyxSmartPtr<Node> head(new Node(&destroyed));
     head->next = new Node(&destroyed);
     const TyxSmartPtr<Node> keep(head->next);
     head = keep;
-    EXPECT_EQ(destroyed, 1);
+    EXPECT_EQ(destroyed, 3);
     EXPECT_EQ(head->refCount(), 2);
 }
 
-TEST(TyxSmartPtrTest, ConstPointerSharesTheCount)
+TEST(TyxAutoPtrTest, CopiesDestroyThePointeeOnceAndNoDeleteOnlyBorrows)
 {
     int destroyed = 0;
-    TyxSmartPtr<Node> p(new Node(&destroyed));
-    TyxSmartPtr<const Node> c(p);
-    EXPECT_EQ(c->refCount(), 2);
-    p = nullptr;
-    EXPECT_EQ(destroyed, 0);
-    c = nullptr;
-    EXPECT_EQ(destroyed, 1);
-}
-
-TEST(TyxAutoPtrTest, CopiesDestroyThePointeeOnce)
-{
-    int destroyed = 0;
+    Tracked local(&destroyed);
     {
+        TyxAutoPtr<Tracked> borrowed(&local, TyxNoDelete());
+        TyxAutoPtr<Tracked> copy(borrowed);
+        EXPECT_EQ(copy.get(), &local);
         TyxAutoPtr<Tracked> a(new Tracked(&destroyed));
         TyxAutoPtr<Tracked> b(a);
         TyxAutoPtr<Tracked> c;
@@ -99,31 +116,9 @@ TEST(TyxAutoPtrTest, CopiesDestroyThePointeeOnce)
         b = TyxAutoPtr<Tracked>();
         EXPECT_EQ(destroyed, 0);
         EXPECT_TRUE(c);
+        const TyxAutoPtr<const Tracked> constant(new Tracked(&destroyed));
     }
-    EXPECT_EQ(destroyed, 1);
-}
-
-TEST(TyxAutoPtrTest, NoDeleteOnlyBorrows)
-{
-    int destroyed = 0;
-    Tracked local(&destroyed);
-    {
-        TyxAutoPtr<Tracked> borrowed(&local, TyxNoDelete());
-        TyxAutoPtr<Tracked> copy(borrowed);
-        EXPECT_EQ(copy.get(), &local);
-    }
-    EXPECT_EQ(destroyed, 0);
-}
-
-TEST(TyxAutoPtrTest, ConstPointeeAndArrayOfWideCharacters)
-{
-    int destroyed = 0;
-    {
-        TyxAutoPtr<const Tracked> constant(new Tracked(&destroyed));
-        TyxAutoPtr<wchar_t> unit(new wchar_t(L'x'));
-        EXPECT_EQ(*unit, L'x');
-    }
-    EXPECT_EQ(destroyed, 1);
+    EXPECT_EQ(destroyed, 2);
 }
 
 } // namespace

@@ -1,6 +1,8 @@
-// Wide strings: UTF-8 codec, text functions, splitter, C-style functions.
+// Wide strings: UTF-8 codec, text functions, splitter, C-style functions;
+// string lists.
 #include <gtest/gtest.h>
 
+#include <tyx/TyxStrList.h>
 #include <tyx/TyxString.h>
 
 #include <clocale>
@@ -12,7 +14,7 @@ namespace {
 using namespace tyx;
 using Parts = std::vector<TyxString>;
 
-TEST(TyxStringTest, Utf8RoundTripsAccentedAndNonBmpText)
+TEST(TyxStringTest, Utf8RoundTripsAndMalformedBytesWidenWithTheirSign)
 {
     const std::string utf8 = "Gr\xC3\xBC\xC3\x9F"
                              "e \xE5\x9C\xB0\xE5\x9B\xB3 \xF0\x9D\x95\x8F";
@@ -20,10 +22,14 @@ TEST(TyxStringTest, Utf8RoundTripsAccentedAndNonBmpText)
     EXPECT_EQ(wide, L"Grüße 地図 \U0001D54F");
     EXPECT_EQ(wide.size(), 10u); // one unit per code point
     EXPECT_EQ(static_cast<std::string>(wide), utf8);
-}
+    std::istringstream lines(utf8 + "\nnext");
+    TyxString line(L"x");
+    tyx::getline(lines, line);
+    EXPECT_EQ(line, wide);
+    line = static_cast<const char *>(nullptr);
+    EXPECT_TRUE(line.empty());
 
-TEST(TyxStringTest, MalformedUtf8WidensEachByteWithItsSign)
-{
+    // Malformed UTF-8 widens each byte with its sign.
     const struct {
         const char *name;
         std::string bytes;
@@ -41,22 +47,16 @@ TEST(TyxStringTest, MalformedUtf8WidensEachByteWithItsSign)
     EXPECT_EQ(static_cast<uint32_t>(TyxString("\xFF")[0]), 0xFFFFFFFFu);
 }
 
-TEST(TyxStringTest, NonScalarValuesFallBackToLowBytes)
-{
-    std::wstring surrogate = L"ab";
-    surrogate += static_cast<wchar_t>(0xD800);
-    EXPECT_EQ(toUTF8(surrogate), std::string("ab\x00", 3));
-    std::wstring beyond = L"\u00E9";
-    beyond += static_cast<wchar_t>(0x110041);
-    EXPECT_EQ(toUTF8(beyond), std::string("\xE9\x41"));
-}
-
-TEST(TyxStringTest, Utf8EncodingStopsAtAnEmbeddedTerminator)
+// A unit that is not a Unicode scalar value sends the whole text to the
+// low-byte fallback; encoding stops at an embedded terminator.
+TEST(TyxStringTest, Utf8EncodingAndTerminatedConversions)
 {
     const struct {
         std::wstring wide;
         std::string utf8;
     } cases[] = {
+        {std::wstring(L"ab\xD800", 3), std::string("ab\x00", 3)},
+        {std::wstring(L"\u00E9\x110041", 2), "\xE9\x41"},
         {std::wstring(L"a\0b", 3), "a"},
         {std::wstring(L"\u00E9\0\xD800", 3), "\xC3\xA9"},
         {std::wstring(L"a\xD841\0\u00E9", 4), "aA"},
@@ -66,17 +66,8 @@ TEST(TyxStringTest, Utf8EncodingStopsAtAnEmbeddedTerminator)
     std::ostringstream out;
     out << TyxString(std::wstring(L"x\0y", 3));
     EXPECT_EQ(out.str(), "x");
-}
 
-TEST(TyxStringTest, NullAndEmptyNarrowTextClear)
-{
-    TyxString text(L"x");
-    text = static_cast<const char *>(nullptr);
-    EXPECT_TRUE(text.empty());
-}
-
-TEST(TyxStringTest, TerminatedConversionsReportSizesAndClearOnFailure)
-{
+    // Terminated conversions report sizes and clear on failure.
     EXPECT_EQ(wcstoutf(nullptr, L"\u00E9a", 0), 4u);
     char narrow[8];
     EXPECT_EQ(wcstoutf(narrow, L"\u00E9a", sizeof narrow), 4u);
@@ -98,19 +89,12 @@ TEST(TyxStringTest, MultibyteFollowsTheCurrentLocale)
     // The "C" locale is ASCII only: anything beyond fails and gives empty text.
     std::setlocale(LC_CTYPE, "C");
     EXPECT_EQ(toMultibyte(L"\u00E9"), "");
+    // The counts include the terminator.
     char narrow[4];
     EXPECT_EQ(tyx::wcstombs(narrow, L"ab", sizeof narrow), 3u);
     wchar_t wide[4];
     EXPECT_EQ(tyx::mbstowcs(wide, "ab", 4), 3u);
     EXPECT_EQ(std::wstring(wide), L"ab");
-}
-
-TEST(TyxStringTest, TrimKeepsAllBlankText)
-{
-    EXPECT_EQ(trim(L"   "), L"   ");
-    EXPECT_EQ(trim(L"  a "), L"a");
-    EXPECT_EQ(trim(L"\t\r\n a b \n"), L"a b");
-    EXPECT_EQ(trim(L"\u3000a\u3000"), L"\u3000a\u3000"); // only the four blanks count
 }
 
 TEST(TyxStringTest, SplitterCases)
@@ -130,30 +114,33 @@ TEST(TyxStringTest, SplitterCases)
         {L"((a,b))", L",", false, {L"a", L"b"}},
         {L"(a),(b)", L",", false, {L"a)", L"(b"}},
         {L",,,", L",", false, {}},
+        // A delimiter at or above 256 moves the splitter off its table.
+        {L"a\u2192b,,c\u2192", L",\u2192", false, {L"a", L"b", L"c"}},
+        {L"a\u2192b,,c\u2192", L",\u2192", true, {L"a", L"b", L"", L"c", L""}},
+        {L"x\U0001F600y", L"\U0001F600", false, {L"x", L"y"}},
+        // Units above 255 never match a table of small delimiters.
+        {L"a\u012Cb", L",", false, {L"a\u012Cb"}},
     };
     for (const auto &c : cases)
         EXPECT_EQ(splitStr(c.text, c.delimiters, c.keepEmpty), c.expected) << std::wstring(c.text);
 }
 
-TEST(TyxStringTest, SplitterAgreesOnBothRoads)
+TEST(TyxStringTest, TrimCaseRulesAndComparisons)
 {
-    // A delimiter at or above 256 moves the splitter off its table.
-    const TyxString text = L"a\u2192b,,c\u2192";
-    EXPECT_EQ(splitStr(text, L",\u2192", false), (Parts{L"a", L"b", L"c"}));
-    EXPECT_EQ(splitStr(text, L",\u2192", true), (Parts{L"a", L"b", L"", L"c", L""}));
-    EXPECT_EQ(splitStr(L"x\U0001F600y", L"\U0001F600", false), (Parts{L"x", L"y"}));
-    // Units above 255 never match a table of small delimiters.
-    EXPECT_EQ(splitStr(L"a\u012Cb", L",", false), (Parts{L"a\u012Cb"}));
-}
-
-TEST(TyxStringTest, CaseRulesDifferOnPurpose)
-{
+    EXPECT_EQ(trim(L"   "), L"   ");
+    EXPECT_EQ(trim(L"  a "), L"a");
+    EXPECT_EQ(trim(L"\t\r\n a b \n"), L"a b");
+    EXPECT_EQ(trim(L"\u3000a\u3000"), L"\u3000a\u3000"); // only the four blanks count
     EXPECT_EQ(toLower(TyxString(L"ABC\u00C9")), L"abc\u00C9");
     EXPECT_TRUE(isEqual(L"abc", L"ABC"));
     EXPECT_FALSE(isEqual(L"abc", L"abcd"));
     EXPECT_TRUE(containsSubstring(L"ABC", L"b", false));
     EXPECT_FALSE(containsSubstring(L"ABC", L"b", true));
     EXPECT_TRUE(containsSubstring(L"", L"", true));
+    EXPECT_EQ(tyx::strcmp("a", "z"), -1);
+    const wchar_t high[] = {static_cast<wchar_t>(0x80000000), 0};
+    EXPECT_EQ(tyx::strcmp(high, L"a"), 1); // unsigned comparison
+    EXPECT_EQ(tyx::stricmp(L"ABC", L"abc"), 0);
 }
 
 TEST(TyxStringTest, ApproximateByContinuedFractions)
@@ -176,23 +163,6 @@ TEST(TyxStringTest, ApproximateByContinuedFractions)
     }
 }
 
-TEST(TyxStringTest, CStyleFunctions)
-{
-    EXPECT_EQ(tyx::strcmp("a", "z"), -1);
-    EXPECT_EQ(tyx::strcmp(L"a", L"\u00FF"), -1);
-    const wchar_t high[] = {static_cast<wchar_t>(0x80000000), 0};
-    EXPECT_EQ(tyx::strcmp(high, L"a"), 1); // unsigned comparison
-    EXPECT_EQ(tyx::stricmp(L"ABC", L"abc"), 0);
-
-    wchar_t joined[8] = L"ab";
-    EXPECT_EQ(tyx::strcat(joined, L"cd"), joined);
-    EXPECT_STREQ(joined, L"abcd");
-
-    char narrow[32];
-    EXPECT_EQ(tyx::sprintf(narrow, "%d-%s", 42, "x"), 4);
-    EXPECT_STREQ(narrow, "42-x");
-}
-
 TEST(TyxStringTest, WideSprintfStopsAtItsWorkArea)
 {
     std::vector<wchar_t> target(2000, L'?');
@@ -204,12 +174,60 @@ TEST(TyxStringTest, WideSprintfStopsAtItsWorkArea)
     EXPECT_STREQ(target.data(), L"7|\u00E9");
 }
 
-TEST(TyxStringTest, GetlineDecodesUtf8)
+TEST(TyxStrListTest, FindReturnsLastMatchInsertAppendsOutOfRangeRemoveTakesEveryMatch)
 {
-    std::istringstream narrow("\xC3\xA9t\xC3\xA9\nnext");
-    TyxString line;
-    tyx::getline(narrow, line);
-    EXPECT_EQ(line, L"été");
+    const TyxStrList list{L"a", L"B", L"a"};
+    EXPECT_EQ(list.find(L"a", false), 2u);
+    EXPECT_EQ(list.find(L"b", false), TyxStrList::INVALID_INDEX());
+    EXPECT_EQ(list.find(L"b", true), 1u);
+    EXPECT_TRUE(list.contains(L"A", true));
+    EXPECT_FALSE(list.contains(L"A", false));
+
+    TyxStrList grown;
+    grown.insert(5, L"b");
+    EXPECT_EQ(grown.capacity(), 10u);
+    grown.insert(0, L"a");
+    grown.insert(2, L"c");
+    EXPECT_EQ(grown, (TyxStrList{L"a", L"b", L"c"}));
+    grown.insert(0, L"b");
+    grown.insert(0, L"B");
+    grown.remove(L"b");
+    EXPECT_EQ(grown, (TyxStrList{L"B", L"a", L"c"}));
+}
+
+TEST(TyxStrListTest, SortByUnitOrLoweredTextJoinAndTextForm)
+{
+    TyxStrList list{L"b", L"C", L"a"};
+    list.sort(false, false);
+    EXPECT_EQ(list, (TyxStrList{L"C", L"a", L"b"}));
+    list.sort(false, true);
+    EXPECT_EQ(list, (TyxStrList{L"a", L"b", L"C"}));
+    list.sort(true, true);
+    EXPECT_EQ(list, (TyxStrList{L"C", L"b", L"a"}));
+
+    EXPECT_EQ(list.toString(L" + "), L"C + b + a");
+    EXPECT_EQ(TyxStrList().toString(L","), L"");
+    EXPECT_EQ(static_cast<TyxString>(TyxStrList()), L"");
+}
+
+TEST(TyxStrListTest, StreamRoundTrips)
+{
+    const TyxStrList list{L"été", L"", L"x y"};
+    std::wostringstream wideOut;
+    wideOut << list;
+    EXPECT_EQ(wideOut.str(), L"(été,,x y)");
+    std::wistringstream wideIn(wideOut.str() + L"\n");
+    TyxStrList back;
+    wideIn >> back;
+    EXPECT_EQ(back, list);
+
+    std::ostringstream narrowOut;
+    narrowOut << list;
+    EXPECT_EQ(narrowOut.str(), "(\xC3\xA9t\xC3\xA9,,x y)");
+
+    std::wistringstream emptyLine(L"\n");
+    emptyLine >> back;
+    EXPECT_TRUE(back.isEmpty());
 }
 
 } // namespace

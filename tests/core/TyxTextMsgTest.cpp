@@ -13,104 +13,56 @@
 namespace {
 
 using namespace tyx;
+using namespace tyx::test;
 
-using tyx::test::HandlerScope;
-using tyx::test::RecordingHandler;
-
-TEST(TyxTextMsgTest, DefaultMessage)
-{
-    const TyxTextMsg message;
-    EXPECT_TRUE(message.empty());
-    EXPECT_EQ(message.type(), TyxTextMsg::User);
-    EXPECT_EQ(message.userType(), 4);
-    EXPECT_EQ(message.srcFname(), L"<filename unknown>");
-}
-
-TEST(TyxTextMsgTest, UserTypeDecidesTheSeverity)
+// A unit that is not a Unicode scalar value sends only its own piece of the
+// narrow form into the byte-per-unit fallback; the rest stays UTF-8.
+TEST(TyxTextMsgTest, UserTypeDecidesTheSeverityAndLabelAndEachPieceIsEncodedByItself)
 {
     const struct {
+        const wchar_t *text;
+        const wchar_t *file;
         int code;
         TyxTextMsg::Code type;
-    } cases[] = {{0, TyxTextMsg::Error}, {1, TyxTextMsg::Warning}, {2, TyxTextMsg::Info},
-                 {3, TyxTextMsg::Debug}, {4, TyxTextMsg::User},    {7, TyxTextMsg::User},
-                 {-1, TyxTextMsg::User}};
+        const char *form;
+    } cases[] = {
+        {L"\u00E9", L"F", 0, TyxTextMsg::Error, "error: \xC3\xA9 - (F : 2)"},
+        {L"\u00E9", L"F", 1, TyxTextMsg::Warning, "warning: \xC3\xA9 - (F : 2)"},
+        {L"\u00E9", L"F", 2, TyxTextMsg::Info, "info: \xC3\xA9 - (F : 2)"},
+        {L"\u00E9", L"F", 3, TyxTextMsg::Debug, "debug: \xC3\xA9 - (F : 2)"},
+        {L"\u00E9", L"F", 4, TyxTextMsg::User, "user: \xC3\xA9 - (F : 2)"},
+        {L"\u00E9", L"F", -1, TyxTextMsg::User, "user: \xC3\xA9 - (F : 2)"},
+        {L"bad \xD8E9", L"\u00E9.cpp", 0, TyxTextMsg::Error, "error: bad \xE9 - (\xC3\xA9.cpp : 2)"},
+        {L"\u00E9", L"\xDCE9.cpp", 0, TyxTextMsg::Error, "error: \xC3\xA9 - (\xE9.cpp : 2)"},
+        {L"\x110041", L"F", 0, TyxTextMsg::Error, "error: A - (F : 2)"},
+    };
     for (const auto &c : cases) {
-        const TyxTextMsg message(L"x", c.code);
+        const TyxTextMsg message(c.text, c.file, 2, c.code);
         EXPECT_EQ(message.type(), c.type) << c.code;
-        EXPECT_EQ(message.userType(), c.code);
+        std::ostringstream narrow;
+        narrow << message;
+        EXPECT_EQ(narrow.str(), c.form);
     }
-}
-
-TEST(TyxTextMsgTest, SourceFileIsCutToItsBareName)
-{
-    EXPECT_EQ(TyxTextMsg(L"t", L"C:\\a\\b\\File", 1, 0).srcFname(), L"File");
-    EXPECT_EQ(TyxTextMsg(L"t", L"/a\\b/c\\File", 1, 0).srcFname(), L"File");
-    EXPECT_EQ(TyxTextMsg(L"t", L"", 1, 0).srcFname(), L"");
-}
-
-TEST(TyxTextMsgTest, TextForm)
-{
     std::wostringstream wide;
     wide << TyxTextMsg(L"Bad value", L"src/Parser", 48, TyxTextMsg::Error);
     EXPECT_EQ(wide.str(), L"error: Bad value - (Parser : 48)");
-
-    const struct {
-        int code;
-        const char *expected;
-    } labels[] = {{1, "warning: \xC3\xA9 - (F : 2)"},
-                  {2, "info: \xC3\xA9 - (F : 2)"},
-                  {3, "debug: \xC3\xA9 - (F : 2)"},
-                  {4, "user: \xC3\xA9 - (F : 2)"},
-                  {-5, "user: \xC3\xA9 - (F : 2)"}};
-    for (const auto &label : labels) {
-        std::ostringstream narrow;
-        narrow << TyxTextMsg(L"\u00E9", L"F", 2, label.code);
-        EXPECT_EQ(narrow.str(), label.expected);
-    }
-
+    // The source file is cut to its bare name at either slash.
+    EXPECT_EQ(TyxTextMsg(L"t", L"/a\\b/c\\File", 1, 0).srcFname(), L"File");
+    EXPECT_EQ(TyxTextMsg(L"t", L"", 1, 0).srcFname(), L"");
     std::wostringstream empty;
     empty << TyxTextMsg(L"", L"F", 2, TyxTextMsg::Error);
     EXPECT_TRUE(empty.str().empty());
 }
 
-TEST(TyxTextMsgTest, NarrowTextFormEncodesEachPieceByItself)
+TEST(TyxTextMsgTest, EqualityWhatSetTextAppendAndClear)
 {
-    // A unit that is not a Unicode scalar value sends only its own piece into
-    // the byte-per-unit fallback; the file name stays UTF-8.
-    const struct {
-        const wchar_t *text;
-        const wchar_t *file;
-        const char *expected;
-    } cases[] = {
-        {L"bad \xD8E9", L"\u00E9.cpp", "error: bad \xE9 - (\xC3\xA9.cpp : 3)"},
-        {L"\u00E9", L"\xDCE9.cpp", "error: \xC3\xA9 - (\xE9.cpp : 3)"},
-        {L"\x110041", L"F", "error: A - (F : 3)"},
-    };
-    for (const auto &c : cases) {
-        std::ostringstream narrow;
-        narrow << TyxTextMsg(c.text, c.file, 3, TyxTextMsg::Error);
-        EXPECT_EQ(narrow.str(), c.expected);
-    }
-}
-
-TEST(TyxTextMsgTest, EqualityCoversEveryFieldButTheWhatBuffer)
-{
-    TyxTextMsg a(L"text", L"F", 3, TyxTextMsg::Warning);
+    TyxTextMsg a(L"\u5730\u56F3", L"F", 3, TyxTextMsg::Warning);
     TyxTextMsg b(a);
+    EXPECT_STREQ(a.what(), "\xE5\x9C\xB0\xE5\x9B\xB3");
     EXPECT_EQ(a, b);
     b.setVerbose(true);
     EXPECT_NE(a, b);
-    EXPECT_FALSE(a.isEqual(&b));
-}
 
-TEST(TyxTextMsgTest, WhatGivesTheTextAloneInUtf8)
-{
-    const TyxTextMsg message(L"\u5730\u56F3", L"F", 9, TyxTextMsg::Error);
-    EXPECT_STREQ(message.what(), "\xE5\x9C\xB0\xE5\x9B\xB3");
-}
-
-TEST(TyxTextMsgTest, SetTextAppendAndClear)
-{
     TyxTextMsg message(L"a", L"F", 1, TyxTextMsg::Info);
     message.setVerbose(true);
     message.setText(L"b", TyxTextMsg::Error);
@@ -124,7 +76,7 @@ TEST(TyxTextMsgTest, SetTextAppendAndClear)
     EXPECT_EQ(message, TyxTextMsg());
 }
 
-TEST(TyxTextMsgTest, DefaultHandlerThrowsPostedErrors)
+TEST(TyxTextMsgTest, PostedErrorsAreThrownOnlyWithoutAHandlerAndAlwaysRecorded)
 {
     const TyxTextMsg error(L"it failed", L"Here.cpp", 12, TyxTextMsg::Error);
     try {
@@ -136,20 +88,14 @@ TEST(TyxTextMsgTest, DefaultHandlerThrowsPostedErrors)
     EXPECT_EQ(lastError(), error);
     EXPECT_NO_THROW(postMessage(TyxTextMsg(L"just saying", TyxTextMsg::Warning)));
     EXPECT_EQ(lastError(), error);
-}
 
-TEST(TyxTextMsgTest, InstalledHandlerReceivesAndErrorsAreStillRecorded)
-{
-    {
-        HandlerScope scope;
-        const TyxTextMsg error(L"recorded", L"There.cpp", 5, TyxTextMsg::Error);
-        EXPECT_NO_THROW(postMessage(error));
-        postMessage(TyxTextMsg(L"note", TyxTextMsg::Info));
-        ASSERT_EQ(scope.messages().size(), 2u);
-        EXPECT_EQ(scope.messages()[0], error);
-        EXPECT_EQ(lastError(), error);
-    }
-    EXPECT_THROW(postMessage(TyxTextMsg(L"back to default", TyxTextMsg::Error)), TyxTextMsg);
+    HandlerScope scope;
+    const TyxTextMsg recorded(L"recorded", L"There.cpp", 5, TyxTextMsg::Error);
+    EXPECT_NO_THROW(postMessage(recorded));
+    postMessage(TyxTextMsg(L"note", TyxTextMsg::Info));
+    ASSERT_EQ(scope.messages().size(), 2u);
+    EXPECT_EQ(scope.messages()[0], recorded);
+    EXPECT_EQ(lastError(), recorded);
 }
 
 TEST(TyxCoreLibMgrTest, InitializeInstallsOnlyOnce)

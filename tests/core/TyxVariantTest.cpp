@@ -1,3 +1,6 @@
+// Variants and their type codes: construction, conversion, sharing, text
+// forms and types that join at run time.
+#include <tyx/TyxMetaType.h>
 #include <tyx/TyxVariant.h>
 
 #include <gtest/gtest.h>
@@ -6,12 +9,7 @@
 
 namespace {
 
-using tyx::TyxMetaType;
-using tyx::TyxString;
-using tyx::TyxVariant;
-using tyx::TyxVariantList;
-using tyx::TyxVariantMap;
-using tyx::TyxVariantPair;
+using namespace tyx;
 
 TyxString wideText(const TyxVariant &v)
 {
@@ -42,10 +40,8 @@ TEST(TyxVariantTest, ConstructorsGiveTheirCodes)
         {TyxVariant(static_cast<signed char>(-1)), TyxMetaType::Int8, "signed char"},
         {TyxVariant('a'), TyxMetaType::Char, "wchar_t"},
         {TyxVariant(1L), TyxMetaType::Int64, "TyxI64"},
-        {TyxVariant(1.0), TyxMetaType::Double, "double"},
         {TyxVariant(std::complex<double>(1, 2)), TyxMetaType::ComplexDouble, "TyxDblComplex"},
         {TyxVariant("text"), TyxMetaType::String, "TyxString"},
-        {TyxVariant(tyx::TyxStrList{L"a"}), TyxMetaType::StrList, "TyxStrList"},
         {TyxVariant(TyxVariantPair(L"k", TyxVariant(1))), TyxMetaType::KeyValuePair,
          "std::pair<TyxString,TyxVariant>"},
         {TyxVariant(TyxVariantList()), TyxMetaType::VariantList, "std::vector<TyxVariant>"},
@@ -54,59 +50,52 @@ TEST(TyxVariantTest, ConstructorsGiveTheirCodes)
     };
     for (const Case &c : cases) {
         EXPECT_EQ(c.variant.type(), c.code) << c.className;
-        EXPECT_EQ(c.variant.impl().className(), tyx::fromUTF8(c.className));
+        EXPECT_EQ(c.variant.impl().className(), fromUTF8(c.className));
     }
-    EXPECT_EQ(TyxVariant(1.0).typeName(), L"Double");
+    EXPECT_EQ(TyxVariant::typeFromName(L"bool"), TyxMetaType::Bool);
+    EXPECT_EQ(TyxVariant::typeFromName(L"Bool"), TyxMetaType::Invalid);
+    // By code and a pointer to the value.
+    const double value = 4.25;
+    const TyxVariant made(TyxMetaType::Double, &value);
+    EXPECT_EQ(made.value<double>(), 4.25);
+    EXPECT_EQ(TyxVariant(TyxMetaType::Int, nullptr).value<int>(), 0);
+    EXPECT_FALSE(TyxVariant(TyxMetaType::Invalid, &value).isValid());
 }
 
-TEST(TyxVariantTest, NarrowTextAndCharacters)
-{
-    EXPECT_EQ(TyxVariant("gr\xc3\xbc\xc3\x9f").value<TyxString>(), L"gr\u00fc\u00df");
-    // A char of -1 widens with its sign: all bits set.
-    EXPECT_EQ(TyxVariant(static_cast<char>(-1)).value<wchar_t>(), static_cast<wchar_t>(-1));
-    EXPECT_EQ(TyxVariant(L"h\u00e9").value<std::string>(), "h\xc3\xa9");
-    EXPECT_EQ(TyxVariant(65).value<char>(), 'A');
-    EXPECT_EQ(TyxVariant("xyz").value<char>(), 'x');
-}
-
-TEST(TyxVariantTest, InvalidVariant)
+TEST(TyxVariantTest, InvalidVariantAndItsFormReadBackAsText)
 {
     const TyxVariant a;
-    const TyxVariant b;
     EXPECT_FALSE(a.isValid());
-    EXPECT_TRUE(a == b);
+    EXPECT_TRUE(a == TyxVariant());
     EXPECT_FALSE(a == TyxVariant(0));
     double d = 5.0;
     EXPECT_FALSE(a.value(TyxMetaType::Double, &d));
     EXPECT_EQ(d, 0.0);
     EXPECT_TRUE(a.value(TyxMetaType::Invalid, &d));
     EXPECT_EQ(wideText(a), L", ");
-}
-
-TEST(TyxVariantTest, TypeTextWithoutPrototypeReadsAsText)
-{
-    // The invalid variant's form ", " names no type with a prototype, so it
-    // reads back as a string variant holding empty text.
+    // ", " names no type with a prototype, so it reads back as a string
+    // variant holding empty text.
     const struct {
         const wchar_t *text;
         const wchar_t *value;
     } cases[] = {
-        {L", ", L""},           {L",", L""}, {L"  ,  ", L""}, {L", abc", L"abc"}, {L"NoSuchType,abc", L"abc"},
+        {L", ", L""}, {L",", L""}, {L"  ,  ", L""}, {L", abc", L"abc"}, {L"NoSuchType,abc", L"abc"},
     };
     for (const auto &c : cases) {
+        SCOPED_TRACE(toUTF8(c.text));
         bool failed = true;
         const TyxVariant read = readWide(c.text, &failed);
-        EXPECT_FALSE(failed) << tyx::toUTF8(c.text);
-        EXPECT_EQ(read.type(), TyxMetaType::String) << tyx::toUTF8(c.text);
-        EXPECT_EQ(read.value<TyxString>(), c.value) << tyx::toUTF8(c.text);
+        EXPECT_FALSE(failed);
+        EXPECT_EQ(read.type(), TyxMetaType::String);
+        EXPECT_EQ(read.value<TyxString>(), c.value);
     }
 }
 
 TEST(TyxVariantTest, ValueConvertsOrGivesTheDefault)
 {
-    const TyxVariant v(L"12.5");
-    EXPECT_EQ(v.value<double>(), 12.5);
-    EXPECT_EQ(v.value<int>(), 12);
+    // A char of -1 widens with its sign: all bits set.
+    EXPECT_EQ(TyxVariant(static_cast<char>(-1)).value<wchar_t>(), static_cast<wchar_t>(-1));
+    EXPECT_EQ(TyxVariant(L"h\u00e9").value<std::string>(), "h\xc3\xa9");
     double d = 7.0;
     EXPECT_FALSE(TyxVariant(L"abc").value(TyxMetaType::Double, &d));
     EXPECT_EQ(d, 0.0);
@@ -114,9 +103,6 @@ TEST(TyxVariantTest, ValueConvertsOrGivesTheDefault)
     int i = 9;
     EXPECT_FALSE(TyxVariant(TyxVariantList{TyxVariant(1)}).value(TyxMetaType::Int, &i));
     EXPECT_EQ(i, 0);
-    EXPECT_EQ(TyxVariant(300).value<unsigned char>(), 44);
-    EXPECT_EQ(TyxVariant(2.5).value<TyxString>(), L"2.5");
-    EXPECT_EQ(TyxVariant(3.0).value<std::string>(), "3.0");
     TyxVariant copy;
     const TyxVariant original(L"abc");
     EXPECT_TRUE(original.value(TyxMetaType::fromString(L"TyxVariant"), &copy));
@@ -124,7 +110,7 @@ TEST(TyxVariantTest, ValueConvertsOrGivesTheDefault)
     EXPECT_NE(copy.impl().constData(), original.impl().constData());
 }
 
-TEST(TyxVariantTest, EqualityIsInTheLeftSidesType)
+TEST(TyxVariantTest, EqualityInTheLeftSidesTypeAndCopiesShare)
 {
     EXPECT_TRUE(TyxVariant("1") == TyxVariant(1));
     EXPECT_FALSE(TyxVariant("abc") == TyxVariant(0));
@@ -137,10 +123,8 @@ TEST(TyxVariantTest, EqualityIsInTheLeftSidesType)
     EXPECT_FALSE(TyxVariant(2.9) == TyxVariant(2));
     EXPECT_TRUE(TyxVariant(TyxVariantList{TyxVariant(1)}) == TyxVariant(TyxVariantList{TyxVariant("1")}));
     EXPECT_TRUE(TyxVariant(L"X") != TyxVariant(L"x"));
-}
 
-TEST(TyxVariantTest, CopiesShareAndTextAssignmentKeepsCopiesApart)
-{
+    // Copies share; text assignment keeps them apart.
     TyxVariant a(L"one");
     const void *before = a.impl().constData();
     a = "two"; // sole owner: in place
@@ -161,7 +145,7 @@ TEST(TyxVariantTest, CopiesShareAndTextAssignmentKeepsCopiesApart)
     EXPECT_EQ(e.value<wchar_t>(), L'a');
 }
 
-TEST(TyxVariantTest, StreamForms)
+TEST(TyxVariantTest, StreamFormsReadBack)
 {
     struct Case {
         TyxVariant variant;
@@ -176,46 +160,30 @@ TEST(TyxVariantTest, StreamForms)
         {TyxVariant(0.1234567), L"Double,0.123457"},
         {TyxVariant(std::complex<double>(1, -2)), L"ComplexDouble,(1,-2)"},
         {TyxVariant(L"a b"), L"TyxString,a b"},
-        {TyxVariant(tyx::TyxStrList{L"a", L"b"}), L"TyxStrList,(a,b)"},
-        {TyxVariant(TyxVariantList{TyxVariant(1), TyxVariant(2)}), L"TyxVariantList,[Int,1,Int,2]"},
+        {TyxVariant(L""), L"TyxString,"},
+        {TyxVariant(TyxStrList{L"a", L"b"}), L"TyxStrList,(a,b)"},
+        {TyxVariant(TyxVariantList{TyxVariant(1), TyxVariant(L"x")}), L"TyxVariantList,[Int,1,TyxString,x]"},
         {TyxVariant(TyxVariantList()), L"TyxVariantList,[]"},
         {TyxVariant(map), L"TyxVariantMap,{a:TyxString,x,b:Int,2}"},
         {TyxVariant(TyxVariantPair(L"key", TyxVariant(1.5))), L"TyxKeyValuePair,key,Double,1.5"},
     };
-    for (const Case &c : cases)
+    // The invalid variant's form reads back as text: see
+    // InvalidVariantAndItsFormReadBackAsText.
+    for (const Case &c : cases) {
+        SCOPED_TRACE(toUTF8(c.text));
         EXPECT_EQ(wideText(c.variant), c.text);
+        bool failed = true;
+        const TyxVariant back = readWide(c.text, &failed);
+        EXPECT_FALSE(failed);
+        EXPECT_EQ(back.type(), c.variant.type());
+        EXPECT_EQ(wideText(back), c.text);
+        // The double's text keeps six digits only.
+        EXPECT_TRUE(c.variant.type() == TyxMetaType::Double || back == c.variant);
+    }
 
     std::ostringstream narrow;
     narrow << TyxVariant(L"\u00e9") << ';' << TyxVariantPair(L"k", TyxVariant(1));
     EXPECT_EQ(narrow.str(), "TyxString,\xc3\xa9;k,Int,1");
-}
-
-TEST(TyxVariantTest, ReadingBackTheStreamForms)
-{
-    TyxVariantMap map;
-    map[L"b"] = TyxVariant(2);
-    map[L"A"] = TyxVariant(true);
-    const TyxVariant values[] = {
-        TyxVariant(true),
-        TyxVariant(std::complex<double>(1, -2)),
-        TyxVariant(L"a b"),
-        TyxVariant(L""),
-        TyxVariant(tyx::TyxStrList{L"a", L"b"}),
-        TyxVariant(TyxVariantList{TyxVariant(1), TyxVariant(L"x")}),
-        TyxVariant(map),
-        TyxVariant(TyxVariantPair(L"key", TyxVariant(1.5))),
-    };
-    // The invalid variant's form reads back as text: see
-    // TypeTextWithoutPrototypeReadsAsText.
-    for (const TyxVariant &v : values) {
-        bool failed = true;
-        const TyxVariant back = readWide(wideText(v), &failed);
-        EXPECT_FALSE(failed) << tyx::toUTF8(wideText(v));
-        EXPECT_EQ(back.type(), v.type()) << tyx::toUTF8(wideText(v));
-        EXPECT_TRUE(back == v) << tyx::toUTF8(wideText(v));
-        EXPECT_EQ(wideText(back), wideText(v));
-    }
-
     std::wistringstream pairStream(L"k,Int,4");
     TyxVariantPair pair;
     pairStream >> pair;
@@ -223,11 +191,10 @@ TEST(TyxVariantTest, ReadingBackTheStreamForms)
     EXPECT_EQ(pair.second.value<int>(), 4);
 }
 
-TEST(TyxVariantTest, ReadingDetails)
+TEST(TyxVariantTest, ReadingDetailsAndMalformedInput)
 {
     EXPECT_EQ(readWide(L"TyxString,  \"quoted, text\" tail").value<TyxString>(), L"quoted, text");
     EXPECT_EQ(readWide(L" Int , 42 ").value<int>(), 42);
-    EXPECT_EQ(readWide(L"double,1.5").type(), TyxMetaType::Double);
     // A comma inside a string element does not survive a list.
     const TyxVariant list = readWide(L"TyxVariantList,[TyxString,a,Int,1]");
     const auto elements = list.value<TyxVariantList>();
@@ -240,10 +207,8 @@ TEST(TyxVariantTest, ReadingDetails)
     lines >> first >> second;
     EXPECT_EQ(first.value<int>(), 1);
     EXPECT_EQ(second.value<int>(), 2);
-}
 
-TEST(TyxVariantTest, MalformedInputFailsTheStream)
-{
+    // Malformed input fails the stream.
     struct Case {
         const wchar_t *text;
         TyxMetaType::Code code;
@@ -254,35 +219,71 @@ TEST(TyxVariantTest, MalformedInputFailsTheStream)
         {L"Double,", TyxMetaType::Double},
         {L"TyxVariantMap,{a}", TyxMetaType::VariantMap},
         {L"TyxVariantList,[Int,x,Int,2]", TyxMetaType::VariantList},
+        {L"Int", TyxMetaType::Invalid},
+        {L"", TyxMetaType::Invalid},
     };
     for (const Case &c : cases) {
         bool failed = false;
         const TyxVariant v = readWide(c.text, &failed);
-        EXPECT_TRUE(failed) << tyx::toUTF8(c.text);
-        EXPECT_EQ(v.type(), c.code) << tyx::toUTF8(c.text);
+        EXPECT_TRUE(failed) << toUTF8(c.text);
+        EXPECT_EQ(v.type(), c.code) << toUTF8(c.text);
     }
-    bool failed = false;
-    const TyxVariant noComma = readWide(L"Int", &failed);
-    EXPECT_TRUE(failed);
-    EXPECT_FALSE(noComma.isValid());
-    const TyxVariant empty = readWide(L"", &failed);
-    EXPECT_TRUE(failed);
-    EXPECT_FALSE(empty.isValid());
 }
 
-TEST(TyxVariantTest, Registry)
+// Building the table from two threads at first use: see the threads tests.
+TEST(TyxMetaTypeTest, CodesAndNamesBothWays)
 {
-    EXPECT_EQ(TyxVariant::typeFromName(L"bool"), TyxMetaType::Bool);
-    EXPECT_EQ(TyxVariant::typeFromName(L"Bool"), TyxMetaType::Invalid);
-
-    const double value = 4.25;
-    const TyxVariant made(TyxMetaType::Double, &value);
-    EXPECT_EQ(made.value<double>(), 4.25);
-    EXPECT_EQ(TyxVariant(TyxMetaType::Int, nullptr).value<int>(), 0);
-    EXPECT_FALSE(TyxVariant(TyxMetaType::Invalid, &value).isValid());
+    const std::vector<TyxString> names = splitStr(
+        L"Bool Int8 UInt8 Int16 UInt16 Int UInt Int64 UInt64 Float Double ComplexDouble TyxI64Rational "
+        L"TyxU64Rational TyxChar TyxString TyxStrList TyxEqnTile TyxBufferPtr TyxI32Coord TyxDblCoord "
+        L"TyxDblCoord2D TyxU32Size TyxImageSize TyxUnits TyxScalar TyxImageROI TyxDataType TyxDataLayout "
+        L"TyxColorModel TyxByteOrder TyxKeyValuePair TyxVariantList TyxVariantMap",
+        L" ", false);
+    ASSERT_EQ(names.size(), 34u);
+    for (int code = 0; code < 34; ++code) {
+        const TyxMetaType type(code);
+        EXPECT_EQ(type.toString(), names[code]);
+        EXPECT_EQ(TyxMetaType::fromString(names[code]).toEnum(), code);
+        EXPECT_EQ(type.isNumeric(), code < 15 || code == 25) << code;
+        EXPECT_NE(type.typeID(), 0u);
+        EXPECT_EQ(TyxMetaType::fromTypeID(type.typeID()), type);
+    }
+    const TyxStrList keys = TyxMetaType::allKeys();
+    EXPECT_EQ(std::vector<TyxString>(keys.begin(), keys.begin() + 34), names);
+    EXPECT_FALSE(TyxMetaType(-1).isValid());
+    EXPECT_FALSE(TyxMetaType(35).isValid());
+    EXPECT_FALSE(TyxMetaType::isValid(L""));
+    EXPECT_EQ(TyxMetaType::fromTypeID(internal::typeIdOf(L"int")), TyxMetaType::Int);
+    EXPECT_EQ(TyxMetaType::fromTypeID(internal::typeIdOf(L"TyxI64")), TyxMetaType::Int64);
+    EXPECT_EQ(TyxMetaType::fromTypeID(12345), TyxMetaType::Invalid);
 }
 
-// A type from outside the library, given a code at run time.
+TEST(TyxMetaTypeTest, RegisteredCodesStartAt1024AndStreamsReadNamesInAnyCase)
+{
+    using Registrar = internal::TyxVariantRegistrar;
+    const TyxMetaType first = Registrar::registerName(L"TyxMetaTypeTestFirst");
+    const TyxMetaType second = Registrar::registerName(L"TyxMetaTypeTestSecond");
+    EXPECT_GE(first.toEnum(), TyxMetaType::FirstRegistered);
+    EXPECT_EQ(second.toEnum(), first.toEnum() + 1);
+    EXPECT_EQ(Registrar::registerName(L"TyxMetaTypeTestFirst"), first);
+    EXPECT_EQ(TyxMetaType(static_cast<int>(first.toEnum())), first);
+    // A name or identity already known gives its existing code.
+    EXPECT_EQ(Registrar::registerName(L"double"), TyxMetaType::Double);
+    EXPECT_EQ(Registrar::registerName(L""), TyxMetaType::Invalid);
+    // The aliases of value() hold run-time codes too.
+    EXPECT_GE(TyxMetaType::fromString(L"StdString").toEnum(), TyxMetaType::FirstRegistered);
+
+    // Streams read names in any case.
+    std::wistringstream in(L"  tyxstring double nonsense");
+    TyxMetaType a, b, c(TyxMetaType::Int);
+    in >> a >> b >> c;
+    EXPECT_EQ(a, TyxMetaType::String);
+    EXPECT_EQ(b, TyxMetaType::Double);
+    EXPECT_EQ(c, TyxMetaType::Invalid);
+}
+
+// A type from outside the library, given a code at run time. Casts such types
+// add to core types are exercised by the later areas' own variant types.
 struct Probe {
     int level = 0;
     bool operator==(const Probe &other) const { return level == other.level; }
@@ -310,34 +311,23 @@ struct tyx::internal::TyxDefaultCasts<Probe> {
     static void getDefault(Probe &value) { value = Probe(); }
 };
 
-template <>
-struct tyx::internal::TyxCast<Probe, bool> {
-    static bool cast(const Probe &from, bool &to)
-    {
-        to = from.level != 0;
-        return true;
-    }
-};
-
 namespace {
 
 TEST(TyxVariantTest, LaterTypeJoinsWithoutEditingTheLibrary)
 {
-    ASSERT_TRUE(tyx::internal::TyxVariantRegistrar::join<Probe>());
-    const TyxMetaType type = tyx::internal::TyxVariantTraits<Probe>::type();
+    ASSERT_TRUE(internal::TyxVariantRegistrar::join<Probe>());
+    const TyxMetaType type = internal::TyxVariantTraits<Probe>::type();
 
     const TyxVariant v(Probe{3});
     EXPECT_EQ(v.type(), type);
     EXPECT_EQ(v.value<Probe>().level, 3);
-    EXPECT_EQ(v.value<TyxString>(), L"probe 3");
-    EXPECT_TRUE(v.value<bool>());
     EXPECT_EQ(v.value<int>(), 0); // no cast to int
     EXPECT_EQ(wideText(v), L"TyxTestProbe,probe 3");
     EXPECT_EQ(readWide(L"TyxTestProbe,7").value<Probe>().level, 7);
 
     // A second registration of a code replaces the first.
-    using Registrar = tyx::internal::TyxVariantRegistrar;
-    const auto nine = std::make_shared<tyx::TyxVariantImpl<Probe>>(Probe{9});
+    using Registrar = internal::TyxVariantRegistrar;
+    const auto nine = std::make_shared<TyxVariantImpl<Probe>>(Probe{9});
     EXPECT_TRUE(Registrar::registerPrototype(type, nine));
     EXPECT_EQ(TyxVariant::prototype(type).value<Probe>().level, 9);
     EXPECT_EQ(TyxVariant(type, nullptr).value<Probe>().level, 9);

@@ -1,0 +1,311 @@
+// Small value types: coordinates, sizes, tie points, rationals, keys, keyed
+// objects, versions and enumerations; their text forms, order and place in
+// the variant.
+#include <tyx/TyxCoord2D.h>
+#include <tyx/TyxCoord3D.h>
+#include <tyx/TyxEnum.h>
+#include <tyx/TyxKey.h>
+#include <tyx/TyxKeyedObject.h>
+#include <tyx/TyxRational.h>
+#include <tyx/TyxSize3D.h>
+#include <tyx/TyxTiePoint.h>
+#include <tyx/TyxVariant.h>
+#include <tyx/TyxVersion.h>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <sstream>
+
+namespace {
+
+using namespace tyx;
+using I64 = TyxRational<int64_t>;
+using U64 = TyxRational<uint64_t>;
+
+TEST(TyxCoordTest, StreamForms)
+{
+    std::ostringstream narrow;
+    narrow << TyxCoord2D<double>(1.0 / 3.0, 1e20);
+    EXPECT_EQ(narrow.str(), "(0.333333,1e+20)");
+
+    TyxCoord2D<int> truncated;
+    std::wistringstream wide(L"(2.9,-3.9)");
+    wide >> truncated;
+    EXPECT_EQ(truncated, TyxCoord2D<int>(2, -3));
+
+    TyxCoord2D<double> read(5.0, 5.0);
+    std::istringstream broken("(1.0;");
+    broken >> read;
+    EXPECT_TRUE(broken.fail());
+    EXPECT_TRUE(read.isNull());
+    EXPECT_TRUE(TyxCoord2D<double>(-0.0, 0.0).isNull());
+
+    TyxCoord2D<int> tooLarge(5, 5);
+    std::wistringstream huge(L"(1e30,1)");
+    huge >> tooLarge;
+    EXPECT_TRUE(huge.fail());
+    EXPECT_TRUE(tooLarge.isNull());
+
+    std::ostringstream narrow3D;
+    narrow3D << TyxCoord3D<double>(0.5, 1.0, -2.25);
+    EXPECT_EQ(narrow3D.str(), "(0.5,1,-2.25)");
+    TyxCoord3D<int> broken3D(1, 1, 1);
+    std::istringstream shortText("(1,2)");
+    shortText >> broken3D;
+    EXPECT_TRUE(broken3D.isNull());
+}
+
+// As a bool a coordinate or size asks whether any field is set (an empty size
+// can be true), a rational whether its numerator is.
+TEST(TyxCoordTest, JoinTheVariantWithTheirCodesAndForms)
+{
+    const struct {
+        TyxVariant value;
+        int code;
+        const wchar_t *form;
+        bool asBool;
+    } cases[] = {
+        {TyxVariant(TyxCoord2D<double>(0.5, 0)), 21, L"TyxDblCoord2D,(0.5,0)", true},
+        {TyxVariant(TyxCoord2D<double>()), 21, L"TyxDblCoord2D,(0,0)", false},
+        {TyxVariant(TyxCoord3D<int>(0, 0, 0)), 19, L"TyxI32Coord,(0,0,0)", false},
+        {TyxVariant(TyxCoord3D<int>(0, 0, -1)), 19, L"TyxI32Coord,(0,0,-1)", true},
+        {TyxVariant(TyxCoord3D<double>(0.5, 1, -2)), 20, L"TyxDblCoord,(0.5,1,-2)", true},
+        {TyxVariant(TyxSize3D<unsigned int>(0, 5, 5)), 22, L"TyxU32Size,(0,5,5)", true},
+        {TyxVariant(TyxSize3D<unsigned int>()), 22, L"TyxU32Size,(0,0,0)", false},
+        {TyxVariant(I64(1, 4)), 12, L"TyxI64Rational,(1,4)", true},
+        {TyxVariant(I64(0, 5)), 12, L"TyxI64Rational,(0,5)", false},
+        {TyxVariant(U64(3, 0)), 13, L"TyxU64Rational,(3,0)", true},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(toUTF8(c.form));
+        EXPECT_EQ(c.value.type().toEnum(), c.code);
+        std::wostringstream form;
+        form << c.value;
+        EXPECT_EQ(form.str(), c.form);
+        EXPECT_EQ(c.value.value<bool>(), c.asBool);
+        TyxVariant read;
+        std::wistringstream in(c.form);
+        in >> read;
+        EXPECT_EQ(read.type(), c.value.type());
+        EXPECT_EQ(read, c.value);
+    }
+    // Text may have blanks around it; a rational needs its parentheses.
+    EXPECT_EQ(TyxVariant(" (3,4) ").value<TyxCoord2D<double>>(), TyxCoord2D<double>(3, 4));
+    EXPECT_EQ(TyxVariant("(3,4)").value<U64>(), U64(3, 4));
+    I64 failed(9, 9);
+    EXPECT_FALSE(TyxVariant("3/4").value(TyxVariant(I64()).type(), &failed));
+}
+
+TEST(TyxSize3DTest, VolumeAndStreamForms)
+{
+    const TyxSize3D<unsigned int> empty(0, 5, 5);
+    EXPECT_TRUE(empty.isEmpty());
+    EXPECT_EQ(empty.volume(), 0u);
+    // The product is formed in 64 bits.
+    EXPECT_EQ(TyxSize3D<unsigned int>(100000, 100000, 3).volume(), 30000000000u);
+    EXPECT_EQ(TyxSize3D<double>(0.5, 4.0, 2.0).volume(), 4u);
+    EXPECT_EQ(TyxSize3D<double>(-1.0, 4.0, 2.0).volume(), 0u);
+    EXPECT_EQ(TyxSize3D<double>(1e10, 1e10, 1e10).volume(), UINT64_MAX);
+
+    TyxSize3D<unsigned int> read;
+    std::wistringstream wide(L"(640.7,480,3)");
+    wide >> read;
+    EXPECT_EQ(read, TyxSize3D<unsigned int>(640, 480, 3));
+    std::istringstream negative("(-1,2,3)");
+    negative >> read;
+    EXPECT_TRUE(negative.fail());
+    EXPECT_EQ(read, TyxSize3D<unsigned int>());
+}
+
+TEST(TyxTiePointTest, OrderAndStreamFormsRoundTrip)
+{
+    // By u, then v, then x, then y.
+    EXPECT_LT(TyxTiePoint(1, 2, 3, 4), TyxTiePoint(1, 2, 3, 5));
+    EXPECT_LT(TyxTiePoint(1, 2, 9, 9), TyxTiePoint(1, 3, 0, 0));
+    EXPECT_LT(TyxTiePoint(0, 9, 9, 9), TyxTiePoint(1, 0, 0, 0));
+    EXPECT_FALSE(TyxTiePoint(1, 2, 3, 4) < TyxTiePoint(1, 2, 3, 4));
+
+    const TyxTiePoint point(1.5, 2, -3, 4.25);
+    std::ostringstream narrow;
+    narrow << point;
+    EXPECT_EQ(narrow.str(), "((1.5,2),(-3,4.25))");
+    TyxTiePoint read;
+    std::istringstream in(narrow.str());
+    in >> read;
+    EXPECT_EQ(read, point);
+
+    std::wistringstream broken(L"((1,2),(3");
+    broken >> read;
+    EXPECT_TRUE(broken.fail());
+    EXPECT_TRUE(read.isNull());
+    EXPECT_FALSE(TyxTiePoint(0, 0, 1, 0).isNull());
+}
+
+TEST(TyxRationalTest, TextFormsAndCasts)
+{
+    EXPECT_EQ(static_cast<TyxString>(TyxRational<int>(-3, 4)), L"(-3,4)");
+    EXPECT_EQ(static_cast<TyxString>(I64(INT64_MIN, -1)), L"(-9223372036854775808,-1)");
+    std::ostringstream narrow;
+    narrow << U64(UINT64_MAX, 2);
+    EXPECT_EQ(narrow.str(), "(18446744073709551615,2)");
+    // Kept as given: not reduced, a zero denominator allowed.
+    EXPECT_NE(TyxRational<int>(1, 2), TyxRational<int>(2, 4));
+    // Reading does not examine the separators.
+    I64 value;
+    std::wistringstream wide(L"[10;-20]");
+    wide >> value;
+    EXPECT_EQ(value, I64(10, -20));
+    std::istringstream spaced(" ( 5 , 6 ) ");
+    TyxRational<unsigned int> unsignedValue;
+    spaced >> unsignedValue;
+    EXPECT_EQ(unsignedValue, TyxRational<unsigned int>(5, 6));
+    std::wistringstream broken(L"(1,x)");
+    broken >> value;
+    EXPECT_TRUE(broken.fail());
+    EXPECT_EQ(value, I64(0, 0));
+
+    const TyxVariant quarter(I64(1, 4));
+    EXPECT_EQ(quarter.value<double>(), 0.25);
+    EXPECT_EQ(TyxVariant(I64(7, 2)).value<int>(), 3);
+    EXPECT_EQ(TyxVariant(I64(1, 0)).value<double>(), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(quarter.value<std::complex<double>>(), std::complex<double>(0.25, 0.0));
+
+    EXPECT_EQ(TyxVariant(42).value<I64>(), I64(42, 1));
+    EXPECT_EQ(TyxVariant(std::complex<double>(-0.5, 9.0)).value<I64>(), I64(-1, 2));
+    const I64 tenth = TyxVariant(0.1).value<I64>();
+    EXPECT_LT(tenth.denominator(), 65535);
+    EXPECT_NEAR(static_cast<double>(tenth.numerator()) / static_cast<double>(tenth.denominator()), 0.1, 1e-9);
+}
+
+TEST(TyxKeyTest, CountingTextFormsAndKeyedObjectNames)
+{
+    TyxKey key(0xFFFFFFFEu);
+    ++key;
+    EXPECT_EQ(key, 0u);
+    EXPECT_TRUE(key.isValid());
+    const TyxKey before = key++;
+    EXPECT_EQ(before, 0u);
+    EXPECT_EQ(key, 1u);
+
+    TyxKey invalid;
+    EXPECT_FALSE(invalid.isValid());
+    EXPECT_EQ(++invalid, TyxKey(0));
+    key.invalidate();
+    EXPECT_EQ(key, TyxKey());
+
+    EXPECT_EQ(static_cast<TyxString>(TyxKey(42)), L"42");
+    TyxKey read;
+    std::istringstream in("123");
+    in >> read;
+    EXPECT_EQ(read, 123u);
+    std::istringstream bad("x");
+    bad >> read;
+    EXPECT_FALSE(read.isValid());
+
+    // Keyed objects: equal names compare equal whatever the keys; empty names take the key.
+    EXPECT_EQ(TyxKeyedObject(TyxKey(1), L"name"), TyxKeyedObject(TyxKey(2), L"name"));
+    EXPECT_NE(TyxKeyedObject(TyxKey(1), L"name"), TyxKeyedObject(TyxKey(1), L"Name"));
+    // Names are kept as given, blanks included.
+    EXPECT_NE(TyxKeyedObject(TyxKey(1), L" a"), TyxKeyedObject(TyxKey(1), L"a"));
+
+    EXPECT_EQ(TyxKeyedObject(TyxKey(17), L"").name(), L"17");
+    EXPECT_EQ(TyxKeyedObject(TyxKey(), L"").name(), L"4294967295");
+    // The counter counts on for each object made without a key.
+    const TyxKeyedObject first(L"");
+    const TyxKeyedObject second(L"second");
+    EXPECT_TRUE(first.key().isValid());
+    EXPECT_EQ(first.name(), static_cast<TyxString>(first.key()));
+    EXPECT_EQ(second.key().value(), first.key().value() + 1);
+}
+
+TEST(TyxVersionTest, TextReadsOneLineOrderAndTextForms)
+{
+    const struct {
+        const wchar_t *text;
+        TyxVersion expected;
+    } cases[] = {
+        {L"4.1", TyxVersion(4, 1, 0)},      {L"2", TyxVersion(2, 0, 0)},
+        {L"", TyxVersion(1, 0, 0)},         {L"4.1\n5.6", TyxVersion(4, 1, 0)},
+        {L"4.1.2\n5", TyxVersion(4, 1, 2)}, {L"\n5.6.7", TyxVersion(1, 0, 0)},
+        {L"3\n", TyxVersion(3, 0, 0)},
+    };
+    for (const auto &c : cases) {
+        EXPECT_EQ(TyxVersion(c.text), c.expected) << toUTF8(c.text);
+        std::wistringstream in(c.text);
+        TyxVersion read;
+        in >> read;
+        EXPECT_EQ(read, c.expected) << toUTF8(c.text);
+    }
+
+    EXPECT_GT(TyxVersion(4, 1, 0), TyxVersion(4, 0, 9));
+    EXPECT_LT(TyxVersion(3, 9, 9), TyxVersion(4, 0, 0));
+    EXPECT_LE(TyxVersion(4, 1, 0), TyxVersion(4, 1, 0));
+    EXPECT_TRUE(TyxVersion(4, 1, 0) == TyxString(L"4.1\n9"));
+    EXPECT_TRUE(TyxVersion(4, 1, 0) != TyxString(L"4.1.1"));
+
+    const TyxVersion version(4, 1, 0);
+    EXPECT_EQ(static_cast<TyxString>(version), L"4.1.0");
+    EXPECT_EQ(version.toString(L"_"), L"4_1_0");
+    EXPECT_EQ(version.toString(L".", false), L"4.1");
+    std::ostringstream narrow;
+    narrow << version;
+    EXPECT_EQ(narrow.str(), "4.1.0");
+}
+
+TyxEnum colours()
+{
+    static const TyxEnum::Item items[] = {
+        {2, L"Green"},
+        {1, L"Red", TyxVariant(0.5)},
+        {3, L"Blue"},
+    };
+    return TyxEnum(items, 3);
+}
+
+TEST(TyxEnumTest, InsertDropsTakenValuesAndNamesAndLookUpsIgnoreCase)
+{
+    TyxEnum e = colours();
+    e.insert({1, L"Crimson"});
+    e.insert({9, L"RED"});
+    e.insert({4, L"Cyan"});
+    EXPECT_EQ(e.size(), 4u);
+    EXPECT_EQ(e.toString(1), L"Red");
+    EXPECT_FALSE(e.isValid(9));
+    EXPECT_EQ(e.allKeys(), (std::vector<TyxString>{L"Green", L"Red", L"Blue", L"Cyan"}));
+    EXPECT_EQ(e.fromString(L"red"), 1);
+    EXPECT_EQ(e.fromString(L"Purple"), TyxEnum::INVALID_ENUM());
+    EXPECT_EQ(e.toString(7), L"");
+    EXPECT_TRUE(e.isValid(L"green"));
+    EXPECT_FALSE(e.isValid(L"Gree"));
+    EXPECT_FALSE(TyxEnum().isValid(0));
+}
+
+TEST(TyxEnumTest, ItemDataAndComparisonByValuesOnly)
+{
+    TyxEnum e = colours();
+    EXPECT_EQ(e.data(1).value<double>(), 0.5);
+    EXPECT_FALSE(e.data(42).isValid());
+    e.setData(2, TyxVariant(L"leaf"));
+    e.setData(42, TyxVariant(1));
+    EXPECT_FALSE(e.isValid(42));
+
+    // A copy owns its own data.
+    TyxEnum copy = e;
+    copy.setData(2, TyxVariant(L"grass"));
+    EXPECT_EQ(e.data(2).value<TyxString>(), L"leaf");
+    EXPECT_EQ(copy.data(2).value<TyxString>(), L"grass");
+
+    // Same values under other names; one value more; one value other.
+    const auto numbered = [](std::initializer_list<int> values) {
+        TyxEnum e;
+        for (int value : values)
+            e.insert({value, L"N" + std::to_wstring(value)});
+        return e;
+    };
+    EXPECT_TRUE(colours() == numbered({1, 2, 3}));
+    EXPECT_TRUE(colours() != numbered({1, 2, 3, 4}));
+    EXPECT_TRUE(colours() != numbered({1, 2, 5}));
+}
+
+} // namespace
