@@ -31,33 +31,24 @@ using tyx::TyxTextMsg;
 constexpr uint64_t kImpossible = uint64_t(1) << 62;
 constexpr uint64_t kHugePage = uint64_t(2) << 20;
 
-// Records posted messages instead of throwing them, for the life of a test.
 std::vector<unsigned char> bytesOf(const TyxBuffer &buffer)
 {
     const auto *p = static_cast<const unsigned char *>(buffer.data());
     return std::vector<unsigned char>(p, p + buffer.size());
 }
 
-TEST(TyxBufferTest, ZeroSizeHoldsNoBlockAndStaysValid)
+TEST(TyxBufferTest, AllocateDeallocateAndTheZeroSize)
 {
     HandlerScope scope;
-    TyxBuffer buffer(0, true);
-    EXPECT_EQ(buffer.data(), nullptr);
-    EXPECT_EQ(buffer.allocate(), nullptr);
+    TyxBuffer empty(0, true);
+    EXPECT_EQ(empty.data(), nullptr);
+    EXPECT_EQ(empty.allocate(), nullptr);
     EXPECT_TRUE(scope.handler->messages.empty());
-}
 
-TEST(TyxBufferTest, SizedBufferAllocatesOnRequest)
-{
-    TyxBuffer buffer(24, false);
+    TyxBuffer buffer(16, false);
     void *block = buffer.allocate();
     ASSERT_NE(block, nullptr);
     EXPECT_EQ(buffer.allocate(), block);
-}
-
-TEST(TyxBufferTest, DeallocateKeepsSizeAndDropsLabel)
-{
-    TyxBuffer buffer(16, true);
     buffer.setDataType(TyxDataType(TyxNumericType::U16));
     EXPECT_TRUE(buffer.deallocate());
     EXPECT_FALSE(buffer.deallocate());
@@ -88,14 +79,11 @@ TEST(TyxBufferTest, WrappedBlockIsLeftToItsOwner)
     }
     for (int i = 0; i < 32; ++i)
         EXPECT_EQ(block[i], i);
-}
 
-TEST(TyxBufferTest, OwnedWrappedBlockIsFreed)
-{
-    void *block = std::malloc(64);
-    TyxBuffer buffer(64, block, true);
-    // Keeping the contents of a foreign block copies it into a new one.
-    std::memset(block, 7, 64);
+    // An owned foreign block is freed; growing it keeps the contents.
+    void *owned = std::malloc(64);
+    TyxBuffer buffer(64, owned, true);
+    std::memset(owned, 7, 64);
     void *grown = buffer.reallocate(128, true);
     ASSERT_NE(grown, nullptr);
     EXPECT_EQ(static_cast<unsigned char *>(grown)[63], 7);

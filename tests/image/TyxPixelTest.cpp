@@ -25,21 +25,10 @@ using N = tyx::TyxNumericType;
 using L = TyxDataLayout;
 using Sample = TyxPixel::Sample;
 
-TEST(TyxPixelSampleTest, ConstructorsSetPhysicalTypes)
-{
-    EXPECT_EQ(Sample(static_cast<signed char>(-1)).type(), TyxDataType(N::I8));
-    EXPECT_EQ(Sample(int64_t(1)).type(), TyxDataType(N::I64));
-    EXPECT_EQ(Sample(1.0f).type(), TyxDataType(N::Float));
-    EXPECT_EQ(Sample(std::complex<float>(1, 2)).type(), TyxDataType(N::ComplexFloat));
-    EXPECT_FALSE(Sample().type().isValid());
-}
-
 TEST(TyxPixelSampleTest, ConversionsArePlainCasts)
 {
-    const Sample big(300.7);
-    EXPECT_EQ(static_cast<unsigned char>(big), 44);
-    EXPECT_EQ(static_cast<int>(big), 300);
-    EXPECT_EQ(static_cast<unsigned char>(Sample(-1)), 255);
+    EXPECT_EQ(Sample(int64_t(1)).type(), TyxDataType(N::I64));
+    EXPECT_EQ(static_cast<unsigned char>(Sample(300.7)), 44);
     EXPECT_EQ(static_cast<unsigned short>(Sample(static_cast<signed char>(-1))), 65535);
     EXPECT_EQ(static_cast<double>(Sample(uint64_t(UINT64_MAX))), 18446744073709551616.0);
     EXPECT_EQ(static_cast<int>(Sample(3.9, 2.0)), 3);

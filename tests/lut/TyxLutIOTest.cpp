@@ -9,6 +9,7 @@
 #include <cstring>
 #include <memory>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -60,63 +61,61 @@ TEST(TyxLutIOTest, ZeroChannelsGiveEmptyDescriptor)
     EXPECT_EQ(*lut, TyxLutDesc());
 }
 
-TEST(TyxLutIOTest, DenseTypeFromValuesOfTheLastBand)
+std::vector<double> entriesAsDoubles(const TyxLutDesc &lut)
 {
-    const auto lut = readText(L"{ type = l channels = 1 length = 3 } 1 2 3 $");
-    ASSERT_TRUE(lut);
-    EXPECT_EQ(lut->dataType().code(), TyxNumericType::U8);
-    EXPECT_EQ(lut->numEntriesPerBand(), 3u);
-    EXPECT_FALSE(lut->reuseLutDataForAllBands());
-    EXPECT_EQ(entriesOf<uint8_t>(*lut), (std::vector<uint8_t>{1, 2, 3}));
+    const auto widen = [](const auto &values) { return std::vector<double>(values.begin(), values.end()); };
+    switch (lut.dataType().code()) {
+    case TyxNumericType::U8: return widen(entriesOf<uint8_t>(lut));
+    case TyxNumericType::I16: return widen(entriesOf<int16_t>(lut));
+    case TyxNumericType::U32: return widen(entriesOf<uint32_t>(lut));
+    default: return entriesOf<double>(lut);
+    }
 }
 
-TEST(TyxLutIOTest, ZeroOffsetsPadRows)
+TEST(TyxLutIOTest, DenseTablesAsRead)
 {
-    const auto lut = readText(L"{ type = l channels = 2 length = 2 2 zeroOffset = 0 2 } 1 2 $ 3 4 $");
-    ASSERT_TRUE(lut);
-    EXPECT_EQ(lut->numEntriesPerBand(), 4u);
-    EXPECT_EQ(lut->minIndex(), 0);
-    EXPECT_EQ(entriesOf<uint8_t>(*lut), (std::vector<uint8_t>{1, 2, 2, 2, 3, 3, 3, 4}));
-
-    const auto negative = readText(L"{ type = l channels = 2 length = 1 1 zeroOffset = -1 +1 } 7 $ 9 $");
-    ASSERT_TRUE(negative);
-    EXPECT_EQ(negative->minIndex(), -1);
-    EXPECT_EQ(entriesOf<uint8_t>(*negative), (std::vector<uint8_t>{7, 7, 7, 9, 9, 9}));
-}
-
-TEST(TyxLutIOTest, KeywordsIgnoreCaseAndCommentsStandAnywhere)
-{
-    const auto lut =
-        readText(L"# a comment\n{ # here\n type = l # and here\n tables = 1\n length = 2 dataType = "
-                 L"i16 }\n-3 # between values\n 4 $ trailing tokens are not read");
-    ASSERT_TRUE(lut);
-    EXPECT_EQ(lut->dataType(), TyxDataType(TyxNumericType::I16));
-    EXPECT_EQ(entriesOf<int16_t>(*lut), (std::vector<int16_t>{-3, 4}));
-}
-
-TEST(TyxLutIOTest, DenseEntriesArePlainCastsWithoutRounding)
-{
-    const auto lut = readText(L"{ type = l channels = 1 length = 4 dataType = u8 } 1.9 -1 300 2.5e10 $");
-    ASSERT_TRUE(lut);
-    // Truncated through 32 bits and wrapped; a value beyond 32 bits becomes
-    // the most negative one, whose low byte is 0.
-    EXPECT_EQ(entriesOf<uint8_t>(*lut), (std::vector<uint8_t>{1, 255, 44, 0}));
-    const auto u32 = readText(L"{ type = l channels = 1 length = 2 dataType = U32 } 4294967295.7 -1 $");
-    ASSERT_TRUE(u32);
-    EXPECT_EQ(entriesOf<uint32_t>(*u32), (std::vector<uint32_t>{4294967295u, 4294967295u}));
-}
-
-TEST(TyxLutIOTest, DoubleTablesKeepTheirArgumentOrder)
-{
-    const auto lut =
-        readText(L"{ type = l channels = 2 length = 1 1 zeroOffset = 3 4 dataType = Double } 0.5 $ "
-                 L"1.5 $");
-    ASSERT_TRUE(lut);
-    EXPECT_EQ(lut->dataType(), TyxDataType(TyxNumericType::Double));
-    EXPECT_EQ(lut->numEntriesPerBand(), 3u); // the smallest zero offset
-    EXPECT_EQ(lut->minIndex(), 2);           // the number of channels
-    EXPECT_EQ(lut->numBands(), 1u);
-    EXPECT_EQ(entriesOf<double>(*lut), (std::vector<double>{0.5, 0.5, 1.5, 1.5}));
+    using N = TyxNumericType;
+    struct Expected {
+        TyxDataType type;
+        uint32_t perBand;
+        int64_t minIndex;
+        uint32_t bands;
+        std::vector<double> entries;
+    };
+    const std::pair<const wchar_t *, Expected> cases[] = {
+        // The type and its depth come from the values of the last band.
+        {L"{ type = l channels = 1 length = 3 } 1 2 3 $", {TyxDataType(N::U8, 2), 3, 0, 1, {1, 2, 3}}},
+        // Zero offsets pad the rows.
+        {L"{ type = l channels = 2 length = 2 2 zeroOffset = 0 2 } 1 2 $ 3 4 $",
+         {TyxDataType(N::U8, 2), 4, 0, 2, {1, 2, 2, 2, 3, 3, 3, 4}}},
+        {L"{ type = l channels = 2 length = 1 1 zeroOffset = -1 +1 } 7 $ 9 $",
+         {TyxDataType(N::U8, 4), 3, -1, 2, {7, 7, 7, 9, 9, 9}}},
+        // Keywords ignore case and comments stand anywhere.
+        {L"# a comment\n{ # here\n type = l # and here\n tables = 1\n length = 2 dataType = "
+         L"i16 }\n-3 # between values\n 4 $ trailing tokens are not read",
+         {TyxDataType(N::I16), 2, 0, 1, {-3, 4}}},
+        // Plain casts through 32 bits without rounding; a value beyond 32 bits
+        // becomes the most negative one, whose low byte is 0.
+        {L"{ type = l channels = 1 length = 4 dataType = u8 } 1.9 -1 300 2.5e10 $",
+         {TyxDataType(N::U8), 4, 0, 1, {1, 255, 44, 0}}},
+        {L"{ type = l channels = 1 length = 2 dataType = U32 } 4294967295.7 -1 $",
+         {TyxDataType(N::U32), 2, 0, 1, {4294967295.0, 4294967295.0}}},
+        // Double tables keep their argument order: the entries per band are the
+        // smallest zero offset, the first index the number of channels.
+        {L"{ type = l channels = 2 length = 1 1 zeroOffset = 3 4 dataType = Double } 0.5 $ 1.5 $",
+         {TyxDataType(N::Double), 3, 2, 1, {0.5, 0.5, 1.5, 1.5}}},
+    };
+    for (const auto &[text, e] : cases) {
+        SCOPED_TRACE(text);
+        const auto lut = readText(text);
+        ASSERT_TRUE(lut);
+        EXPECT_EQ(lut->dataType(), e.type);
+        EXPECT_EQ(lut->numEntriesPerBand(), e.perBand);
+        EXPECT_EQ(lut->minIndex(), e.minIndex);
+        EXPECT_EQ(lut->numBands(), e.bands);
+        EXPECT_FALSE(lut->reuseLutDataForAllBands());
+        EXPECT_EQ(entriesAsDoubles(*lut), e.entries);
+    }
 }
 
 TEST(TyxLutIOTest, BreakPointsBuildADenseTable)
