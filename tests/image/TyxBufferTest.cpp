@@ -22,11 +22,7 @@ namespace {
 
 using tyx::test::HandlerScope;
 
-using tyx::TyxBuffer;
-using tyx::TyxBufferPtr;
-using tyx::TyxDataType;
-using tyx::TyxNumericType;
-using tyx::TyxTextMsg;
+using namespace tyx;
 
 constexpr uint64_t kImpossible = uint64_t(1) << 62;
 constexpr uint64_t kHugePage = uint64_t(2) << 20;

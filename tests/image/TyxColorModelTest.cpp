@@ -9,11 +9,7 @@
 
 namespace {
 
-using tyx::TyxColorModel;
-using tyx::TyxMetaType;
-using tyx::TyxString;
-using tyx::TyxTextMsg;
-using tyx::TyxVariant;
+using namespace tyx;
 using CM = TyxColorModel;
 using Extra = std::vector<TyxColorModel::ExtraBandType>;
 

@@ -10,11 +10,7 @@
 
 namespace {
 
-using tyx::TyxByteOrder;
-using tyx::TyxDataLayout;
-using tyx::TyxDataType;
-using tyx::TyxNumericType;
-using tyx::TyxString;
+using namespace tyx;
 using N = TyxNumericType;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();

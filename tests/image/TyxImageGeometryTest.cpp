@@ -14,16 +14,7 @@
 
 namespace {
 
-using tyx::TyxCoord2D;
-using tyx::TyxCoord3D;
-using tyx::TyxImageROI;
-using tyx::TyxImageSize;
-using tyx::TyxMetaType;
-using tyx::TyxROIRect;
-using tyx::TyxSize3D;
-using tyx::TyxString;
-using tyx::TyxTileGrid;
-using tyx::TyxVariant;
+using namespace tyx;
 using Bands = std::vector<unsigned int>;
 
 TyxString textOf(const TyxImageROI &roi) { return static_cast<TyxString>(roi); }

@@ -14,18 +14,7 @@
 
 namespace {
 
-using tyx::TyxBuffer;
-using tyx::TyxBufferPtr;
-using tyx::TyxCoord3D;
-using tyx::TyxDataLayout;
-using tyx::TyxDataType;
-using tyx::TyxImageROI;
-using tyx::TyxImageSize;
-using tyx::TyxImageTile;
-using tyx::TyxImageTileDesc;
-using tyx::TyxImageTilePtr;
-using tyx::TyxPixel;
-using tyx::TyxString;
+using namespace tyx;
 using N = tyx::TyxNumericType;
 using L = TyxDataLayout;
 using Sample = TyxPixel::Sample;

@@ -12,14 +12,7 @@
 
 namespace {
 
-using tyx::TyxBuffer;
-using tyx::TyxBufferPtr;
-using tyx::TyxByteOrder;
-using tyx::TyxDataLayout;
-using tyx::TyxDataType;
-using tyx::TyxMetaType;
-using tyx::TyxString;
-using tyx::TyxVariant;
+using namespace tyx;
 using N = tyx::TyxNumericType;
 
 std::wstring textOf(const TyxVariant &variant)

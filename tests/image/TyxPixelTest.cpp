@@ -12,15 +12,7 @@
 
 namespace {
 
-using tyx::TyxCoord3D;
-using tyx::TyxDataLayout;
-using tyx::TyxDataType;
-using tyx::TyxImageROI;
-using tyx::TyxImageSize;
-using tyx::TyxImageTile;
-using tyx::TyxImageTileDesc;
-using tyx::TyxPixel;
-using tyx::TyxPixelIterator;
+using namespace tyx;
 using N = tyx::TyxNumericType;
 using L = TyxDataLayout;
 using Sample = TyxPixel::Sample;

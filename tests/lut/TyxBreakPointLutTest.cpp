@@ -11,11 +11,7 @@
 
 namespace {
 
-using tyx::TyxBreakPoint;
-using tyx::TyxBreakPointLut;
-using tyx::TyxDataType;
-using tyx::TyxLutDescPtr;
-using tyx::TyxNumericType;
+using namespace tyx;
 using tyx::test::HandlerScope;
 
 const TyxDataType U8(TyxNumericType::U8);

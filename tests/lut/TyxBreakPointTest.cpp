@@ -8,7 +8,7 @@
 
 namespace {
 
-using tyx::TyxBreakPoint;
+using namespace tyx;
 
 TEST(TyxBreakPointTest, NullAndOrderByBandThenInThenOut)
 {

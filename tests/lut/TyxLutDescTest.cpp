@@ -14,13 +14,7 @@
 
 namespace {
 
-using tyx::TyxBuffer;
-using tyx::TyxBufferPtr;
-using tyx::TyxDataType;
-using tyx::TyxEqnTile;
-using tyx::TyxLutDesc;
-using tyx::TyxLutDescPtr;
-using tyx::TyxNumericType;
+using namespace tyx;
 
 template <class T>
 TyxBufferPtr bufferOf(const std::vector<T> &values)

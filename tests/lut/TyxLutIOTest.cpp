@@ -14,16 +14,7 @@
 
 namespace {
 
-using tyx::TyxBreakPoint;
-using tyx::TyxBreakPointLut;
-using tyx::TyxBuffer;
-using tyx::TyxBufferPtr;
-using tyx::TyxDataType;
-using tyx::TyxLutDesc;
-using tyx::TyxLutDescPtr;
-using tyx::TyxLutIO;
-using tyx::TyxNumericType;
-using tyx::TyxString;
+using namespace tyx;
 using tyx::test::HandlerScope;
 
 std::unique_ptr<TyxLutDesc> readText(const TyxString &text, int *line = nullptr)

@@ -20,15 +20,7 @@
 
 namespace {
 
-using tyx::TyxDataLayout;
-using tyx::TyxDataType;
-using tyx::TyxHistogram;
-using tyx::TyxImageROI;
-using tyx::TyxImageSize;
-using tyx::TyxImageTile;
-using tyx::TyxImageTileDesc;
-using tyx::TyxStatistics;
-using tyx::TyxTextMsg;
+using namespace tyx;
 using L = TyxDataLayout;
 using N = tyx::TyxNumericType;
 

@@ -12,13 +12,7 @@
 
 namespace {
 
-using tyx::TyxBuffer;
-using tyx::TyxBufferPtr;
-using tyx::TyxDataType;
-using tyx::TyxEqnTile;
-using tyx::TyxHistogram;
-using tyx::TyxStatistics;
-using tyx::TyxTextMsg;
+using namespace tyx;
 using N = tyx::TyxNumericType;
 
 TyxBufferPtr countsOf(const std::vector<uint64_t> &counts)

@@ -10,8 +10,7 @@
 
 namespace {
 
-using tyx::TyxRandomDist;
-using tyx::TyxRandomNumber;
+using namespace tyx;
 
 // The same generator in 64-bit integers: seed * 16807 % (2^31 - 1) directly,
 // without Schrage's factorisation, as an independent check of the class.

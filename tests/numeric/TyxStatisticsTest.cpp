@@ -13,12 +13,7 @@
 
 namespace {
 
-using tyx::TyxBuffer;
-using tyx::TyxBufferPtr;
-using tyx::TyxDataType;
-using tyx::TyxEqnTile;
-using tyx::TyxStatistics;
-using tyx::TyxTextMsg;
+using namespace tyx;
 using N = tyx::TyxNumericType;
 
 TEST(TyxStatisticsTest, KnownSets)
