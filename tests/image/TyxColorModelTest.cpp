@@ -139,7 +139,7 @@ TEST(TyxColorModelTest, TextFormsRoundTrip)
         EXPECT_FALSE(in.fail());
         EXPECT_EQ(read, c.model);
 
-        std::istringstream narrowIn(tyx::toUTF8(c.text));
+        std::istringstream narrowIn(toUTF8(c.text));
         TyxColorModel narrowRead;
         narrowIn >> narrowRead;
         EXPECT_EQ(narrowRead, c.model);

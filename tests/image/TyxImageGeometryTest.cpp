@@ -215,7 +215,7 @@ TEST(TyxROIRectTest, EmptyNormalizedBounds)
     EXPECT_TRUE(TyxROIRect<double>().isEmpty());
     EXPECT_FALSE(TyxROIRect<double>(1, 0, 0, 1, 2, 0).isEmpty());
     const TyxROIRect<double> flipped(3, 0, 5, 1, 2, 4);
-    const tyx::TyxROI_IF &box = flipped;
+    const TyxROI_IF &box = flipped;
     EXPECT_EQ(box.normalized(), TyxROIRect<double>(1, 0, 4, 3, 2, 5));
     double v[6];
     box.bounds(&v[0], &v[1], &v[2], &v[3], &v[4], &v[5]);

@@ -15,7 +15,7 @@
 namespace {
 
 using namespace tyx;
-using N = tyx::TyxNumericType;
+using N = TyxNumericType;
 using L = TyxDataLayout;
 using Sample = TyxPixel::Sample;
 
@@ -82,7 +82,7 @@ TEST(TyxImageTileDescTest, ValidateMessagesInOrder)
         EXPECT_EQ(c.desc.isValid(), c.text.empty());
     }
     const auto msg = TyxImageTileDesc().validate();
-    EXPECT_EQ(msg.type(), tyx::TyxTextMsg::Error);
+    EXPECT_EQ(msg.type(), TyxTextMsg::Error);
     EXPECT_EQ(msg.srcFname(), L"TyxImageTileDesc.cpp");
     TyxImageTileDesc d = descOf(1, 1, 1, L::PixelInterleaved, N::U16);
     d.setDataType(TyxDataType(N::U16, 12));

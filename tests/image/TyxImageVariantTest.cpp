@@ -13,7 +13,7 @@
 namespace {
 
 using namespace tyx;
-using N = tyx::TyxNumericType;
+using N = TyxNumericType;
 
 std::wstring textOf(const TyxVariant &variant)
 {
@@ -64,13 +64,13 @@ template <class Code>
 void expectCodesBecomeRationals(int invalidCode)
 {
     for (int code = 0; code <= invalidCode; ++code) {
-        const Code value(static_cast<typename tyx::internal::TyxCodeClass<Code>::Code>(code));
+        const Code value(static_cast<typename internal::TyxCodeClass<Code>::Code>(code));
         const TyxVariant held(value);
-        EXPECT_EQ(held.value<tyx::TyxRational<int64_t>>(), tyx::TyxRational<int64_t>(code, 1)) << code;
-        EXPECT_EQ(held.value<tyx::TyxRational<uint64_t>>(), tyx::TyxRational<uint64_t>(code, 1)) << code;
-        tyx::TyxRational<int> narrow(7, 7);
-        EXPECT_TRUE((tyx::internal::TyxCast<Code, tyx::TyxRational<int>>::cast(value, narrow)));
-        EXPECT_EQ(narrow, tyx::TyxRational<int>(code, 1)) << code;
+        EXPECT_EQ(held.value<TyxRational<int64_t>>(), TyxRational<int64_t>(code, 1)) << code;
+        EXPECT_EQ(held.value<TyxRational<uint64_t>>(), TyxRational<uint64_t>(code, 1)) << code;
+        TyxRational<int> narrow(7, 7);
+        EXPECT_TRUE((internal::TyxCast<Code, TyxRational<int>>::cast(value, narrow)));
+        EXPECT_EQ(narrow, TyxRational<int>(code, 1)) << code;
     }
 }
 

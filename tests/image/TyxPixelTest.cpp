@@ -13,7 +13,7 @@
 namespace {
 
 using namespace tyx;
-using N = tyx::TyxNumericType;
+using N = TyxNumericType;
 using L = TyxDataLayout;
 using Sample = TyxPixel::Sample;
 
@@ -163,7 +163,7 @@ TEST(TyxPixelIteratorTest, BadInputWalksNothing)
     // Regions reaching outside the tile.
     for (const TyxImageROI &roi : {TyxImageROI(2, 0, 2, 1, {0}), TyxImageROI(-1, 0, 1, 1, {0}),
                                    TyxImageROI(0, 0, 1, 1, {1, 2}), TyxImageROI(0, 2, 1, 2, {0})})
-        EXPECT_TRUE((*TyxPixelIterator(tile, roi)).isEmpty()) << static_cast<tyx::TyxString>(roi).size();
+        EXPECT_TRUE((*TyxPixelIterator(tile, roi)).isEmpty()) << static_cast<TyxString>(roi).size();
     // No memory, an invalid type.
     const TyxImageTile unallocated(
         TyxImageTileDesc(TyxImageROI(TyxImageSize(3, 3, 1)), L::PixelInterleaved, TyxDataType(N::U8)));

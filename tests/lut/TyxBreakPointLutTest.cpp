@@ -1,5 +1,6 @@
 #include <tyx/TyxBreakPointLut.h>
 
+#include "TyxLutTestData.h"
 #include "TyxRecordingHandler.h"
 
 #include <gtest/gtest.h>
@@ -12,20 +13,14 @@
 namespace {
 
 using namespace tyx;
-using tyx::test::HandlerScope;
+using N = TyxNumericType;
+using namespace test;
 
-const TyxDataType U8(TyxNumericType::U8);
-const TyxDataType I8(TyxNumericType::I8);
-const TyxDataType I16(TyxNumericType::I16);
-const TyxDataType U16(TyxNumericType::U16);
-const TyxDataType FloatType(TyxNumericType::Float);
-
-template <class T>
-std::vector<T> entries(const TyxLutDescPtr &lut)
-{
-    const T *p = static_cast<const T *>(lut->buffer()->data());
-    return std::vector<T>(p, p + uint64_t(lut->numEntriesPerBand()) * lut->numBands());
-}
+const TyxDataType U8(N::U8);
+const TyxDataType I8(N::I8);
+const TyxDataType I16(N::I16);
+const TyxDataType U16(N::U16);
+const TyxDataType FloatType(N::Float);
 
 TEST(TyxBreakPointLutTest, NoPointsGiveIdentityInOneReusedBand)
 {
@@ -35,20 +30,9 @@ TEST(TyxBreakPointLutTest, NoPointsGiveIdentityInOneReusedBand)
     EXPECT_EQ(lut->numBands(), 1u);
     EXPECT_EQ(lut->numEntriesPerBand(), 256u);
     EXPECT_TRUE(lut->reuseLutDataForAllBands());
-    const auto values = entries<uint8_t>(lut);
+    const auto values = entriesOf<uint8_t>(*lut);
     for (int v = 0; v < 256; ++v)
         ASSERT_EQ(values[v], v);
-}
-
-// Entry \p i of a table of one of the types the tests build, as a double.
-double entryAt(const TyxLutDescPtr &lut, size_t i)
-{
-    switch (lut->dataType().code()) {
-    case TyxNumericType::U8: return entries<uint8_t>(lut).at(i);
-    case TyxNumericType::I8: return entries<int8_t>(lut).at(i);
-    case TyxNumericType::I16: return entries<int16_t>(lut).at(i);
-    default: return entries<float>(lut).at(i);
-    }
 }
 
 TEST(TyxBreakPointLutTest, InterpolationRoundingAndLimits)
@@ -83,14 +67,14 @@ TEST(TyxBreakPointLutTest, InterpolationRoundingAndLimits)
         const TyxLutDescPtr &lut = bpl.lut(c.input);
         ASSERT_TRUE(lut);
         for (const auto &[index, value] : c.expected)
-            EXPECT_EQ(entryAt(lut, index), value) << index;
+            EXPECT_EQ(entriesAsDoubles(*lut).at(index), value) << index;
     }
 }
 
 TEST(TyxBreakPointLutTest, InputTypesSetRangeOfTable)
 {
     TyxBreakPointLut bpl(U8);
-    const TyxDataType u12(TyxNumericType::U16, 12);
+    const TyxDataType u12(N::U16, 12);
     const TyxLutDescPtr lut12 = bpl.lut(u12);
     ASSERT_TRUE(lut12);
     int64_t lo = 0, hi = 0;
@@ -110,7 +94,7 @@ TEST(TyxBreakPointLutTest, SeveralBandsEachGetTheirOwnEntries)
     const TyxLutDescPtr &lut = bpl.lut(U8);
     ASSERT_TRUE(lut);
     EXPECT_FALSE(lut->reuseLutDataForAllBands());
-    const auto values = entries<uint8_t>(lut);
+    const auto values = entriesOf<uint8_t>(*lut);
     EXPECT_EQ(values[10], 10);
     EXPECT_EQ(values[256 + 10], 245);
 }
@@ -124,8 +108,8 @@ TEST(TyxBreakPointLutTest, TableIsCachedUntilSomethingChanges)
     bpl.add(TyxBreakPoint(255, 3.0, 0));
     const TyxLutDescPtr second = bpl.lut(U8);
     EXPECT_NE(second.get(), first.get());
-    EXPECT_EQ(entries<uint8_t>(first)[7], 7); // the dropped table lives on while shared
-    bpl.setOutputDataType(U8);                // same type: ignored
+    EXPECT_EQ(entriesOf<uint8_t>(*first)[7], 7); // the dropped table lives on while shared
+    bpl.setOutputDataType(U8);                   // same type: ignored
     EXPECT_EQ(bpl.lut(U8).get(), second.get());
     bpl.setOutputDataType(TyxDataType()); // invalid: ignored
     EXPECT_EQ(bpl.lut(U8).get(), second.get());
@@ -220,12 +204,8 @@ TEST(TyxBreakPointLutTest, FailuresPostTheirMessageAndGiveNull)
          U8,
          U8,
          L"Minimum output value (nan) for all bands is smaller than minimum (0) for bit depth."},
-        {"I64 output", {}, U8, TyxDataType(TyxNumericType::I64), L"Invalid data type"},
-        {"U32 input",
-         {},
-         TyxDataType(TyxNumericType::U32),
-         U8,
-         L"Could not allocate 4294967296 for LUT data."},
+        {"I64 output", {}, U8, TyxDataType(N::I64), L"Invalid data type"},
+        {"U32 input", {}, TyxDataType(N::U32), U8, L"Could not allocate 4294967296 for LUT data."},
     };
     for (const FailureCase &c : cases) {
         HandlerScope scope;
@@ -251,7 +231,7 @@ TEST(TyxBreakPointLutTest, FailedBuildKeepsRequestedInputTypeAndStaysUsable)
 TEST(TyxBreakPointLutTest, DefaultHandlerThrowsPostedError)
 {
     TyxBreakPointLut bpl;
-    EXPECT_THROW(bpl.lut(U8), tyx::TyxTextMsg);
+    EXPECT_THROW(bpl.lut(U8), TyxTextMsg);
 }
 
 } // namespace

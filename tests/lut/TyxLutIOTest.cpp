@@ -1,6 +1,7 @@
 #include <tyx/TyxBreakPointLut.h>
 #include <tyx/TyxLutIO.h>
 
+#include "TyxLutTestData.h"
 #include "TyxRecordingHandler.h"
 
 #include <gtest/gtest.h>
@@ -15,19 +16,13 @@
 namespace {
 
 using namespace tyx;
-using tyx::test::HandlerScope;
+using N = TyxNumericType;
+using namespace test;
 
 std::unique_ptr<TyxLutDesc> readText(const TyxString &text, int *line = nullptr)
 {
     std::wistringstream stream(text);
     return std::unique_ptr<TyxLutDesc>(TyxLutIO::readCommon(stream, line));
-}
-
-template <class T>
-std::vector<T> entriesOf(const TyxLutDesc &lut)
-{
-    const T *p = static_cast<const T *>(lut.buffer()->data());
-    return std::vector<T>(p, p + lut.buffer()->size() / sizeof(T));
 }
 
 TyxString writeText(const TyxLutDesc &lut)
@@ -37,14 +32,6 @@ TyxString writeText(const TyxLutDesc &lut)
     return stream.str();
 }
 
-template <class T>
-TyxBufferPtr bufferOf(const std::vector<T> &values)
-{
-    TyxBufferPtr buffer(new TyxBuffer(values.size() * sizeof(T), true));
-    std::memcpy(buffer->data(), values.data(), values.size() * sizeof(T));
-    return buffer;
-}
-
 TEST(TyxLutIOTest, ZeroChannelsGiveEmptyDescriptor)
 {
     const auto lut = readText(L"{ type = l channels = 0 } 1 2 3");
@@ -52,20 +39,8 @@ TEST(TyxLutIOTest, ZeroChannelsGiveEmptyDescriptor)
     EXPECT_EQ(*lut, TyxLutDesc());
 }
 
-std::vector<double> entriesAsDoubles(const TyxLutDesc &lut)
-{
-    const auto widen = [](const auto &values) { return std::vector<double>(values.begin(), values.end()); };
-    switch (lut.dataType().code()) {
-    case TyxNumericType::U8: return widen(entriesOf<uint8_t>(lut));
-    case TyxNumericType::I16: return widen(entriesOf<int16_t>(lut));
-    case TyxNumericType::U32: return widen(entriesOf<uint32_t>(lut));
-    default: return entriesOf<double>(lut);
-    }
-}
-
 TEST(TyxLutIOTest, DenseTablesAsRead)
 {
-    using N = TyxNumericType;
     struct Expected {
         TyxDataType type;
         uint32_t perBand;
@@ -113,7 +88,7 @@ TEST(TyxLutIOTest, BreakPointsBuildADenseTable)
 {
     const auto lut = readText(L"{ type = b  tables = 1  length = 3 }\n0 0\n128 64\n255 255\n$");
     ASSERT_TRUE(lut);
-    EXPECT_EQ(lut->dataType().code(), TyxNumericType::U8);
+    EXPECT_EQ(lut->dataType().code(), N::U8);
     EXPECT_EQ(lut->numEntriesPerBand(), 256u);
     EXPECT_TRUE(lut->reuseLutDataForAllBands());
     const auto entries = entriesOf<uint8_t>(*lut);
@@ -126,7 +101,7 @@ TEST(TyxLutIOTest, FloatBreakPointsSpanTheFloatRange)
 {
     const auto lut = readText(L"{ type = b tables = 1 length = 2 dataType = float } 0 0.0 255 1.0 $");
     ASSERT_TRUE(lut);
-    EXPECT_EQ(lut->dataType(), TyxDataType(TyxNumericType::Float));
+    EXPECT_EQ(lut->dataType(), TyxDataType(N::Float));
     EXPECT_EQ(lut->numEntriesPerBand(), 65536u);
     EXPECT_EQ(lut->minIndex(), -32768);
     const auto entries = entriesOf<float>(*lut);
@@ -141,7 +116,7 @@ TEST(TyxLutIOTest, FloatBreakPointsSpanTheFloatRange)
 
 TEST(TyxLutIOTest, WritesTheDenseForm)
 {
-    const TyxLutDesc lut(bufferOf<uint8_t>({0, 1, 2, 250}), TyxDataType(TyxNumericType::U8), 2, -1, 2, false);
+    const TyxLutDesc lut(bufferOf<uint8_t>({0, 1, 2, 250}), TyxDataType(N::U8), 2, -1, 2, false);
     EXPECT_EQ(writeText(lut), L"{\n    type= l\n    channels= 2\n    length= 2 2\n    zeroOffset= -1 -1\n"
                               L"    dataType = U8\n}\n0\n1\n$\n2\n250\n$\n");
     EXPECT_EQ(writeText(TyxLutDesc()), L"{\n    type= l\n    channels= 0\n}\n");
@@ -151,11 +126,11 @@ TEST(TyxLutIOTest, WritesFloatAndDoubleWithFullPrecisionAndRestoresIt)
 {
     std::wostringstream stream;
     stream.precision(3);
-    const TyxLutDesc floats(bufferOf<float>({0.1f}), TyxDataType(TyxNumericType::Float), 1, 0, 1, false);
+    const TyxLutDesc floats(bufferOf<float>({0.1f}), TyxDataType(N::Float), 1, 0, 1, false);
     ASSERT_TRUE(TyxLutIO::writeCommon(floats, stream));
     EXPECT_NE(stream.str().find(L"\n0.100000001\n$\n"), TyxString::npos);
     EXPECT_EQ(stream.precision(), 3);
-    const TyxLutDesc doubles(bufferOf<double>({0.1}), TyxDataType(TyxNumericType::Double), 1, 0, 1, false);
+    const TyxLutDesc doubles(bufferOf<double>({0.1}), TyxDataType(N::Double), 1, 0, 1, false);
     EXPECT_NE(writeText(doubles).find(L"\n0.10000000000000001\n$\n"), TyxString::npos);
 }
 
@@ -163,7 +138,7 @@ TEST(TyxLutIOTest, WriterRefusesUnservedTypesAfterTheHeader)
 {
     HandlerScope scope;
     std::wostringstream stream;
-    const TyxLutDesc lut(bufferOf<int64_t>({1}), TyxDataType(TyxNumericType::I64), 1, 0, 1, false);
+    const TyxLutDesc lut(bufferOf<int64_t>({1}), TyxDataType(N::I64), 1, 0, 1, false);
     EXPECT_FALSE(TyxLutIO::writeCommon(lut, stream));
     EXPECT_EQ(scope.onlyText(), L"Invalid data type.");
     EXPECT_EQ(stream.str(), L"{\n    type= l\n    channels= 1\n    length= 1\n    zeroOffset= 0\n"
@@ -174,11 +149,11 @@ TEST(TyxLutIOTest, WriterRefusesBufferShorterThanItsEntries)
 {
     HandlerScope scope;
     std::wostringstream stream;
-    const TyxLutDesc lut(bufferOf<uint8_t>({1, 2}), TyxDataType(TyxNumericType::U8), 2, 0, 2, false);
+    const TyxLutDesc lut(bufferOf<uint8_t>({1, 2}), TyxDataType(N::U8), 2, 0, 2, false);
     EXPECT_FALSE(TyxLutIO::writeCommon(lut, stream));
     EXPECT_EQ(scope.onlyText(), L"The LUT buffer holds fewer entries than the descriptor names.");
     // A shared band serves every band it names.
-    const TyxLutDesc shared(bufferOf<uint8_t>({1, 2}), TyxDataType(TyxNumericType::U8), 2, 0, 2, true);
+    const TyxLutDesc shared(bufferOf<uint8_t>({1, 2}), TyxDataType(N::U8), 2, 0, 2, true);
     EXPECT_EQ(writeText(shared).substr(writeText(shared).find(L"}\n")), L"}\n1\n2\n$\n1\n2\n$\n");
 }
 
@@ -186,9 +161,8 @@ TEST(TyxLutIOTest, WriterRefusesBufferShorterThanItsEntries)
 // that the file keeps exactly.
 TEST(TyxLutIOTest, RoundTripsThroughTheFile)
 {
-    const TyxNumericType::Code codes[] = {TyxNumericType::I8, TyxNumericType::U16, TyxNumericType::U32,
-                                          TyxNumericType::Float};
-    for (TyxNumericType::Code code : codes) {
+    const N::Code codes[] = {N::I8, N::U16, N::U32, N::Float};
+    for (N::Code code : codes) {
         const TyxDataType output(code);
         TyxBreakPointLut bpl(output);
         for (uint32_t band = 0; band < 3; ++band) {
@@ -196,7 +170,7 @@ TEST(TyxLutIOTest, RoundTripsThroughTheFile)
             bpl.add(TyxBreakPoint(70 + 10 * int(band), 33.3, band));
             bpl.add(TyxBreakPoint(255, 127.0, band));
         }
-        const TyxLutDescPtr &built = bpl.lut(TyxDataType(TyxNumericType::U8));
+        const TyxLutDescPtr &built = bpl.lut(TyxDataType(N::U8));
         ASSERT_TRUE(built) << code;
         // The reader marks every table as per band.
         const TyxLutDesc expected(built->buffer(), built->dataType(), built->numEntriesPerBand(),
@@ -268,15 +242,15 @@ TEST(TyxLutIOTest, MalformedFilesPostTheirMessageAtTheirLine)
         EXPECT_FALSE(readText(c.text, &line)) << c.text;
         EXPECT_EQ(scope.onlyText(), c.message) << c.text;
         EXPECT_EQ(line, c.line) << c.text;
-        for (const tyx::TyxTextMsg &m : scope.handler->messages)
-            EXPECT_EQ(m.type(), tyx::TyxTextMsg::Error);
+        for (const TyxTextMsg &m : scope.handler->messages)
+            EXPECT_EQ(m.type(), TyxTextMsg::Error);
     }
 }
 
 TEST(TyxLutIOTest, DefaultHandlerThrowsAndNothingLeaks)
 {
     std::wistringstream stream(L"{ type = l channels = 1 length = 2 } 1 $");
-    EXPECT_THROW(TyxLutIO::readCommon(stream), tyx::TyxTextMsg);
+    EXPECT_THROW(TyxLutIO::readCommon(stream), TyxTextMsg);
 }
 
 TEST(TyxLutIOTest, StreamIsLeftAtTheFailingToken)

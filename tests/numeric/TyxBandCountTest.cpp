@@ -22,7 +22,7 @@ namespace {
 
 using namespace tyx;
 using L = TyxDataLayout;
-using N = tyx::TyxNumericType;
+using N = TyxNumericType;
 
 const L kLayouts[] = {L::PixelInterleaved, L::BandInterleaved, L::LineInterleaved, L::BlockInterleaved};
 

@@ -13,7 +13,7 @@
 namespace {
 
 using namespace tyx;
-using N = tyx::TyxNumericType;
+using N = TyxNumericType;
 
 TyxBufferPtr countsOf(const std::vector<uint64_t> &counts)
 {

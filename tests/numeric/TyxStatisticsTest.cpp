@@ -14,7 +14,7 @@
 namespace {
 
 using namespace tyx;
-using N = tyx::TyxNumericType;
+using N = TyxNumericType;
 
 TEST(TyxStatisticsTest, KnownSets)
 {
