@@ -97,6 +97,11 @@ TEST(TyxBreakPointLutTest, SeveralBandsEachGetTheirOwnEntries)
     const auto values = entriesOf<uint8_t>(*lut);
     EXPECT_EQ(values[10], 10);
     EXPECT_EQ(values[256 + 10], 245);
+    // The band count is the span of the band numbers.
+    TyxBreakPointLut span(U8);
+    span.add(TyxBreakPoint(0, 0.0, 3));
+    span.add(TyxBreakPoint(0, 0.0, 5));
+    EXPECT_EQ(span.numBands(), 3u);
 }
 
 TEST(TyxBreakPointLutTest, TableIsCachedUntilSomethingChanges)
@@ -146,14 +151,6 @@ TEST(TyxBreakPointLutTest, GetSortsOneBandOrGivesTypeRange)
     bpl.add(TyxBreakPoint(2, 1.0, 1));
     bpl.get(result, 1);
     EXPECT_EQ(result, (std::vector<TyxBreakPoint>{{2, 1.0, 1}, {9, 1.0, 1}}));
-}
-
-TEST(TyxBreakPointLutTest, NumBandsFromPointsSpan)
-{
-    TyxBreakPointLut bpl(U8);
-    bpl.add(TyxBreakPoint(0, 0.0, 3));
-    bpl.add(TyxBreakPoint(0, 0.0, 5));
-    EXPECT_EQ(bpl.numBands(), 3u);
 }
 
 struct FailureCase {
