@@ -21,17 +21,13 @@ TyxString textOf(const TyxImageROI &roi) { return static_cast<TyxString>(roi); }
 
 TyxImageROI scattered() { return TyxImageROI(0, 0, 10, 10, {2, 0, 5}); }
 
-TEST(TyxImageSizeTest, NamesAndSampleCount)
+TEST(TyxImageSizeTest, SampleCountTextAndVariant)
 {
-    const TyxImageSize size(4096, 4096, 300);
-    EXPECT_EQ(size.numSamples(), 4096ull * 4096ull * 300ull);
+    EXPECT_EQ(TyxImageSize(4096, 4096, 300).numSamples(), 4096ull * 4096ull * 300ull);
     std::ostringstream out;
     out << TyxImageSize(1, 2, 3);
     EXPECT_EQ(out.str(), "(1,2,3)");
-}
 
-TEST(TyxImageSizeTest, JoinsVariantWithCode23)
-{
     const TyxVariant v(TyxImageSize(3, 4, 5));
     EXPECT_EQ(v.type(), TyxMetaType::ImageSize);
     EXPECT_EQ(v.value<TyxString>(), L"(3,4,5)");
