@@ -30,8 +30,7 @@ TEST(TyxColorModelTest, CodesCarryTheirBandCounts)
     const Case cases[] = {{CM::GrayScale, L"GrayScale", 1},
                           {CM::RGB, L"RGB", 3},
                           {CM::CMYK, L"CMYK", 4},
-                          {CM::Alpha, L"Alpha", 1},
-                          {CM::PremultipliedAlpha, L"PremultipliedAlpha", 1}};
+                          {CM::Alpha, L"Alpha", 1}};
     for (const Case &c : cases) {
         SCOPED_TRACE(c.key);
         const TyxColorModel model(c.code);
@@ -46,21 +45,8 @@ TEST(TyxColorModelTest, CodesCarryTheirBandCounts)
     // A key of a caller-counted type cannot make a model on its own.
     EXPECT_FALSE(TyxColorModel(TyxString(L"Other")).isValid());
     EXPECT_EQ(CM::allKeys().size(), 19u);
-    EXPECT_EQ(CM::allKeys()[18], L"Other");
     EXPECT_EQ(CM::enumerator().data(CM::MultiSpectral).value<unsigned>(), 0u);
     EXPECT_FALSE(CM::enumerator().isValid(19));
-}
-
-TEST(TyxColorModelTest, ExtraBandsAddToTheCount)
-{
-    const TyxColorModel withExtra(CM::CMYK, Extra{CM::AssociatedAlpha, CM::Mask});
-    EXPECT_EQ(withExtra.numBands(), 6u);
-    EXPECT_EQ(withExtra.numExtraBands(), 2u);
-
-    // A rejected type still keeps the extra bands.
-    const TyxColorModel rejected(CM::Other, Extra{CM::Depth});
-    EXPECT_FALSE(rejected.isValid());
-    EXPECT_EQ(rejected.numExtraBands(), 1u);
 }
 
 TEST(TyxColorModelTest, SetTypeMessages)
@@ -93,10 +79,8 @@ TEST(TyxColorModelTest, SetTypeMessages)
         EXPECT_FALSE(model.isValid());
         EXPECT_EQ(model.numColorBands(), c.bandsAfter);
     }
-}
 
-TEST(TyxColorModelTest, CallerGivesBandsForMultiSpectralAndOther)
-{
+    // The caller gives the count of MultiSpectral and Other.
     TyxColorModel model;
     EXPECT_TRUE(model.setType(CM::MultiSpectral, 7).empty());
     EXPECT_TRUE(model.isValid());
@@ -109,9 +93,13 @@ TEST(TyxColorModelTest, CallerGivesBandsForMultiSpectralAndOther)
     EXPECT_EQ(model.numColorBands(), 3u);
 }
 
-TEST(TyxColorModelTest, EqualityComparesBandsAndExtrasInOrder)
+TEST(TyxColorModelTest, ExtraBandsCountAndCompareInOrder)
 {
     const TyxColorModel a(CM::RGB, Extra{CM::AssociatedAlpha, CM::Mask});
+    EXPECT_EQ(a.numBands(), 5u);
+    EXPECT_EQ(a.numExtraBands(), 2u);
+    // A rejected type still keeps the extra bands.
+    EXPECT_EQ(TyxColorModel(CM::Other, Extra{CM::Depth}).numExtraBands(), 1u);
     EXPECT_EQ(a, TyxColorModel(CM::RGB, 3, Extra{CM::AssociatedAlpha, CM::Mask}));
     EXPECT_NE(a, TyxColorModel(CM::RGB, Extra{CM::Mask, CM::AssociatedAlpha}));
     EXPECT_NE(a, TyxColorModel(CM::RGB));
@@ -186,9 +174,6 @@ TEST(TyxColorModelTest, JoinsTheVariantWithCode29)
 {
     const TyxVariant v(TyxColorModel(CM::CMYK, Extra{CM::AssociatedAlpha}));
     EXPECT_EQ(v.type(), TyxMetaType::ColorModel);
-    std::wostringstream out;
-    out << v;
-    EXPECT_EQ(out.str(), L"TyxColorModel,(CMYK,4,1:1)");
     EXPECT_EQ(v.value<int>(), 10);
     EXPECT_EQ(v.value<TyxString>(), L"(CMYK,4,1:1)");
     EXPECT_EQ(v.value<TyxColorModel>(), TyxColorModel(CM::CMYK, Extra{CM::AssociatedAlpha}));
