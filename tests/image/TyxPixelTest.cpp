@@ -10,9 +10,12 @@
 #include <sstream>
 #include <vector>
 
+#include "TyxTilePattern.h"
+
 namespace {
 
 using namespace tyx;
+using namespace tyx::test;
 using N = TyxNumericType;
 using L = TyxDataLayout;
 using Sample = TyxPixel::Sample;
@@ -76,17 +79,6 @@ TEST(TyxPixelTest, TextForms)
     }
 }
 
-template <class T>
-TyxImageTile numbered(unsigned w, unsigned h, unsigned bands, L layout, N::Code code, unsigned bandStep = 100)
-{
-    TyxImageTile tile(TyxImageTileDesc(TyxImageROI(TyxImageSize(w, h, bands)), layout, TyxDataType(code)));
-    for (unsigned y = 0; y < h; ++y)
-        for (unsigned x = 0; x < w; ++x)
-            for (unsigned b = 0; b < bands; ++b)
-                *static_cast<T *>(tile.ptrAt(x, y, b)) = static_cast<T>(x + 10 * y + bandStep * b);
-    return tile;
-}
-
 std::vector<std::vector<double>> walk(TyxPixelIterator &&it)
 {
     std::vector<std::vector<double>> seen;
@@ -120,7 +112,7 @@ TYPED_TEST(TyxPixelIteratorTypedTest, SameOrderInEveryLayout)
             expected.push_back({x + 10.0 * y, x + 10.0 * y + 30, x + 10.0 * y + 60});
     for (L layout : {L::PixelInterleaved, L::BandInterleaved, L::LineInterleaved, L::BlockInterleaved}) {
         // Band steps of 30 keep every value inside I8.
-        const TyxImageTile tile = numbered<T>(4, 3, 3, layout, TypeParam::code, 30);
+        const TyxImageTile tile = patterned<T>(4, 3, 3, layout, TypeParam::code, {}, 30);
         TyxPixelIterator it(tile);
         EXPECT_EQ((*it)[0].type(), TyxDataType(TypeParam::code));
         EXPECT_EQ(walk(std::move(it)), expected);
@@ -134,7 +126,7 @@ TYPED_TEST(TyxPixelIteratorTypedTest, SameOrderInEveryLayout)
 
 TEST(TyxPixelIteratorTest, RegionsAndEnds)
 {
-    const TyxImageTile tile = numbered<uint16_t>(3, 3, 3, L::PixelInterleaved, N::U16);
+    const TyxImageTile tile = patterned<uint16_t>(3, 3, 3, L::PixelInterleaved, N::U16);
     // Width 1: a new row at each step.
     EXPECT_EQ(walk(TyxPixelIterator(tile, TyxImageROI(2, 0, 1, 3, {0}))),
               (std::vector<std::vector<double>>{{2}, {12}, {22}}));
@@ -152,24 +144,21 @@ TEST(TyxPixelIteratorTest, RegionsAndEnds)
     EXPECT_TRUE((*it).isEmpty());
     EXPECT_EQ(it.begin().real(0), 111.0);
 
-    TyxImageTile noBands(
-        TyxImageTileDesc(TyxImageROI(TyxImageSize(3, 3, 0)), L::PixelInterleaved, TyxDataType(N::U8)));
+    TyxImageTile noBands(descOf(3, 3, 0, L::PixelInterleaved, N::U8));
     EXPECT_TRUE((*TyxPixelIterator(noBands)).isEmpty());
 }
 
 TEST(TyxPixelIteratorTest, BadInputWalksNothing)
 {
-    const TyxImageTile tile = numbered<uint8_t>(3, 3, 2, L::LineInterleaved, N::U8);
+    const TyxImageTile tile = patterned<uint8_t>(3, 3, 2, L::LineInterleaved, N::U8);
     // Regions reaching outside the tile.
     for (const TyxImageROI &roi : {TyxImageROI(2, 0, 2, 1, {0}), TyxImageROI(-1, 0, 1, 1, {0}),
                                    TyxImageROI(0, 0, 1, 1, {1, 2}), TyxImageROI(0, 2, 1, 2, {0})})
         EXPECT_TRUE((*TyxPixelIterator(tile, roi)).isEmpty()) << static_cast<TyxString>(roi).size();
     // No memory, an invalid type.
-    const TyxImageTile unallocated(
-        TyxImageTileDesc(TyxImageROI(TyxImageSize(3, 3, 1)), L::PixelInterleaved, TyxDataType(N::U8)));
+    const TyxImageTile unallocated(descOf(3, 3, 1, L::PixelInterleaved, N::U8));
     EXPECT_TRUE((*TyxPixelIterator(unallocated)).isEmpty());
-    const TyxImageTile invalid(
-        TyxImageTileDesc(TyxImageROI(TyxImageSize(3, 3, 1)), L::PixelInterleaved, TyxDataType()));
+    const TyxImageTile invalid(descOf(3, 3, 1, L::PixelInterleaved, N::Invalid));
     TyxPixelIterator none(invalid);
     EXPECT_TRUE((*none).isEmpty());
     EXPECT_TRUE(none.begin().isEmpty());
