@@ -22,7 +22,6 @@ using Sample = TyxPixel::Sample;
 
 TEST(TyxPixelSampleTest, ConversionsArePlainCasts)
 {
-    EXPECT_EQ(Sample(int64_t(1)).type(), TyxDataType(N::I64));
     EXPECT_EQ(static_cast<unsigned char>(Sample(300.7)), 44);
     EXPECT_EQ(static_cast<unsigned short>(Sample(static_cast<signed char>(-1))), 65535);
     EXPECT_EQ(static_cast<double>(Sample(uint64_t(UINT64_MAX))), 18446744073709551616.0);
@@ -35,7 +34,6 @@ TEST(TyxPixelSampleTest, ComparisonInCommonType)
 {
     EXPECT_TRUE(Sample(int(3)) == Sample(3.0));
     EXPECT_FALSE(Sample() == Sample());
-    EXPECT_TRUE(Sample() != Sample());
     EXPECT_FALSE(Sample(static_cast<unsigned char>(200)) == Sample(static_cast<signed char>(-56)));
     const double nan = std::numeric_limits<double>::quiet_NaN();
     EXPECT_FALSE(Sample(nan) == Sample(nan));
@@ -124,17 +122,31 @@ TYPED_TEST(TyxPixelIteratorTypedTest, SameOrderInEveryLayout)
     }
 }
 
-TEST(TyxPixelIteratorTest, RegionsAndEnds)
+TEST(TyxPixelIteratorTest, RegionsWalkTheirPixelsOrNothing)
 {
     const TyxImageTile tile = patterned<uint16_t>(3, 3, 3, L::PixelInterleaved, N::U16);
-    // Width 1: a new row at each step.
-    EXPECT_EQ(walk(TyxPixelIterator(tile, TyxImageROI(2, 0, 1, 3, {0}))),
-              (std::vector<std::vector<double>>{{2}, {12}, {22}}));
-    // Bands 0 and 2 walk the contiguous bands 0 and 1.
-    EXPECT_EQ(walk(TyxPixelIterator(tile, TyxImageROI(0, 0, 1, 1, {0, 2}))),
-              (std::vector<std::vector<double>>{{0, 100}}));
-    EXPECT_TRUE(walk(TyxPixelIterator(tile, TyxImageROI(0, 0, 2, 2, {}))).empty());
+    const struct {
+        TyxImageROI roi;
+        std::vector<std::vector<double>> walked;
+    } cases[] = {
+        // Width 1: a new row at each step.
+        {TyxImageROI(2, 0, 1, 3, {0}), {{2}, {12}, {22}}},
+        // Bands 0 and 2 walk the contiguous bands 0 and 1.
+        {TyxImageROI(0, 0, 1, 1, {0, 2}), {{0, 100}}},
+        {TyxImageROI(0, 0, 2, 2, {}), {}},
+        // Regions reaching outside the tile.
+        {TyxImageROI(2, 0, 2, 1, {0}), {}},
+        {TyxImageROI(-1, 0, 1, 1, {0}), {}},
+        {TyxImageROI(0, 0, 1, 1, {2, 3}), {}},
+        {TyxImageROI(0, 2, 1, 2, {0}), {}},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(walk(TyxPixelIterator(tile, c.roi)), c.walked) << "case " << &c - cases;
+}
 
+TEST(TyxPixelIteratorTest, EndsAndEmptyTiles)
+{
+    const TyxImageTile tile = patterned<uint16_t>(3, 3, 3, L::PixelInterleaved, N::U16);
     TyxPixelIterator it(tile, TyxImageROI(1, 1, 1, 1, {1}));
     EXPECT_EQ((*it).real(0), 111.0);
     ++it;
@@ -144,18 +156,8 @@ TEST(TyxPixelIteratorTest, RegionsAndEnds)
     EXPECT_TRUE((*it).isEmpty());
     EXPECT_EQ(it.begin().real(0), 111.0);
 
-    TyxImageTile noBands(descOf(3, 3, 0, L::PixelInterleaved, N::U8));
-    EXPECT_TRUE((*TyxPixelIterator(noBands)).isEmpty());
-}
-
-TEST(TyxPixelIteratorTest, BadInputWalksNothing)
-{
-    const TyxImageTile tile = patterned<uint8_t>(3, 3, 2, L::LineInterleaved, N::U8);
-    // Regions reaching outside the tile.
-    for (const TyxImageROI &roi : {TyxImageROI(2, 0, 2, 1, {0}), TyxImageROI(-1, 0, 1, 1, {0}),
-                                   TyxImageROI(0, 0, 1, 1, {1, 2}), TyxImageROI(0, 2, 1, 2, {0})})
-        EXPECT_TRUE((*TyxPixelIterator(tile, roi)).isEmpty()) << static_cast<TyxString>(roi).size();
-    // No memory, an invalid type.
+    // No bands, no memory, an invalid type.
+    EXPECT_TRUE((*TyxPixelIterator(TyxImageTile(descOf(3, 3, 0, L::PixelInterleaved, N::U8)))).isEmpty());
     const TyxImageTile unallocated(descOf(3, 3, 1, L::PixelInterleaved, N::U8));
     EXPECT_TRUE((*TyxPixelIterator(unallocated)).isEmpty());
     const TyxImageTile invalid(descOf(3, 3, 1, L::PixelInterleaved, N::Invalid));
