@@ -1,5 +1,4 @@
 #include <tyx/TyxBuffer.h>
-#include <tyx/TyxCoreLibMgr.h>
 #include <tyx/TyxTextMsg.h>
 
 #include <gtest/gtest.h>

@@ -1,13 +1,10 @@
-#include <tyx/TyxCoreLibMgr.h>
 #include <tyx/TyxImageTile.h>
 #include <tyx/TyxImageTileDesc.h>
-#include <tyx/TyxTextHandler.h>
 
 #include <gtest/gtest.h>
 
 #include <complex>
 #include <cstdint>
-#include <cstring>
 #include <vector>
 
 #include "TyxRecordingHandler.h"
@@ -39,7 +36,6 @@ TEST(TyxImageTileDescTest, ValidateMessagesInOrder)
         TyxImageTileDesc desc;
         std::wstring text;
     };
-    TyxDataType u16(N::U16);
     const Case cases[] = {
         {TyxImageTileDesc(), L"Invalid ROI size [(0,0,0)]."},
         {descOf(2, 0x80000000u, 1, L::PixelInterleaved, N::U8), L"Invalid ROI size [(2,2147483648,1)]."},
@@ -81,7 +77,6 @@ TEST(TyxImageTileTest, StridesOfWorkedTile)
         EXPECT_EQ(tile.pixelStrideSamples(), c.pixel);
         EXPECT_EQ(tile.lineStrideSamples(), c.line);
         EXPECT_EQ(tile.bandStrideSamples(), c.band);
-        EXPECT_EQ(tile.bandStrideBytes(), 2 * c.band);
         EXPECT_EQ(tile.sampleOffset(1, 1, 1), c.offset);
         EXPECT_EQ(tile.byteOffset(1, 1, 1), 2u * c.offset);
     }
