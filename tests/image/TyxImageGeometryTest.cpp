@@ -27,9 +27,7 @@ TEST(TyxImageSizeTest, SampleCountTextAndVariant)
     out << TyxImageSize(1, 2, 3);
     EXPECT_EQ(out.str(), "(1,2,3)");
 
-    const TyxVariant v(TyxImageSize(3, 4, 5));
-    EXPECT_EQ(v.value<TyxString>(), L"(3,4,5)");
-    EXPECT_TRUE(v.value<bool>());
+    EXPECT_TRUE(TyxVariant(TyxImageSize(3, 4, 5)).value<bool>());
     EXPECT_FALSE(TyxVariant(TyxImageSize()).value<bool>());
     EXPECT_EQ(TyxVariant(TyxSize3D<unsigned int>(7, 8, 9)).value<TyxImageSize>(), TyxImageSize(7, 8, 9));
     EXPECT_EQ(TyxVariant(L"(1.9,2,3)").value<TyxImageSize>(), TyxImageSize(1, 2, 3));
@@ -99,7 +97,7 @@ TEST(TyxImageROITest, BoundingROI)
     EXPECT_EQ(huge.boundingROI(scattered()), scattered());
 }
 
-TEST(TyxImageROITest, StreamFormsRoundTrip)
+TEST(TyxImageROITest, TextFormsRoundTrip)
 {
     EXPECT_EQ(textOf(scattered()), L"((0,0,0),(10,10,3),(2,0,5))");
     EXPECT_EQ(textOf(TyxImageROI()), L"((0,0,0),(0,0,0),())");
@@ -121,12 +119,9 @@ TEST(TyxImageROITest, StreamFormsRoundTrip)
     bad >> read;
     EXPECT_TRUE(bad.fail());
     EXPECT_EQ(read, TyxImageROI());
-}
 
-TEST(TyxImageROITest, JoinsVariantWithCode26)
-{
+    // The variant reads the same text and gives no number.
     const TyxVariant v(scattered());
-    EXPECT_EQ(v.value<TyxString>(), L"((0,0,0),(10,10,3),(2,0,5))");
     EXPECT_EQ(TyxVariant(L"((0,0,0),(10,10,3),(2,0,5))").value<TyxImageROI>(), scattered());
     double d = 7.0;
     EXPECT_FALSE(v.value(TyxMetaType::Double, &d));
