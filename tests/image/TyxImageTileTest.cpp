@@ -156,26 +156,28 @@ TEST(TyxImageTileTest, CloneCopiesOrKeepsNoMemory)
 
 TEST(TyxImageTileTest, ConversionsArePlainCasts)
 {
-    TyxImageTile d(descOf(3, 1, 1, L::PixelInterleaved, N::Double));
-    at<double>(d, 0, 0, 0) = 300.7;
-    at<double>(d, 1, 0, 0) = -1.5;
-    at<double>(d, 2, 0, 0) = 1e300;
-    const TyxImageTilePtr u8 = d.clone(TyxDataType(N::U8));
-    ASSERT_TRUE(u8);
-    EXPECT_EQ(at<uint8_t>(std::as_const(*u8), 0, 0, 0), 44);
-    EXPECT_EQ(at<uint8_t>(std::as_const(*u8), 1, 0, 0), 255);
-    EXPECT_EQ(at<uint8_t>(std::as_const(*u8), 2, 0, 0), 0);
-    const TyxImageTilePtr i32 = d.clone(TyxDataType(N::I32));
-    EXPECT_EQ(at<int32_t>(std::as_const(*i32), 2, 0, 0), INT32_MIN);
-
-    TyxImageTile i8(descOf(1, 1, 1, L::PixelInterleaved, N::I8));
-    at<int8_t>(i8, 0, 0, 0) = -1;
-    EXPECT_EQ(at<uint16_t>(std::as_const(*i8.clone(TyxDataType(N::U16))), 0, 0, 0), 65535);
-
+    // The values sit in the bands of one pixel.
+    const struct {
+        N::Code from;
+        std::vector<Sample> values;
+        N::Code to;
+        std::vector<Sample> expected;
+    } cases[] = {
+        {N::Double, {300.7, -1.5, 1e300}, N::U8, {44.0, 255.0, 0.0}},
+        {N::Double, {1e300}, N::I32, {INT32_MIN}},
+        {N::I8, {static_cast<signed char>(-1)}, N::U16, {65535.0}},
+        {N::U32, {0xFFFFFFFFu}, N::I8, {-1.0}},
+    };
+    for (const auto &c : cases) {
+        TyxImageTile source(descOf(1, 1, unsigned(c.values.size()), L::PixelInterleaved, c.from));
+        ASSERT_EQ(source.fill(TyxPixel(c.values)), 0);
+        const TyxImageTilePtr converted = source.clone(TyxDataType(c.to));
+        ASSERT_TRUE(converted);
+        EXPECT_EQ((*converted)(0, 0), TyxPixel(c.expected)) << "case " << &c - cases;
+    }
+    // The depth alone differs: a conversion that keeps the bits.
     TyxImageTile u32(descOf(1, 1, 1, L::PixelInterleaved, N::U32));
     at<uint32_t>(u32, 0, 0, 0) = 0xFFFFFFFFu;
-    EXPECT_EQ(at<int8_t>(std::as_const(*u32.clone(TyxDataType(N::I8))), 0, 0, 0), -1);
-    // The depth alone differs: a conversion that keeps the bits.
     const TyxImageTilePtr twelve = u32.clone(TyxDataType(N::U32, 12));
     EXPECT_EQ(twelve->dataType().logicalBitDepth(), 12u);
     EXPECT_EQ(at<uint32_t>(std::as_const(*twelve), 0, 0, 0), 0xFFFFFFFFu);
@@ -297,33 +299,26 @@ TEST(TyxImageTileTest, InsertEdgeCases)
 
 TEST(TyxImageTileTest, FillClampsAndRounds)
 {
-    TyxImageTile u8(descOf(3, 2, 2, L::PixelInterleaved, N::U8));
-    ASSERT_EQ(u8.fill(TyxPixel(std::vector<Sample>{Sample(300.7), Sample(2.5)})), 0);
-    EXPECT_EQ(at<uint8_t>(std::as_const(u8), 2, 1, 0), 255);
-    EXPECT_EQ(at<uint8_t>(std::as_const(u8), 2, 1, 1), 3);
-    // One value in every band takes the byte path: truncation, no clamp.
-    ASSERT_EQ(u8.fill(TyxPixel(2, Sample(300.7))), 0);
-    EXPECT_EQ(at<uint8_t>(std::as_const(u8), 1, 1, 1), 44);
-    ASSERT_EQ(u8.fill(TyxPixel()), 0);
-    EXPECT_EQ(at<uint8_t>(std::as_const(u8), 1, 1, 1), 0);
-
-    TyxImageTile i8(descOf(2, 2, 2, L::BandInterleaved, N::I8));
-    ASSERT_EQ(i8.fill(TyxPixel(std::vector<Sample>{Sample(-2.5), Sample(-300.0)})), 0);
-    EXPECT_EQ(at<int8_t>(std::as_const(i8), 1, 1, 0), -3);
-    EXPECT_EQ(at<int8_t>(std::as_const(i8), 1, 1, 1), -128);
-
-    TyxImageTile twelve(
-        TyxImageTileDesc(TyxImageROI(TyxImageSize(2, 2, 3)), L::LineInterleaved, TyxDataType(N::U16, 12)));
-    ASSERT_EQ(twelve.fill(TyxPixel(std::vector<Sample>{Sample(70000.0), Sample(4094.4)})), 0);
-    EXPECT_EQ(at<uint16_t>(std::as_const(twelve), 1, 1, 0), 4095);
-    EXPECT_EQ(at<uint16_t>(std::as_const(twelve), 1, 1, 1), 4094);
-    EXPECT_EQ(at<uint16_t>(std::as_const(twelve), 1, 1, 2), 0);
-
-    TyxImageTile i64(descOf(1, 1, 2, L::PixelInterleaved, N::I64));
-    ASSERT_EQ(i64.fill(TyxPixel(std::vector<Sample>{Sample(1e30), Sample(-1e30)})), 0);
-    EXPECT_EQ(at<int64_t>(std::as_const(i64), 0, 0, 0), INT64_MAX);
-    EXPECT_EQ(at<int64_t>(std::as_const(i64), 0, 0, 1), INT64_MIN);
-
+    const TyxImageTileDesc twelve(TyxImageROI(TyxImageSize(2, 2, 3)), L::LineInterleaved,
+                                  TyxDataType(N::U16, 12));
+    const struct {
+        TyxImageTileDesc desc;
+        std::vector<Sample> fill, expected;
+    } cases[] = {
+        {descOf(3, 2, 2, L::PixelInterleaved, N::U8), {300.7, 2.5}, {255.0, 3.0}},
+        // One value in every band takes the byte path: truncation, no clamp.
+        {descOf(3, 2, 2, L::PixelInterleaved, N::U8), {300.7, 300.7}, {44.0, 44.0}},
+        {descOf(3, 2, 2, L::PixelInterleaved, N::U8), {}, {0.0, 0.0}},
+        {descOf(2, 2, 2, L::BandInterleaved, N::I8), {-2.5, -300.0}, {-3.0, -128.0}},
+        // The logical depth clamps; bands past the values are zero.
+        {twelve, {70000.0, 4094.4}, {4095.0, 4094.0, 0.0}},
+        {descOf(1, 1, 2, L::PixelInterleaved, N::I64), {1e30, -1e30}, {INT64_MAX, INT64_MIN}},
+    };
+    for (const auto &c : cases) {
+        TyxImageTile tile(c.desc);
+        ASSERT_EQ(tile.fill(TyxPixel(c.fill)), 0);
+        EXPECT_EQ(tile(tile.width() - 1, tile.height() - 1), TyxPixel(c.expected)) << "case " << &c - cases;
+    }
     TyxImageTile empty;
     EXPECT_EQ(empty.fill(TyxPixel(1, Sample(1.0))), 1);
 }
