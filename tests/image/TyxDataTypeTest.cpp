@@ -27,7 +27,6 @@ TEST(TyxDataTypeTest, TableRowsAndPredicates)
     };
     const Row rows[] = {
         {N::I8, L"I8", 1, -128, 127, true, true, false, false},
-        {N::I64, L"I64", 8, -9.223372036854776e18, 9.223372036854776e18, true, true, false, false},
         {N::U64, L"U64", 8, 0, 1.8446744073709552e19, true, false, false, false},
         {N::Float, L"Float", 4, -kFloatMax, kFloatMax, false, true, true, false},
         {N::ComplexDouble, L"ComplexDouble", 16, -1.7976931348623157e308, 1.7976931348623157e308, false, true,

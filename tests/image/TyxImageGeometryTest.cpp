@@ -145,12 +145,20 @@ TEST(TyxTileGridTest, HundredByHundredInSixtyFourCells)
         walked.push_back(*it);
     ASSERT_EQ(walked.size(), 4u);
     EXPECT_EQ(walked[2].origin(), TyxCoord3D<int>(0, 64, 0));
+    // Bands are clipped like columns.
+    EXPECT_EQ(TyxTileGrid(TyxImageSize(10, 10, 3), TyxImageSize(4, 4, 2))(0, 0, 2).size(),
+              TyxImageSize(4, 4, 1));
 }
 
-TEST(TyxTileGridTest, BandsClippedLikeColumnsAndZeroCells)
+TEST(TyxTileGridTest, IntersectedCellsAndZeroCells)
 {
-    const TyxTileGrid grid(TyxImageSize(10, 10, 3), TyxImageSize(4, 4, 2));
-    EXPECT_EQ(grid(0, 0, 2).size(), TyxImageSize(4, 4, 1));
+    const TyxTileGrid grid(TyxImageSize(100, 100, 1), TyxImageSize(30, 30, 1));
+    const TyxImageROI roi(TyxCoord3D<int>(25, 35, 0), TyxImageSize(40, 40, 1));
+    EXPECT_EQ(grid.intersectedCells(roi), (std::set<unsigned int>{4, 5, 6, 8, 9, 10}));
+    const TyxImageROI overhang(TyxCoord3D<int>(-10, 95, 0), TyxImageSize(500, 50, 1));
+    EXPECT_EQ(grid.intersectedCells(overhang), (std::set<unsigned int>{12, 13, 14, 15}));
+    const TyxImageROI outside(TyxCoord3D<int>(200, 0, 0), TyxImageSize(5, 5, 1));
+    EXPECT_TRUE(grid.intersectedCells(outside).empty());
 
     // A zero cell size gives an empty grid.
     const TyxTileGrid empty(TyxImageSize(100, 100, 1), TyxImageSize(0, 64, 1));
@@ -160,18 +168,7 @@ TEST(TyxTileGridTest, BandsClippedLikeColumnsAndZeroCells)
     EXPECT_TRUE(TyxTileGrid().intersectedCells(scattered()).empty());
 }
 
-TEST(TyxTileGridTest, IntersectedCells)
-{
-    const TyxTileGrid grid(TyxImageSize(100, 100, 1), TyxImageSize(30, 30, 1));
-    const TyxImageROI roi(TyxCoord3D<int>(25, 35, 0), TyxImageSize(40, 40, 1));
-    EXPECT_EQ(grid.intersectedCells(roi), (std::set<unsigned int>{4, 5, 6, 8, 9, 10}));
-    const TyxImageROI overhang(TyxCoord3D<int>(-10, 95, 0), TyxImageSize(500, 50, 1));
-    EXPECT_EQ(grid.intersectedCells(overhang), (std::set<unsigned int>{12, 13, 14, 15}));
-    const TyxImageROI outside(TyxCoord3D<int>(200, 0, 0), TyxImageSize(5, 5, 1));
-    EXPECT_TRUE(grid.intersectedCells(outside).empty());
-}
-
-TEST(TyxROIRectTest, HalfOpenBoxAndNaN)
+TEST(TyxROIRectTest, HalfOpenBoxNaNAndNormalized)
 {
     const TyxROIRect<double> box(0, 0, 0, 1, 2, 3);
     EXPECT_TRUE(box.contains(0.0, 0.0));
@@ -186,15 +183,13 @@ TEST(TyxROIRectTest, HalfOpenBoxAndNaN)
     const std::vector<bool> flags3 =
         box.contains(std::vector<TyxCoord3D<double>>{{0, 0, 3}, {0, 0, 0}, {nan, 0, 0}});
     EXPECT_EQ(flags3, (std::vector<bool>{false, true, false}));
-}
 
-TEST(TyxROIRectTest, EmptyAndNormalized)
-{
+    // A flat box is not empty; normalising orders each pair of bounds.
     EXPECT_TRUE(TyxROIRect<double>().isEmpty());
     EXPECT_FALSE(TyxROIRect<double>(1, 0, 0, 1, 2, 0).isEmpty());
     const TyxROIRect<double> flipped(3, 0, 5, 1, 2, 4);
-    const TyxROI_IF &box = flipped;
-    EXPECT_EQ(box.normalized(), TyxROIRect<double>(1, 0, 4, 3, 2, 5));
+    const TyxROI_IF &asInterface = flipped;
+    EXPECT_EQ(asInterface.normalized(), TyxROIRect<double>(1, 0, 4, 3, 2, 5));
 }
 
 } // namespace

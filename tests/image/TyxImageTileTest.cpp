@@ -106,7 +106,7 @@ TEST(TyxImageTileTest, TypedPointersCheckTypeAndPosition)
     EXPECT_EQ(scope.messages().size(), 3u);
 }
 
-TEST(TyxImageTileTest, AllocationAndSharing)
+TEST(TyxImageTileTest, AllocationSharingAndClones)
 {
     TyxImageTile empty;
     EXPECT_EQ(empty.allocate(), 1);
@@ -116,12 +116,21 @@ TEST(TyxImageTileTest, AllocationAndSharing)
     EXPECT_FALSE(tile.isAllocated());
     EXPECT_TRUE(std::as_const(tile).buffer());
     EXPECT_EQ(std::as_const(tile).ptrAt(0, 0, 0), nullptr);
+    // Without memory a clone has none either, and converting clones fail.
+    EXPECT_FALSE(tile.clone()->isAllocated());
+    EXPECT_FALSE(tile.clone(TyxDataType(N::U8)));
+    EXPECT_FALSE(tile.clone(L::BandInterleaved));
     EXPECT_EQ(tile.allocate(), 0);
     EXPECT_TRUE(tile.isAllocated());
 
     TyxImageTile shared = tile;
     at<uint16_t>(tile, 2, 1, 1) = 77;
     EXPECT_EQ(at<uint16_t>(std::as_const(shared), 2, 1, 1), 77);
+    // A clone owns a copy.
+    const TyxImageTilePtr deep = tile.clone();
+    EXPECT_TRUE(deep->isEqual(shared, 0.0));
+    at<uint16_t>(tile, 2, 1, 1) = 5;
+    EXPECT_EQ(at<uint16_t>(std::as_const(*deep), 2, 1, 1), 77);
 
     // A smaller description keeps the buffer; a larger one replaces it.
     const TyxBufferPtr before = tile.buffer();
@@ -136,22 +145,6 @@ TEST(TyxImageTileTest, AllocationAndSharing)
     tile.setTileDesc(TyxImageTileDesc());
     EXPECT_TRUE(std::as_const(tile).buffer());
     EXPECT_FALSE(TyxImageTile(TyxImageTileDesc()).buffer());
-}
-
-TEST(TyxImageTileTest, CloneCopiesOrKeepsNoMemory)
-{
-    const TyxImageTile unallocated(descOf(4, 4, 1, L::PixelInterleaved, N::U8));
-    const TyxImageTilePtr copy = unallocated.clone();
-    ASSERT_TRUE(copy);
-    EXPECT_FALSE(copy->isAllocated());
-    EXPECT_FALSE(unallocated.clone(TyxDataType(N::U16)));
-    EXPECT_FALSE(unallocated.clone(L::BandInterleaved));
-
-    TyxImageTile tile = patterned<uint8_t>(4, 3, 2, L::PixelInterleaved, N::U8);
-    const TyxImageTilePtr deep = tile.clone();
-    at<uint8_t>(tile, 0, 0, 0) = 99;
-    EXPECT_EQ(at<uint8_t>(std::as_const(*deep), 0, 0, 0), 0);
-    expectPattern<uint8_t>(*deep);
 }
 
 TEST(TyxImageTileTest, ConversionsArePlainCasts)
