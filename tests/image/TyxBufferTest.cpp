@@ -103,7 +103,7 @@ TEST(TyxBufferTest, LargeBlocksAreAlignedToHugePages)
     EXPECT_EQ(static_cast<unsigned char *>(buffer.data())[0], 1);
 }
 
-TEST(TyxBufferTest, CopiesOwnTheirMemoryAndCompareSizeAndBytesOnly)
+TEST(TyxBufferTest, CopiesAssignmentAndComparison)
 {
     unsigned char block[4] = {1, 2, 3, 4};
     TyxBuffer wrapped(4, block, false);
@@ -118,23 +118,21 @@ TEST(TyxBufferTest, CopiesOwnTheirMemoryAndCompareSizeAndBytesOnly)
     block[3] = 9;
     EXPECT_TRUE(*clone != wrapped);
     EXPECT_TRUE(TyxBuffer(2, false) != TyxBuffer(3, false));
-}
 
-TEST(TyxBufferTest, AssignmentReusesABlockOfTheSameSize)
-{
+    // Assignment reuses a block of the same size.
     TyxBuffer source(4, true);
     std::memcpy(source.data(), "wxyz", 4);
     TyxBuffer target(4, true);
-    void *block = target.data();
+    void *reused = target.data();
     target = source;
-    EXPECT_EQ(target.data(), block);
+    EXPECT_EQ(target.data(), reused);
     EXPECT_EQ(std::memcmp(target.data(), "wxyz", 4), 0);
 
     // Even a wrapped block of the same size is written over.
     char outside[4] = {};
-    TyxBuffer wrapped(4, outside, false);
-    wrapped = source;
-    EXPECT_EQ(wrapped.data(), static_cast<void *>(outside));
+    TyxBuffer around(4, outside, false);
+    around = source;
+    EXPECT_EQ(around.data(), static_cast<void *>(outside));
     EXPECT_EQ(std::memcmp(outside, "wxyz", 4), 0);
 
     // An empty source empties the target; a sized one without a block

@@ -46,18 +46,16 @@ TEST(TyxImageROITest, ContiguousOrScatteredBandLists)
     EXPECT_FALSE(roi.contains({0, 0, -1}));
     EXPECT_EQ(roi.lowerRight(), TyxCoord3D<int>(9, 9, 5));
     EXPECT_EQ(TyxImageROI().lowerRight().z(), -1);
-}
 
-TEST(TyxImageROITest, SetOriginReplacesBandList)
-{
-    TyxImageROI roi = scattered();
-    roi.setOrigin({1, 2, 0});
-    EXPECT_EQ(roi.bands(), (Bands{0, 1, 2}));
-    roi.setBands({7, 3});
-    EXPECT_EQ(roi.origin().z(), 3);
-    roi.setBands({});
-    EXPECT_EQ(roi.origin().z(), 0);
-    EXPECT_EQ(roi.numBands(), 0u);
+    // A new origin replaces the list; a new list moves the origin's band.
+    TyxImageROI moved = scattered();
+    moved.setOrigin({1, 2, 0});
+    EXPECT_EQ(moved.bands(), (Bands{0, 1, 2}));
+    moved.setBands({7, 3});
+    EXPECT_EQ(moved.origin().z(), 3);
+    moved.setBands({});
+    EXPECT_EQ(moved.origin().z(), 0);
+    EXPECT_EQ(moved.numBands(), 0u);
 }
 
 TEST(TyxImageROITest, IntersectionFillsBandRange)

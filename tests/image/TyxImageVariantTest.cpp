@@ -15,7 +15,7 @@ using namespace tyx;
 using N = TyxNumericType;
 
 // The variant text round trip of every image type is in the XML tests.
-TEST(TyxImageVariantTest, DataTypeJoinsWithCode27)
+TEST(TyxImageVariantTest, CodeClassesJoin)
 {
     const TyxVariant v(TyxDataType(N::U16, 12));
     EXPECT_EQ(v.value<int>(), 3);
@@ -25,10 +25,8 @@ TEST(TyxImageVariantTest, DataTypeJoinsWithCode27)
     EXPECT_EQ(TyxVariant(L"(I16,9)").value<TyxDataType>(), TyxDataType(N::I16, 9));
     TyxDataType parsed(N::U8);
     EXPECT_FALSE(TyxVariant(L"U16").value(TyxMetaType(TyxMetaType::DataType), &parsed));
-}
 
-TEST(TyxImageVariantTest, LayoutAndByteOrderJoin)
-{
+    // Layouts and byte orders from numbers and keys.
     EXPECT_EQ(TyxVariant(1).value<TyxDataLayout>(), TyxDataLayout::BandInterleaved);
     EXPECT_EQ(TyxVariant(L"pixelinterleaved").value<TyxDataLayout>(), TyxDataLayout::PixelInterleaved);
 

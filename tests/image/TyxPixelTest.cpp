@@ -20,7 +20,7 @@ using N = TyxNumericType;
 using L = TyxDataLayout;
 using Sample = TyxPixel::Sample;
 
-TEST(TyxPixelSampleTest, ConversionsArePlainCasts)
+TEST(TyxPixelSampleTest, PlainCastsAndComparisonInCommonType)
 {
     EXPECT_EQ(static_cast<unsigned char>(Sample(300.7)), 44);
     EXPECT_EQ(static_cast<unsigned short>(Sample(static_cast<signed char>(-1))), 65535);
@@ -28,10 +28,8 @@ TEST(TyxPixelSampleTest, ConversionsArePlainCasts)
     EXPECT_EQ(static_cast<int>(Sample(3.9, 2.0)), 3);
     EXPECT_EQ(static_cast<std::complex<float>>(Sample(1.5, -2.0)), std::complex<float>(1.5f, -2.0f));
     EXPECT_EQ(static_cast<int>(Sample()), 0);
-}
 
-TEST(TyxPixelSampleTest, ComparisonInCommonType)
-{
+    // Comparison is in the common type.
     EXPECT_TRUE(Sample(int(3)) == Sample(3.0));
     EXPECT_FALSE(Sample() == Sample());
     EXPECT_FALSE(Sample(static_cast<unsigned char>(200)) == Sample(static_cast<signed char>(-56)));
