@@ -58,7 +58,7 @@ TEST(TyxImageROITest, ContiguousOrScatteredBandLists)
     EXPECT_EQ(moved.numBands(), 0u);
 }
 
-TEST(TyxImageROITest, IntersectionFillsBandRange)
+TEST(TyxImageROITest, IntersectionAndBoundingROI)
 {
     const TyxImageROI other(TyxCoord3D<int>(0, 0, 1), TyxImageSize(10, 10, 3));
     const TyxImageROI cut = scattered().intersection(other);
@@ -78,10 +78,8 @@ TEST(TyxImageROITest, IntersectionFillsBandRange)
     EXPECT_EQ(disjoint.origin(), TyxCoord3D<int>(30, 20, 3));
     // An empty band list counts as last band -1.
     EXPECT_EQ(a.intersection(TyxImageROI(0, 0, 4, 4, {})).numBands(), 0u);
-}
 
-TEST(TyxImageROITest, BoundingROI)
-{
+    // The bounding region ignores an empty one.
     const TyxImageROI empty(TyxCoord3D<int>(3, 3, 0), TyxImageSize(0, 5, 1));
     EXPECT_EQ(empty.boundingROI(scattered()), scattered());
     EXPECT_EQ(scattered().boundingROI(empty), scattered());

@@ -52,17 +52,15 @@ TEST(TyxImageTileDescTest, ValidateMessagesInOrder)
     EXPECT_EQ(msg.srcFname(), L"TyxImageTileDesc.cpp");
 }
 
-TEST(TyxImageTileDescTest, SampleCountWraps)
+TEST(TyxImageTileDescTest, SampleCountWrapsAndStrides)
 {
     TyxImageTileDesc desc;
     // The sample count is 32-bit and wraps before the byte count is formed.
     desc.setSize(TyxImageSize(65536, 65536, 1));
     EXPECT_EQ(desc.numSamples(), 0u);
     EXPECT_EQ(desc.numBytes(), 0u);
-}
 
-TEST(TyxImageTileTest, StridesOfWorkedTile)
-{
+    // The strides of a worked 3 x 2 x 2 tile.
     struct Case {
         L layout;
         uint32_t pixel, line, band, offset;
@@ -240,7 +238,7 @@ TYPED_TEST(TyxImageTileLayoutTest, CropThenInsertInEveryLayoutPair)
     }
 }
 
-TEST(TyxImageTileTest, CropOutsideOrOverhanging)
+TEST(TyxImageTileTest, CropAndInsertEdgeCases)
 {
     const TyxImageTile source = patterned<uint8_t>(4, 4, 2, L::PixelInterleaved, N::U8, {50, 50, 0});
     EXPECT_FALSE(source.crop(TyxImageROI(TyxCoord3D<int>(4, 0, 0), TyxImageSize(2, 2, 1))));
@@ -254,10 +252,8 @@ TEST(TyxImageTileTest, CropOutsideOrOverhanging)
     expectPattern<uint8_t>(*part, 0, 2, 1);
     EXPECT_FALSE(
         TyxImageTile(descOf(4, 4, 1, L::PixelInterleaved, N::U8)).crop(TyxImageROI(TyxImageSize(1, 1, 1))));
-}
 
-TEST(TyxImageTileTest, InsertEdgeCases)
-{
+    // Inserting a tile outside, one without memory, or into one without memory.
     TyxImageTile target = patterned<uint16_t>(4, 4, 1, L::PixelInterleaved, N::U16);
     const TyxImageTilePtr before = target.clone();
     const TyxImageTile far = patterned<uint16_t>(2, 2, 1, L::PixelInterleaved, N::U16, {4, 0, 0});
