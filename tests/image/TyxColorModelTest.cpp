@@ -9,11 +9,7 @@
 
 namespace {
 
-using tyx::TyxColorModel;
-using tyx::TyxMetaType;
-using tyx::TyxString;
-using tyx::TyxTextMsg;
-using tyx::TyxVariant;
+using namespace tyx;
 using CM = TyxColorModel;
 using Extra = std::vector<TyxColorModel::ExtraBandType>;
 
@@ -24,42 +20,15 @@ std::wstring textOf(const TyxColorModel &model)
     return out.str();
 }
 
-TEST(TyxColorModelTest, CodesCarryTheirBandCounts)
+// The text forms below carry the key and colour band count of each code.
+TEST(TyxColorModelTest, KeysIgnoreCase)
 {
-    struct Case {
-        CM::Code code;
-        const wchar_t *key;
-        unsigned bands;
-    };
-    const Case cases[] = {{CM::GrayScale, L"GrayScale", 1},
-                          {CM::RGB, L"RGB", 3},
-                          {CM::CMYK, L"CMYK", 4},
-                          {CM::Alpha, L"Alpha", 1},
-                          {CM::PremultipliedAlpha, L"PremultipliedAlpha", 1}};
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.key);
-        const TyxColorModel model(c.code);
-        EXPECT_TRUE(model.isValid());
-        EXPECT_EQ(model.name(), c.key);
-        EXPECT_EQ(model.numColorBands(), c.bands);
-        EXPECT_EQ(CM::fromString(c.key), c.code);
-    }
+    EXPECT_EQ(CM::fromString(L"srgb"), CM::sRGB);
+    EXPECT_EQ(CM::fromString(L"Lab"), CM::Invalid);
+    // A key of a caller-counted type cannot make a model on its own.
+    EXPECT_FALSE(TyxColorModel(TyxString(L"Other")).isValid());
     EXPECT_EQ(CM::allKeys().size(), 19u);
-    EXPECT_EQ(CM::allKeys()[18], L"Other");
     EXPECT_EQ(CM::enumerator().data(CM::MultiSpectral).value<unsigned>(), 0u);
-    EXPECT_FALSE(CM::enumerator().isValid(19));
-}
-
-TEST(TyxColorModelTest, ExtraBandsAddToTheCount)
-{
-    const TyxColorModel withExtra(CM::CMYK, Extra{CM::AssociatedAlpha, CM::Mask});
-    EXPECT_EQ(withExtra.numBands(), 6u);
-    EXPECT_EQ(withExtra.numExtraBands(), 2u);
-
-    // A rejected type still keeps the extra bands.
-    const TyxColorModel rejected(CM::Other, Extra{CM::Depth});
-    EXPECT_FALSE(rejected.isValid());
-    EXPECT_EQ(rejected.numExtraBands(), 1u);
 }
 
 TEST(TyxColorModelTest, SetTypeMessages)
@@ -92,10 +61,8 @@ TEST(TyxColorModelTest, SetTypeMessages)
         EXPECT_FALSE(model.isValid());
         EXPECT_EQ(model.numColorBands(), c.bandsAfter);
     }
-}
 
-TEST(TyxColorModelTest, CallerGivesBandsForMultiSpectralAndOther)
-{
+    // The caller gives the count of MultiSpectral and Other.
     TyxColorModel model;
     EXPECT_TRUE(model.setType(CM::MultiSpectral, 7).empty());
     EXPECT_TRUE(model.isValid());
@@ -108,57 +75,48 @@ TEST(TyxColorModelTest, CallerGivesBandsForMultiSpectralAndOther)
     EXPECT_EQ(model.numColorBands(), 3u);
 }
 
-TEST(TyxColorModelTest, KeysIgnoreCase)
-{
-    EXPECT_EQ(CM::fromString(L"srgb"), CM::sRGB);
-    EXPECT_EQ(CM::fromString(L"Lab"), CM::Invalid);
-    EXPECT_TRUE(CM::isValid(TyxString(L"ycbcr")));
-    EXPECT_EQ(TyxColorModel(TyxString(L"hsv")), CM::HSV);
-    // A key of a caller-counted type cannot make a model on its own.
-    EXPECT_FALSE(TyxColorModel(TyxString(L"Other")).isValid());
-}
-
-TEST(TyxColorModelTest, EqualityComparesBandsAndExtrasInOrder)
+TEST(TyxColorModelTest, ExtraBandsCountAndCompareInOrder)
 {
     const TyxColorModel a(CM::RGB, Extra{CM::AssociatedAlpha, CM::Mask});
+    EXPECT_EQ(a.numBands(), 5u);
+    EXPECT_EQ(a.numExtraBands(), 2u);
+    // A rejected type still keeps the extra bands.
+    EXPECT_EQ(TyxColorModel(CM::Other, Extra{CM::Depth}).numExtraBands(), 1u);
     EXPECT_EQ(a, TyxColorModel(CM::RGB, 3, Extra{CM::AssociatedAlpha, CM::Mask}));
     EXPECT_NE(a, TyxColorModel(CM::RGB, Extra{CM::Mask, CM::AssociatedAlpha}));
     EXPECT_NE(a, TyxColorModel(CM::RGB));
     EXPECT_NE(TyxColorModel(CM::MultiSpectral, 4, {}), TyxColorModel(CM::MultiSpectral, 5, {}));
 }
 
-TEST(TyxColorModelTest, TextForms)
+TEST(TyxColorModelTest, TextFormsRoundTrip)
 {
-    EXPECT_EQ(textOf(TyxColorModel(CM::RGB, Extra{CM::UnassociatedAlpha})), L"(RGB,3,1:2)");
-    EXPECT_EQ(textOf(TyxColorModel(CM::GrayScale)), L"(GrayScale,1,0)");
-    EXPECT_EQ(textOf(TyxColorModel(CM::Other, 5, Extra{CM::Mask, static_cast<CM::ExtraBandType>(-7)})),
-              L"(Other,5,2:3,-7)");
-    EXPECT_EQ(textOf(TyxColorModel()), L"(,0,0)");
-
-    std::ostringstream narrow;
-    narrow << TyxColorModel(CM::CMYK);
-    EXPECT_EQ(narrow.str(), "(CMYK,4,0)");
-}
-
-TEST(TyxColorModelTest, TextRoundTrips)
-{
-    const TyxColorModel models[] = {
-        TyxColorModel(CM::RGB, Extra{CM::UnassociatedAlpha}), TyxColorModel(CM::GrayScale),
-        TyxColorModel(CM::MultiSpectral, 12, Extra{CM::Mask, CM::Depth, CM::Unspecified}),
-        TyxColorModel(CM::PremultipliedAlpha), TyxColorModel()};
-    for (const TyxColorModel &model : models) {
-        SCOPED_TRACE(textOf(model));
-        std::wistringstream in(textOf(model));
+    const struct {
+        TyxColorModel model;
+        const wchar_t *text;
+    } cases[] = {
+        {TyxColorModel(CM::RGB, Extra{CM::UnassociatedAlpha}), L"(RGB,3,1:2)"},
+        {TyxColorModel(CM::GrayScale), L"(GrayScale,1,0)"},
+        {TyxColorModel(CM::CMYK), L"(CMYK,4,0)"},
+        {TyxColorModel(CM::Alpha), L"(Alpha,1,0)"},
+        {TyxColorModel(CM::MultiSpectral, 12, Extra{CM::Mask, CM::Depth, CM::Unspecified}),
+         L"(MultiSpectral,12,3:3,4,0)"},
+        {TyxColorModel(), L"(,0,0)"},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.text);
+        EXPECT_EQ(textOf(c.model), c.text);
+        std::wistringstream in(c.text);
         TyxColorModel read(CM::MultiSpectral, 0, Extra{CM::Depth});
         in >> read;
         EXPECT_FALSE(in.fail());
-        EXPECT_EQ(read, model);
-
-        std::istringstream narrowIn(tyx::toUTF8(textOf(model)));
-        TyxColorModel narrowRead;
-        narrowIn >> narrowRead;
-        EXPECT_EQ(narrowRead, model);
+        EXPECT_EQ(read, c.model);
+        EXPECT_EQ(read.isValid(), c.model.numBands() > 0);
     }
+    EXPECT_EQ(textOf(TyxColorModel(CM::Other, 5, Extra{CM::Mask, static_cast<CM::ExtraBandType>(-7)})),
+              L"(Other,5,2:3,-7)");
+    std::ostringstream narrow;
+    narrow << TyxColorModel(CM::CMYK);
+    EXPECT_EQ(narrow.str(), "(CMYK,4,0)");
 }
 
 TEST(TyxColorModelTest, ReadingLeavesTheCloserWithoutExtraBands)
@@ -173,21 +131,9 @@ TEST(TyxColorModelTest, ReadingLeavesTheCloserWithoutExtraBands)
     EXPECT_EQ(first, TyxColorModel(CM::YUV));
     EXPECT_EQ(second, TyxColorModel(CM::RGB, Extra{CM::AssociatedAlpha}));
 
-    // The invalid model read over a valid one keeps the old colour band count.
-    std::wistringstream invalid(L"(,0,0)");
-    TyxColorModel overwritten(CM::CMYK);
-    invalid >> overwritten;
-    EXPECT_FALSE(overwritten.isValid());
-    EXPECT_EQ(overwritten.numColorBands(), 4u);
-
-    // A count that does not fit the key gives the invalid model.
-    std::wistringstream wrong(L"(RGB,4,0)");
-    TyxColorModel model(CM::RGB);
-    wrong >> model;
-    EXPECT_FALSE(model.isValid());
-
     // A claimed count beyond the numbers present stops at the text's end.
     std::wistringstream truncated(L"(RGB,3,1000000000:1,2)");
+    TyxColorModel model;
     truncated >> model;
     EXPECT_EQ(model.numExtraBands(), 2u);
 }
@@ -195,13 +141,7 @@ TEST(TyxColorModelTest, ReadingLeavesTheCloserWithoutExtraBands)
 TEST(TyxColorModelTest, JoinsTheVariantWithCode29)
 {
     const TyxVariant v(TyxColorModel(CM::CMYK, Extra{CM::AssociatedAlpha}));
-    EXPECT_EQ(v.type(), TyxMetaType::ColorModel);
-    std::wostringstream out;
-    out << v;
-    EXPECT_EQ(out.str(), L"TyxColorModel,(CMYK,4,1:1)");
     EXPECT_EQ(v.value<int>(), 10);
-    EXPECT_EQ(v.value<TyxString>(), L"(CMYK,4,1:1)");
-    EXPECT_EQ(v.value<TyxColorModel>(), TyxColorModel(CM::CMYK, Extra{CM::AssociatedAlpha}));
 
     // Integers build the model from the bare code.
     EXPECT_EQ(TyxVariant(3).value<TyxColorModel>(), TyxColorModel(CM::sRGB));

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
 #include <set>
 #include <sstream>
@@ -14,52 +13,31 @@
 
 namespace {
 
-using tyx::TyxCoord2D;
-using tyx::TyxCoord3D;
-using tyx::TyxImageROI;
-using tyx::TyxImageSize;
-using tyx::TyxMetaType;
-using tyx::TyxROIRect;
-using tyx::TyxSize3D;
-using tyx::TyxString;
-using tyx::TyxTileGrid;
-using tyx::TyxVariant;
+using namespace tyx;
 using Bands = std::vector<unsigned int>;
 
 TyxString textOf(const TyxImageROI &roi) { return static_cast<TyxString>(roi); }
 
 TyxImageROI scattered() { return TyxImageROI(0, 0, 10, 10, {2, 0, 5}); }
 
-TEST(TyxImageSizeTest, NamesAndSampleCount)
+TEST(TyxImageSizeTest, SampleCountTextAndVariant)
 {
-    const TyxImageSize size(4096, 4096, 300);
-    EXPECT_EQ(size.numSamples(), 4096ull * 4096ull * 300ull);
+    EXPECT_EQ(TyxImageSize(4096, 4096, 300).numSamples(), 4096ull * 4096ull * 300ull);
     std::ostringstream out;
     out << TyxImageSize(1, 2, 3);
     EXPECT_EQ(out.str(), "(1,2,3)");
-}
 
-TEST(TyxImageSizeTest, JoinsVariantWithCode23)
-{
-    const TyxVariant v(TyxImageSize(3, 4, 5));
-    EXPECT_EQ(v.type(), TyxMetaType::ImageSize);
-    EXPECT_EQ(v.value<TyxString>(), L"(3,4,5)");
-    EXPECT_TRUE(v.value<bool>());
+    EXPECT_TRUE(TyxVariant(TyxImageSize(3, 4, 5)).value<bool>());
     EXPECT_FALSE(TyxVariant(TyxImageSize()).value<bool>());
     EXPECT_EQ(TyxVariant(TyxSize3D<unsigned int>(7, 8, 9)).value<TyxImageSize>(), TyxImageSize(7, 8, 9));
     EXPECT_EQ(TyxVariant(L"(1.9,2,3)").value<TyxImageSize>(), TyxImageSize(1, 2, 3));
 }
 
-TEST(TyxImageROITest, InitialisersMakeContiguousBands)
+TEST(TyxImageROITest, ContiguousOrScatteredBandLists)
 {
-    EXPECT_EQ(TyxImageROI(TyxImageSize(2, 3, 3)).bands(), (Bands{0, 1, 2}));
-    const TyxImageROI roi(TyxCoord3D<int>(5, 6, 4), TyxImageSize(2, 3, 2));
-    EXPECT_EQ(roi.bands(), (Bands{4, 5}));
+    EXPECT_EQ(TyxImageROI(TyxCoord3D<int>(5, 6, 4), TyxImageSize(2, 3, 2)).bands(), (Bands{4, 5}));
     EXPECT_TRUE(TyxImageROI().bands().empty());
-}
-
-TEST(TyxImageROITest, ScatteredBandListKeptAsGiven)
-{
+    // A scattered list is kept as given.
     const TyxImageROI roi = scattered();
     EXPECT_EQ(roi.bands(), (Bands{2, 0, 5}));
     EXPECT_TRUE(roi.contains({0, 0, 5}));
@@ -68,21 +46,19 @@ TEST(TyxImageROITest, ScatteredBandListKeptAsGiven)
     EXPECT_FALSE(roi.contains({0, 0, -1}));
     EXPECT_EQ(roi.lowerRight(), TyxCoord3D<int>(9, 9, 5));
     EXPECT_EQ(TyxImageROI().lowerRight().z(), -1);
+
+    // A new origin replaces the list; a new list moves the origin's band.
+    TyxImageROI moved = scattered();
+    moved.setOrigin({1, 2, 0});
+    EXPECT_EQ(moved.bands(), (Bands{0, 1, 2}));
+    moved.setBands({7, 3});
+    EXPECT_EQ(moved.origin().z(), 3);
+    moved.setBands({});
+    EXPECT_EQ(moved.origin().z(), 0);
+    EXPECT_EQ(moved.numBands(), 0u);
 }
 
-TEST(TyxImageROITest, SetOriginReplacesBandList)
-{
-    TyxImageROI roi = scattered();
-    roi.setOrigin({1, 2, 0});
-    EXPECT_EQ(roi.bands(), (Bands{0, 1, 2}));
-    roi.setBands({7, 3});
-    EXPECT_EQ(roi.origin().z(), 3);
-    roi.setBands({});
-    EXPECT_EQ(roi.origin().z(), 0);
-    EXPECT_EQ(roi.numBands(), 0u);
-}
-
-TEST(TyxImageROITest, IntersectionFillsBandRange)
+TEST(TyxImageROITest, IntersectionAndBoundingROI)
 {
     const TyxImageROI other(TyxCoord3D<int>(0, 0, 1), TyxImageSize(10, 10, 3));
     const TyxImageROI cut = scattered().intersection(other);
@@ -94,21 +70,16 @@ TEST(TyxImageROITest, IntersectionFillsBandRange)
     const TyxImageROI ab = a.intersection(b);
     EXPECT_EQ(ab.origin(), TyxCoord3D<int>(2, 8, 0));
     EXPECT_EQ(ab.size(), TyxImageSize(3, 5, 1));
-}
 
-TEST(TyxImageROITest, DisjointIntersectionKeepsOrigin)
-{
-    const TyxImageROI a(TyxCoord3D<int>(0, 0, 0), TyxImageSize(4, 4, 1));
-    const TyxImageROI b(TyxCoord3D<int>(10, 20, 3), TyxImageSize(4, 4, 1));
-    const TyxImageROI cut = a.intersection(b);
-    EXPECT_TRUE(cut.empty());
-    EXPECT_EQ(cut.origin(), TyxCoord3D<int>(10, 20, 3));
+    // Disjoint regions give an empty one at the other's origin.
+    const TyxImageROI disjoint =
+        a.intersection(TyxImageROI(TyxCoord3D<int>(30, 20, 3), TyxImageSize(4, 4, 1)));
+    EXPECT_TRUE(disjoint.empty());
+    EXPECT_EQ(disjoint.origin(), TyxCoord3D<int>(30, 20, 3));
     // An empty band list counts as last band -1.
     EXPECT_EQ(a.intersection(TyxImageROI(0, 0, 4, 4, {})).numBands(), 0u);
-}
 
-TEST(TyxImageROITest, BoundingROI)
-{
+    // The bounding region ignores an empty one.
     const TyxImageROI empty(TyxCoord3D<int>(3, 3, 0), TyxImageSize(0, 5, 1));
     EXPECT_EQ(empty.boundingROI(scattered()), scattered());
     EXPECT_EQ(scattered().boundingROI(empty), scattered());
@@ -122,13 +93,11 @@ TEST(TyxImageROITest, BoundingROI)
     EXPECT_EQ(huge.boundingROI(scattered()), scattered());
 }
 
-TEST(TyxImageROITest, StreamFormsRoundTrip)
+TEST(TyxImageROITest, TextFormsRoundTrip)
 {
     EXPECT_EQ(textOf(scattered()), L"((0,0,0),(10,10,3),(2,0,5))");
     EXPECT_EQ(textOf(TyxImageROI()), L"((0,0,0),(0,0,0),())");
-    std::ostringstream narrow;
-    narrow << TyxImageROI(-1, 2, 3, 4, {6});
-    EXPECT_EQ(narrow.str(), "((-1,2,6),(3,4,1),(6))");
+    EXPECT_EQ(textOf(TyxImageROI(-1, 2, 3, 4, {6})), L"((-1,2,6),(3,4,1),(6))");
 
     std::wistringstream in(L"((4.7,-3,99),(5,6,77),(9,1,4))");
     TyxImageROI read;
@@ -144,12 +113,9 @@ TEST(TyxImageROITest, StreamFormsRoundTrip)
     bad >> read;
     EXPECT_TRUE(bad.fail());
     EXPECT_EQ(read, TyxImageROI());
-}
 
-TEST(TyxImageROITest, JoinsVariantWithCode26)
-{
+    // The variant reads the same text and gives no number.
     const TyxVariant v(scattered());
-    EXPECT_EQ(v.value<TyxString>(), L"((0,0,0),(10,10,3),(2,0,5))");
     EXPECT_EQ(TyxVariant(L"((0,0,0),(10,10,3),(2,0,5))").value<TyxImageROI>(), scattered());
     double d = 7.0;
     EXPECT_FALSE(v.value(TyxMetaType::Double, &d));
@@ -173,25 +139,12 @@ TEST(TyxTileGridTest, HundredByHundredInSixtyFourCells)
         walked.push_back(*it);
     ASSERT_EQ(walked.size(), 4u);
     EXPECT_EQ(walked[2].origin(), TyxCoord3D<int>(0, 64, 0));
+    // Bands are clipped like columns.
+    EXPECT_EQ(TyxTileGrid(TyxImageSize(10, 10, 3), TyxImageSize(4, 4, 2))(0, 0, 2).size(),
+              TyxImageSize(4, 4, 1));
 }
 
-TEST(TyxTileGridTest, BandsClippedLikeColumns)
-{
-    const TyxTileGrid grid(TyxImageSize(10, 10, 3), TyxImageSize(4, 4, 2));
-    EXPECT_EQ(grid(0, 0, 2).size(), TyxImageSize(4, 4, 1));
-    EXPECT_EQ(grid(2, 2, 0).size(), TyxImageSize(2, 2, 2));
-}
-
-TEST(TyxTileGridTest, ZeroCellSizeGivesEmptyGrid)
-{
-    const TyxTileGrid grid(TyxImageSize(100, 100, 1), TyxImageSize(0, 64, 1));
-    EXPECT_TRUE(grid.empty());
-    EXPECT_TRUE(grid.begin() == grid.end());
-    EXPECT_EQ(grid.imageToCell(5, 5, 0), 0xFFFFFFFFu);
-    EXPECT_TRUE(TyxTileGrid().intersectedCells(scattered()).empty());
-}
-
-TEST(TyxTileGridTest, IntersectedCells)
+TEST(TyxTileGridTest, IntersectedCellsAndZeroCells)
 {
     const TyxTileGrid grid(TyxImageSize(100, 100, 1), TyxImageSize(30, 30, 1));
     const TyxImageROI roi(TyxCoord3D<int>(25, 35, 0), TyxImageSize(40, 40, 1));
@@ -200,9 +153,16 @@ TEST(TyxTileGridTest, IntersectedCells)
     EXPECT_EQ(grid.intersectedCells(overhang), (std::set<unsigned int>{12, 13, 14, 15}));
     const TyxImageROI outside(TyxCoord3D<int>(200, 0, 0), TyxImageSize(5, 5, 1));
     EXPECT_TRUE(grid.intersectedCells(outside).empty());
+
+    // A zero cell size gives an empty grid.
+    const TyxTileGrid empty(TyxImageSize(100, 100, 1), TyxImageSize(0, 64, 1));
+    EXPECT_TRUE(empty.empty());
+    EXPECT_TRUE(empty.begin() == empty.end());
+    EXPECT_EQ(empty.imageToCell(5, 5, 0), 0xFFFFFFFFu);
+    EXPECT_TRUE(TyxTileGrid().intersectedCells(scattered()).empty());
 }
 
-TEST(TyxROIRectTest, HalfOpenBoxAndNaN)
+TEST(TyxROIRectTest, HalfOpenBoxNaNAndNormalized)
 {
     const TyxROIRect<double> box(0, 0, 0, 1, 2, 3);
     EXPECT_TRUE(box.contains(0.0, 0.0));
@@ -217,19 +177,13 @@ TEST(TyxROIRectTest, HalfOpenBoxAndNaN)
     const std::vector<bool> flags3 =
         box.contains(std::vector<TyxCoord3D<double>>{{0, 0, 3}, {0, 0, 0}, {nan, 0, 0}});
     EXPECT_EQ(flags3, (std::vector<bool>{false, true, false}));
-}
 
-TEST(TyxROIRectTest, EmptyNormalizedBounds)
-{
+    // A flat box is not empty; normalising orders each pair of bounds.
     EXPECT_TRUE(TyxROIRect<double>().isEmpty());
     EXPECT_FALSE(TyxROIRect<double>(1, 0, 0, 1, 2, 0).isEmpty());
     const TyxROIRect<double> flipped(3, 0, 5, 1, 2, 4);
-    const tyx::TyxROI_IF &box = flipped;
-    EXPECT_EQ(box.normalized(), TyxROIRect<double>(1, 0, 4, 3, 2, 5));
-    double v[6];
-    box.bounds(&v[0], &v[1], &v[2], &v[3], &v[4], &v[5]);
-    EXPECT_EQ(v[0], 3.0);
-    EXPECT_EQ(v[5], 4.0);
+    const TyxROI_IF &asInterface = flipped;
+    EXPECT_EQ(asInterface.normalized(), TyxROIRect<double>(1, 0, 4, 3, 2, 5));
 }
 
 } // namespace

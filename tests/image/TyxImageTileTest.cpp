@@ -1,68 +1,24 @@
-#include <tyx/TyxCoreLibMgr.h>
 #include <tyx/TyxImageTile.h>
 #include <tyx/TyxImageTileDesc.h>
-#include <tyx/TyxTextHandler.h>
 
 #include <gtest/gtest.h>
 
 #include <complex>
 #include <cstdint>
-#include <cstring>
 #include <vector>
 
 #include "TyxRecordingHandler.h"
+#include "TyxTilePattern.h"
 
 namespace {
 
-using tyx::TyxBuffer;
-using tyx::TyxBufferPtr;
-using tyx::TyxCoord3D;
-using tyx::TyxDataLayout;
-using tyx::TyxDataType;
-using tyx::TyxImageROI;
-using tyx::TyxImageSize;
-using tyx::TyxImageTile;
-using tyx::TyxImageTileDesc;
-using tyx::TyxImageTilePtr;
-using tyx::TyxPixel;
-using tyx::TyxString;
-using N = tyx::TyxNumericType;
+using namespace tyx;
+using namespace tyx::test;
+using N = TyxNumericType;
 using L = TyxDataLayout;
 using Sample = TyxPixel::Sample;
 
 const L kLayouts[] = {L::PixelInterleaved, L::BandInterleaved, L::LineInterleaved, L::BlockInterleaved};
-
-TyxImageTileDesc descOf(unsigned w, unsigned h, unsigned b, L layout, N::Code code, TyxCoord3D<int> at = {})
-{
-    return TyxImageTileDesc(TyxImageROI(at, TyxImageSize(w, h, b)), layout, TyxDataType(code));
-}
-
-template <class T>
-T &at(TyxImageTile &tile, unsigned x, unsigned y, unsigned b)
-{
-    return *tile.ptrAt<T>(x, y, b);
-}
-
-template <class T>
-T at(const TyxImageTile &tile, unsigned x, unsigned y, unsigned b)
-{
-    return *tile.ptrAt<T>(x, y, b);
-}
-
-// A value that tells position and band apart.
-double pattern(unsigned x, unsigned y, unsigned b) { return x + 10.0 * y + 100.0 * b; }
-
-template <class T>
-TyxImageTile patterned(unsigned w, unsigned h, unsigned bands, L layout, N::Code code,
-                       TyxCoord3D<int> origin = {})
-{
-    TyxImageTile tile(descOf(w, h, bands, layout, code, origin));
-    for (unsigned y = 0; y < h; ++y)
-        for (unsigned x = 0; x < w; ++x)
-            for (unsigned b = 0; b < bands; ++b)
-                at<T>(tile, x, y, b) = static_cast<T>(pattern(x, y, b));
-    return tile;
-}
 
 template <class T>
 void expectPattern(const TyxImageTile &tile, unsigned dx = 0, unsigned dy = 0, unsigned db = 0)
@@ -80,7 +36,6 @@ TEST(TyxImageTileDescTest, ValidateMessagesInOrder)
         TyxImageTileDesc desc;
         std::wstring text;
     };
-    TyxDataType u16(N::U16);
     const Case cases[] = {
         {TyxImageTileDesc(), L"Invalid ROI size [(0,0,0)]."},
         {descOf(2, 0x80000000u, 1, L::PixelInterleaved, N::U8), L"Invalid ROI size [(2,2147483648,1)]."},
@@ -93,25 +48,19 @@ TEST(TyxImageTileDescTest, ValidateMessagesInOrder)
         EXPECT_EQ(c.desc.isValid(), c.text.empty());
     }
     const auto msg = TyxImageTileDesc().validate();
-    EXPECT_EQ(msg.type(), tyx::TyxTextMsg::Error);
+    EXPECT_EQ(msg.type(), TyxTextMsg::Error);
     EXPECT_EQ(msg.srcFname(), L"TyxImageTileDesc.cpp");
-    TyxImageTileDesc d = descOf(1, 1, 1, L::PixelInterleaved, N::U16);
-    d.setDataType(TyxDataType(N::U16, 12));
-    EXPECT_TRUE(d.isValid());
-    EXPECT_EQ(d.bitDepth(), 12u);
 }
 
-TEST(TyxImageTileDescTest, SampleCountWraps)
+TEST(TyxImageTileDescTest, SampleCountWrapsAndStrides)
 {
     TyxImageTileDesc desc;
     // The sample count is 32-bit and wraps before the byte count is formed.
     desc.setSize(TyxImageSize(65536, 65536, 1));
     EXPECT_EQ(desc.numSamples(), 0u);
     EXPECT_EQ(desc.numBytes(), 0u);
-}
 
-TEST(TyxImageTileTest, StridesOfWorkedTile)
-{
+    // The strides of a worked 3 x 2 x 2 tile.
     struct Case {
         L layout;
         uint32_t pixel, line, band, offset;
@@ -126,7 +75,6 @@ TEST(TyxImageTileTest, StridesOfWorkedTile)
         EXPECT_EQ(tile.pixelStrideSamples(), c.pixel);
         EXPECT_EQ(tile.lineStrideSamples(), c.line);
         EXPECT_EQ(tile.bandStrideSamples(), c.band);
-        EXPECT_EQ(tile.bandStrideBytes(), 2 * c.band);
         EXPECT_EQ(tile.sampleOffset(1, 1, 1), c.offset);
         EXPECT_EQ(tile.byteOffset(1, 1, 1), 2u * c.offset);
     }
@@ -135,12 +83,9 @@ TEST(TyxImageTileTest, StridesOfWorkedTile)
 TEST(TyxImageTileTest, TypedPointersCheckTypeAndPosition)
 {
     TyxImageTile tile(descOf(3, 2, 2, L::BandInterleaved, N::U16));
-    uint16_t *p = tile.ptrAt<uint16_t>(1, 1, 1);
-    ASSERT_NE(p, nullptr);
-    EXPECT_EQ(static_cast<void *>(p), tile.ptrAt(1, 1, 1));
-    *p = 77;
+    // The writable view allocates on first use.
+    ASSERT_NE(tile.ptrAt<uint16_t>(1, 1, 1), nullptr);
     const TyxImageTile &constTile = tile;
-    EXPECT_EQ(*constTile.ptrAt<uint16_t>(1, 1, 1), 77);
 
     tyx::test::HandlerScope scope;
     EXPECT_EQ(tile.ptrAt<int16_t>(0, 0, 0), nullptr);
@@ -159,7 +104,7 @@ TEST(TyxImageTileTest, TypedPointersCheckTypeAndPosition)
     EXPECT_EQ(scope.messages().size(), 3u);
 }
 
-TEST(TyxImageTileTest, AllocationAndSharing)
+TEST(TyxImageTileTest, AllocationSharingAndClones)
 {
     TyxImageTile empty;
     EXPECT_EQ(empty.allocate(), 1);
@@ -169,13 +114,21 @@ TEST(TyxImageTileTest, AllocationAndSharing)
     EXPECT_FALSE(tile.isAllocated());
     EXPECT_TRUE(std::as_const(tile).buffer());
     EXPECT_EQ(std::as_const(tile).ptrAt(0, 0, 0), nullptr);
+    // Without memory a clone has none either, and converting clones fail.
+    EXPECT_FALSE(tile.clone()->isAllocated());
+    EXPECT_FALSE(tile.clone(TyxDataType(N::U8)));
+    EXPECT_FALSE(tile.clone(L::BandInterleaved));
     EXPECT_EQ(tile.allocate(), 0);
     EXPECT_TRUE(tile.isAllocated());
 
     TyxImageTile shared = tile;
     at<uint16_t>(tile, 2, 1, 1) = 77;
     EXPECT_EQ(at<uint16_t>(std::as_const(shared), 2, 1, 1), 77);
-    EXPECT_TRUE(shared.isEqual(tile, 0.5));
+    // A clone owns a copy.
+    const TyxImageTilePtr deep = tile.clone();
+    EXPECT_TRUE(deep->isEqual(shared, 0.0));
+    at<uint16_t>(tile, 2, 1, 1) = 5;
+    EXPECT_EQ(at<uint16_t>(std::as_const(*deep), 2, 1, 1), 77);
 
     // A smaller description keeps the buffer; a larger one replaces it.
     const TyxBufferPtr before = tile.buffer();
@@ -192,48 +145,30 @@ TEST(TyxImageTileTest, AllocationAndSharing)
     EXPECT_FALSE(TyxImageTile(TyxImageTileDesc()).buffer());
 }
 
-TEST(TyxImageTileTest, CloneCopiesOrKeepsNoMemory)
-{
-    const TyxImageTile unallocated(descOf(4, 4, 1, L::PixelInterleaved, N::U8));
-    const TyxImageTilePtr copy = unallocated.clone();
-    ASSERT_TRUE(copy);
-    EXPECT_FALSE(copy->isAllocated());
-    EXPECT_FALSE(unallocated.clone(TyxDataType(N::U16)));
-    EXPECT_FALSE(unallocated.clone(L::BandInterleaved));
-
-    TyxImageTile tile = patterned<uint8_t>(4, 3, 2, L::PixelInterleaved, N::U8);
-    const TyxImageTilePtr deep = tile.clone();
-    at<uint8_t>(tile, 0, 0, 0) = 99;
-    EXPECT_EQ(at<uint8_t>(std::as_const(*deep), 0, 0, 0), 0);
-    expectPattern<uint8_t>(*deep);
-}
-
 TEST(TyxImageTileTest, ConversionsArePlainCasts)
 {
-    TyxImageTile d(descOf(4, 1, 1, L::PixelInterleaved, N::Double));
-    at<double>(d, 0, 0, 0) = 300.7;
-    at<double>(d, 1, 0, 0) = -1.5;
-    at<double>(d, 2, 0, 0) = 1e300;
-    at<double>(d, 3, 0, 0) = 70000.9;
-    const TyxImageTilePtr u8 = d.clone(TyxDataType(N::U8));
-    ASSERT_TRUE(u8);
-    EXPECT_EQ(at<uint8_t>(std::as_const(*u8), 0, 0, 0), 44);
-    EXPECT_EQ(at<uint8_t>(std::as_const(*u8), 1, 0, 0), 255);
-    EXPECT_EQ(at<uint8_t>(std::as_const(*u8), 2, 0, 0), 0);
-    const TyxImageTilePtr i32 = d.clone(TyxDataType(N::I32));
-    EXPECT_EQ(at<int32_t>(std::as_const(*i32), 2, 0, 0), INT32_MIN);
-    EXPECT_EQ(at<int32_t>(std::as_const(*i32), 3, 0, 0), 70000);
-
-    TyxImageTile i8(descOf(2, 1, 1, L::PixelInterleaved, N::I8));
-    at<int8_t>(i8, 0, 0, 0) = -1;
-    at<int8_t>(i8, 1, 0, 0) = -128;
-    EXPECT_EQ(at<uint16_t>(std::as_const(*i8.clone(TyxDataType(N::U16))), 0, 0, 0), 65535);
-    EXPECT_EQ(at<uint8_t>(std::as_const(*i8.clone(TyxDataType(N::U8))), 1, 0, 0), 128);
-
+    // The values sit in the bands of one pixel.
+    const struct {
+        N::Code from;
+        std::vector<Sample> values;
+        N::Code to;
+        std::vector<Sample> expected;
+    } cases[] = {
+        {N::Double, {300.7, -1.5, 1e300}, N::U8, {44.0, 255.0, 0.0}},
+        {N::Double, {1e300}, N::I32, {INT32_MIN}},
+        {N::I8, {static_cast<signed char>(-1)}, N::U16, {65535.0}},
+        {N::U32, {0xFFFFFFFFu}, N::I8, {-1.0}},
+    };
+    for (const auto &c : cases) {
+        TyxImageTile source(descOf(1, 1, unsigned(c.values.size()), L::PixelInterleaved, c.from));
+        ASSERT_EQ(source.fill(TyxPixel(c.values)), 0);
+        const TyxImageTilePtr converted = source.clone(TyxDataType(c.to));
+        ASSERT_TRUE(converted);
+        EXPECT_EQ((*converted)(0, 0), TyxPixel(c.expected)) << "case " << &c - cases;
+    }
+    // The depth alone differs: a conversion that keeps the bits.
     TyxImageTile u32(descOf(1, 1, 1, L::PixelInterleaved, N::U32));
     at<uint32_t>(u32, 0, 0, 0) = 0xFFFFFFFFu;
-    EXPECT_EQ(at<int8_t>(std::as_const(*u32.clone(TyxDataType(N::I8))), 0, 0, 0), -1);
-    // The depth alone differs: a conversion that keeps the bits.
     const TyxImageTilePtr twelve = u32.clone(TyxDataType(N::U32, 12));
     EXPECT_EQ(twelve->dataType().logicalBitDepth(), 12u);
     EXPECT_EQ(at<uint32_t>(std::as_const(*twelve), 0, 0, 0), 0xFFFFFFFFu);
@@ -273,45 +208,37 @@ TYPED_TEST(TyxImageTileLayoutTest, EveryLayoutPairRoundTrips)
     }
 }
 
-TYPED_TEST(TyxImageTileLayoutTest, CropInEveryLayout)
+TYPED_TEST(TyxImageTileLayoutTest, CropThenInsertInEveryLayoutPair)
 {
     using T = typename TypeParam::type;
-    for (L layout : kLayouts) {
-        const TyxImageTile source = patterned<T>(9, 7, 4, layout, TypeParam::code, {100, 200, 3});
+    for (L from : kLayouts) {
+        const TyxImageTile source = patterned<T>(9, 7, 4, from, TypeParam::code, {100, 200, 3});
         const TyxImageTilePtr inner =
-            source.crop(TyxImageROI(TyxCoord3D<int>(2, 3, 1), TyxImageSize(4, 2, 2)));
+            source.crop(TyxImageROI(TyxCoord3D<int>(2, 3, 1), TyxImageSize(4, 4, 2)));
         ASSERT_TRUE(inner);
         EXPECT_EQ(inner->origin(), TyxCoord3D<int>(102, 203, 4));
         EXPECT_EQ(inner->tileDesc().roi().bands(), (std::vector<unsigned>{4, 5}));
         expectPattern<T>(*inner, 2, 3, 1);
         // The whole tile is a plain copy.
-        const TyxImageTilePtr whole = source.crop(TyxImageROI(TyxImageSize(9, 7, 4)));
-        EXPECT_TRUE(whole->isEqual(source, 0.0));
-    }
-}
-
-TYPED_TEST(TyxImageTileLayoutTest, InsertPartialOverlapInEveryLayoutPair)
-{
-    using T = typename TypeParam::type;
-    for (L to : kLayouts) {
-        for (L from : kLayouts) {
-            TyxImageTile target(descOf(6, 5, 3, to, TypeParam::code, {10, 10, 0}));
+        EXPECT_TRUE(source.crop(TyxImageROI(TyxImageSize(9, 7, 4)))->isEqual(source, 0.0));
+        for (L to : kLayouts) {
+            // The cut part covers columns 102..105, rows 203..206 and bands 4..5
+            // of the image; the target columns 98..103, rows 205..209, bands 3..5.
+            TyxImageTile target(descOf(6, 5, 3, to, TypeParam::code, {98, 205, 3}));
             ASSERT_EQ(target.fill(TyxPixel(1, Sample(7.0))), 0);
-            // Covers columns 14..17, rows 8..11 and bands 1..2 of the image.
-            const TyxImageTile source = patterned<T>(4, 4, 2, from, TypeParam::code, {14, 8, 1});
-            ASSERT_EQ(target.insert(source), 0);
+            ASSERT_EQ(target.insert(*inner), 0);
             for (unsigned y = 0; y < 5; ++y)
                 for (unsigned x = 0; x < 6; ++x)
                     for (unsigned b = 0; b < 3; ++b) {
                         const bool inside = x >= 4 && y <= 1 && b >= 1;
-                        const T expected = inside ? static_cast<T>(pattern(x - 4, y + 2, b - 1)) : T(7);
+                        const T expected = inside ? static_cast<T>(pattern(x - 2, y + 5, b)) : T(7);
                         ASSERT_EQ(at<T>(std::as_const(target), x, y, b), expected) << x << y << b;
                     }
         }
     }
 }
 
-TEST(TyxImageTileTest, CropOutsideOrOverhanging)
+TEST(TyxImageTileTest, CropAndInsertEdgeCases)
 {
     const TyxImageTile source = patterned<uint8_t>(4, 4, 2, L::PixelInterleaved, N::U8, {50, 50, 0});
     EXPECT_FALSE(source.crop(TyxImageROI(TyxCoord3D<int>(4, 0, 0), TyxImageSize(2, 2, 1))));
@@ -325,10 +252,8 @@ TEST(TyxImageTileTest, CropOutsideOrOverhanging)
     expectPattern<uint8_t>(*part, 0, 2, 1);
     EXPECT_FALSE(
         TyxImageTile(descOf(4, 4, 1, L::PixelInterleaved, N::U8)).crop(TyxImageROI(TyxImageSize(1, 1, 1))));
-}
 
-TEST(TyxImageTileTest, InsertEdgeCases)
-{
+    // Inserting a tile outside, one without memory, or into one without memory.
     TyxImageTile target = patterned<uint16_t>(4, 4, 1, L::PixelInterleaved, N::U16);
     const TyxImageTilePtr before = target.clone();
     const TyxImageTile far = patterned<uint16_t>(2, 2, 1, L::PixelInterleaved, N::U16, {4, 0, 0});
@@ -355,33 +280,26 @@ TEST(TyxImageTileTest, InsertEdgeCases)
 
 TEST(TyxImageTileTest, FillClampsAndRounds)
 {
-    TyxImageTile u8(descOf(3, 2, 2, L::PixelInterleaved, N::U8));
-    ASSERT_EQ(u8.fill(TyxPixel(std::vector<Sample>{Sample(300.7), Sample(2.5)})), 0);
-    EXPECT_EQ(at<uint8_t>(std::as_const(u8), 2, 1, 0), 255);
-    EXPECT_EQ(at<uint8_t>(std::as_const(u8), 2, 1, 1), 3);
-    // One value in every band takes the byte path: truncation, no clamp.
-    ASSERT_EQ(u8.fill(TyxPixel(2, Sample(300.7))), 0);
-    EXPECT_EQ(at<uint8_t>(std::as_const(u8), 1, 1, 1), 44);
-    ASSERT_EQ(u8.fill(TyxPixel()), 0);
-    EXPECT_EQ(at<uint8_t>(std::as_const(u8), 1, 1, 1), 0);
-
-    TyxImageTile i8(descOf(2, 2, 2, L::BandInterleaved, N::I8));
-    ASSERT_EQ(i8.fill(TyxPixel(std::vector<Sample>{Sample(-2.5), Sample(-300.0)})), 0);
-    EXPECT_EQ(at<int8_t>(std::as_const(i8), 1, 1, 0), -3);
-    EXPECT_EQ(at<int8_t>(std::as_const(i8), 1, 1, 1), -128);
-
-    TyxImageTile twelve(
-        TyxImageTileDesc(TyxImageROI(TyxImageSize(2, 2, 3)), L::LineInterleaved, TyxDataType(N::U16, 12)));
-    ASSERT_EQ(twelve.fill(TyxPixel(std::vector<Sample>{Sample(70000.0), Sample(4094.4)})), 0);
-    EXPECT_EQ(at<uint16_t>(std::as_const(twelve), 1, 1, 0), 4095);
-    EXPECT_EQ(at<uint16_t>(std::as_const(twelve), 1, 1, 1), 4094);
-    EXPECT_EQ(at<uint16_t>(std::as_const(twelve), 1, 1, 2), 0);
-
-    TyxImageTile i64(descOf(1, 1, 2, L::PixelInterleaved, N::I64));
-    ASSERT_EQ(i64.fill(TyxPixel(std::vector<Sample>{Sample(1e30), Sample(-1e30)})), 0);
-    EXPECT_EQ(at<int64_t>(std::as_const(i64), 0, 0, 0), INT64_MAX);
-    EXPECT_EQ(at<int64_t>(std::as_const(i64), 0, 0, 1), INT64_MIN);
-
+    const TyxImageTileDesc twelve(TyxImageROI(TyxImageSize(2, 2, 3)), L::LineInterleaved,
+                                  TyxDataType(N::U16, 12));
+    const struct {
+        TyxImageTileDesc desc;
+        std::vector<Sample> fill, expected;
+    } cases[] = {
+        {descOf(3, 2, 2, L::PixelInterleaved, N::U8), {300.7, 2.5}, {255.0, 3.0}},
+        // One value in every band takes the byte path: truncation, no clamp.
+        {descOf(3, 2, 2, L::PixelInterleaved, N::U8), {300.7, 300.7}, {44.0, 44.0}},
+        {descOf(3, 2, 2, L::PixelInterleaved, N::U8), {}, {0.0, 0.0}},
+        {descOf(2, 2, 2, L::BandInterleaved, N::I8), {-2.5, -300.0}, {-3.0, -128.0}},
+        // The logical depth clamps; bands past the values are zero.
+        {twelve, {70000.0, 4094.4}, {4095.0, 4094.0, 0.0}},
+        {descOf(1, 1, 2, L::PixelInterleaved, N::I64), {1e30, -1e30}, {INT64_MAX, INT64_MIN}},
+    };
+    for (const auto &c : cases) {
+        TyxImageTile tile(c.desc);
+        ASSERT_EQ(tile.fill(TyxPixel(c.fill)), 0);
+        EXPECT_EQ(tile(tile.width() - 1, tile.height() - 1), TyxPixel(c.expected)) << "case " << &c - cases;
+    }
     TyxImageTile empty;
     EXPECT_EQ(empty.fill(TyxPixel(1, Sample(1.0))), 1);
 }

@@ -2,44 +2,23 @@
 #include <tyx/TyxByteOrder.h>
 #include <tyx/TyxDataLayout.h>
 #include <tyx/TyxDataType.h>
-#include <tyx/TyxDataTypeInfo.h>
-#include <tyx/TyxEnum.h>
 #include <tyx/TyxRational.h>
 #include <tyx/TyxVariant.h>
 
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <sstream>
 
 namespace {
 
-using tyx::TyxBuffer;
-using tyx::TyxBufferPtr;
-using tyx::TyxByteOrder;
-using tyx::TyxDataLayout;
-using tyx::TyxDataType;
-using tyx::TyxDataTypeInfo;
-using tyx::TyxMetaType;
-using tyx::TyxString;
-using tyx::TyxVariant;
-using N = tyx::TyxNumericType;
+using namespace tyx;
+using N = TyxNumericType;
 
-std::wstring textOf(const TyxVariant &variant)
-{
-    std::wostringstream out;
-    out << variant;
-    return out.str();
-}
-
-TEST(TyxImageVariantTest, DataTypeJoinsWithCode27)
+// The variant text round trip of every image type is in the XML tests.
+TEST(TyxImageVariantTest, CodeClassesJoin)
 {
     const TyxVariant v(TyxDataType(N::U16, 12));
-    EXPECT_EQ(v.type(), TyxMetaType::DataType);
-    EXPECT_EQ(textOf(v), L"TyxDataType,(U16,12)");
     EXPECT_EQ(v.value<int>(), 3);
-    EXPECT_EQ(v.value<TyxString>(), L"(U16,12)");
-    EXPECT_EQ(v.value<TyxDataType>(), TyxDataType(N::U16, 12));
 
     // Integers give the bare code with its physical depth; text the stream form.
     EXPECT_EQ(TyxVariant(9).value<TyxDataType>(), TyxDataType(N::Double));
@@ -47,23 +26,11 @@ TEST(TyxImageVariantTest, DataTypeJoinsWithCode27)
     TyxDataType parsed(N::U8);
     EXPECT_FALSE(TyxVariant(L"U16").value(TyxMetaType(TyxMetaType::DataType), &parsed));
 
-    std::wistringstream in(L"TyxDataType,(Float,3)\n");
-    TyxVariant read;
-    in >> read;
-    EXPECT_EQ(read.value<TyxDataType>(), TyxDataType(N::Float));
-}
-
-TEST(TyxImageVariantTest, LayoutAndByteOrderJoin)
-{
-    const TyxVariant layout{TyxDataLayout(TyxDataLayout::BlockInterleaved)};
-    EXPECT_EQ(layout.type(), TyxMetaType::DataLayout);
-    EXPECT_EQ(textOf(layout), L"TyxDataLayout,BlockInterleaved");
-    EXPECT_EQ(layout.value<int>(), 3);
+    // Layouts and byte orders from numbers and keys.
     EXPECT_EQ(TyxVariant(1).value<TyxDataLayout>(), TyxDataLayout::BandInterleaved);
     EXPECT_EQ(TyxVariant(L"pixelinterleaved").value<TyxDataLayout>(), TyxDataLayout::PixelInterleaved);
 
     const TyxVariant order{TyxByteOrder(TyxByteOrder::BigEndian)};
-    EXPECT_EQ(order.type(), TyxMetaType::ByteOrder);
     EXPECT_EQ(order.value<TyxString>(), L"BigEndian");
     EXPECT_EQ(TyxVariant(7).value<TyxByteOrder>(), TyxByteOrder::Invalid);
     EXPECT_TRUE(TyxVariant(TyxByteOrder()) == TyxVariant(0));
@@ -75,23 +42,18 @@ template <class Code>
 void expectCodesBecomeRationals(int invalidCode)
 {
     for (int code = 0; code <= invalidCode; ++code) {
-        const Code value(static_cast<typename tyx::internal::TyxCodeClass<Code>::Code>(code));
+        const Code value(static_cast<typename internal::TyxCodeClass<Code>::Code>(code));
         const TyxVariant held(value);
-        EXPECT_EQ(held.value<tyx::TyxRational<int64_t>>(), tyx::TyxRational<int64_t>(code, 1)) << code;
-        EXPECT_EQ(held.value<tyx::TyxRational<uint64_t>>(), tyx::TyxRational<uint64_t>(code, 1)) << code;
-        tyx::TyxRational<int> narrow(7, 7);
-        EXPECT_TRUE((tyx::internal::TyxCast<Code, tyx::TyxRational<int>>::cast(value, narrow)));
-        EXPECT_EQ(narrow, tyx::TyxRational<int>(code, 1)) << code;
+        EXPECT_EQ(held.value<TyxRational<int64_t>>(), TyxRational<int64_t>(code, 1)) << code;
+        EXPECT_EQ(held.value<TyxRational<uint64_t>>(), TyxRational<uint64_t>(code, 1)) << code;
+        TyxRational<int> narrow(7, 7);
+        EXPECT_TRUE((internal::TyxCast<Code, TyxRational<int>>::cast(value, narrow)));
+        EXPECT_EQ(narrow, TyxRational<int>(code, 1)) << code;
     }
 }
 
 TEST(TyxImageVariantTest, CodesConvertToRationals)
 {
-    tyx::TyxRational<int64_t> target(5, 5);
-    EXPECT_TRUE(TyxVariant(TyxByteOrder(TyxByteOrder::BigEndian))
-                    .value(TyxMetaType(TyxMetaType::I64Rational), &target));
-    EXPECT_EQ(target, tyx::TyxRational<int64_t>(1, 1));
-
     expectCodesBecomeRationals<TyxByteOrder>(TyxByteOrder::Invalid);
     expectCodesBecomeRationals<TyxDataLayout>(TyxDataLayout::Invalid);
     expectCodesBecomeRationals<TyxDataType>(N::Invalid);
@@ -100,37 +62,21 @@ TEST(TyxImageVariantTest, CodesConvertToRationals)
 TEST(TyxImageVariantTest, BufferPointerJoinsWithCode18)
 {
     TyxBufferPtr a(new TyxBuffer(3, true));
-    TyxBufferPtr b(new TyxBuffer(3, true));
     std::memcpy(a->data(), "abc", 3);
-    std::memcpy(b->data(), "abc", 3);
+    const TyxBufferPtr b = a->clone();
     const TyxVariant va(a), vb(b);
-    EXPECT_EQ(va.type(), TyxMetaType::BufferPtr);
     EXPECT_TRUE(va == vb);
     static_cast<char *>(b->data())[0] = 'x';
     EXPECT_FALSE(va == vb);
     EXPECT_FALSE(va == TyxVariant(TyxBufferPtr()));
     EXPECT_EQ(va.value<TyxBufferPtr>().get(), a.get());
 
-    const TyxString text = va.value<TyxString>();
-    EXPECT_EQ(text.substr(0, 2), L"0x");
+    EXPECT_EQ(va.value<TyxString>().substr(0, 2), L"0x");
     EXPECT_EQ(TyxVariant(TyxBufferPtr()).value<TyxString>(), L"0x0");
 
     TyxBufferPtr target = a;
     EXPECT_FALSE(TyxVariant(L"0x1234").value(TyxMetaType(TyxMetaType::BufferPtr), &target));
     EXPECT_FALSE(target);
-}
-
-TEST(TyxImageVariantTest, EnumeratorsHoldKeysAndTableRows)
-{
-    const tyx::TyxEnum &types = TyxDataType::enumerator();
-    EXPECT_EQ(types.size(), 12u);
-    EXPECT_EQ(types.toString(3), L"U16");
-    const TyxVariant &row = types.data(N::U16);
-    const TyxDataTypeInfo info = row.value<TyxDataTypeInfo>();
-    EXPECT_EQ(info, (TyxDataTypeInfo{2, 0.0, 65535.0}));
-    EXPECT_FALSE(types.data(N::Invalid).isValid());
-
-    EXPECT_EQ(TyxByteOrder::enumerator().fromString(L"bigendian"), 1);
 }
 
 } // namespace

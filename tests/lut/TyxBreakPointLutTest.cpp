@@ -1,34 +1,26 @@
 #include <tyx/TyxBreakPointLut.h>
 
+#include "TyxLutTestData.h"
 #include "TyxRecordingHandler.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace {
 
-using tyx::TyxBreakPoint;
-using tyx::TyxBreakPointLut;
-using tyx::TyxDataType;
-using tyx::TyxLutDescPtr;
-using tyx::TyxNumericType;
-using tyx::test::HandlerScope;
+using namespace tyx;
+using N = TyxNumericType;
+using namespace test;
 
-const TyxDataType U8(TyxNumericType::U8);
-const TyxDataType I8(TyxNumericType::I8);
-const TyxDataType I16(TyxNumericType::I16);
-const TyxDataType U16(TyxNumericType::U16);
-const TyxDataType FloatType(TyxNumericType::Float);
-
-template <class T>
-std::vector<T> entries(const TyxLutDescPtr &lut)
-{
-    const T *p = static_cast<const T *>(lut->buffer()->data());
-    return std::vector<T>(p, p + uint64_t(lut->numEntriesPerBand()) * lut->numBands());
-}
+const TyxDataType U8(N::U8);
+const TyxDataType I8(N::I8);
+const TyxDataType I16(N::I16);
+const TyxDataType U16(N::U16);
+const TyxDataType FloatType(N::Float);
 
 TEST(TyxBreakPointLutTest, NoPointsGiveIdentityInOneReusedBand)
 {
@@ -38,80 +30,51 @@ TEST(TyxBreakPointLutTest, NoPointsGiveIdentityInOneReusedBand)
     EXPECT_EQ(lut->numBands(), 1u);
     EXPECT_EQ(lut->numEntriesPerBand(), 256u);
     EXPECT_TRUE(lut->reuseLutDataForAllBands());
-    const auto values = entries<uint8_t>(lut);
+    const auto values = entriesOf<uint8_t>(*lut);
     for (int v = 0; v < 256; ++v)
         ASSERT_EQ(values[v], v);
 }
 
-TEST(TyxBreakPointLutTest, InterpolationRoundsHalfUp)
+TEST(TyxBreakPointLutTest, InterpolationRoundingAndLimits)
 {
-    TyxBreakPointLut bpl(U8);
-    bpl.add(TyxBreakPoint(0, 0.0, 0));
-    bpl.add(TyxBreakPoint(255, 127.5, 0));
-    const auto values = entries<uint8_t>(bpl.lut(U8));
-    EXPECT_EQ(values[0], 0);
-    EXPECT_EQ(values[1], 1); // 0.5 + 0.5
-    EXPECT_EQ(values[127], 64);
-    EXPECT_EQ(values[254], 127);
-    EXPECT_EQ(values[255], 128); // the last point's own value, 127.5 rounded
-}
-
-TEST(TyxBreakPointLutTest, FlatOutsidePointsAndJumpAtEqualInputs)
-{
-    TyxBreakPointLut bpl(TyxDataType(TyxNumericType::I16));
-    // Out of order on purpose: building sorts them.
-    bpl.add(TyxBreakPoint(20, 50.0, 0));
-    bpl.add(TyxBreakPoint(10, -10.0, 0));
-    bpl.add(TyxBreakPoint(15, 0.0, 0));
-    bpl.add(TyxBreakPoint(15, 100.0, 0));
-    const auto values = entries<int16_t>(bpl.lut(U8));
-    EXPECT_EQ(values[0], -10);
-    EXPECT_EQ(values[10], -10);
-    EXPECT_EQ(values[12], -6); // -10 + 2 * 2 = -6
-    EXPECT_EQ(values[15], 100); // the later of the two equal inputs starts the next segment
-    EXPECT_EQ(values[17], 80);
-    EXPECT_EQ(values[255], 50);
-}
-
-TEST(TyxBreakPointLutTest, NegativeValuesRoundAwayFromZero)
-{
-    TyxBreakPointLut bpl(I8);
-    bpl.add(TyxBreakPoint(0, -128.0, 0));
-    bpl.add(TyxBreakPoint(2, -127.0, 0));
-    bpl.add(TyxBreakPoint(255, 127.0, 0));
-    const auto values = entries<int8_t>(bpl.lut(U8));
-    EXPECT_EQ(values[0], -128);
-    EXPECT_EQ(values[1], -128); // -127.5 rounds away from zero
-    EXPECT_EQ(values[2], -127);
-    EXPECT_EQ(values[255], 127);
-}
-
-TEST(TyxBreakPointLutTest, OutputTypesAtTheirLimits)
-{
-    {
-        TyxBreakPointLut bpl(I16);
-        bpl.add(TyxBreakPoint(0, -32768.0, 0));
-        bpl.add(TyxBreakPoint(65535, 32767.0, 0));
-        const auto values = entries<int16_t>(bpl.lut(U16));
-        EXPECT_EQ(values.front(), -32768);
-        EXPECT_EQ(values[32768], 0); // -32768 + 32768 * 65535 / 65535 = 0
-        EXPECT_EQ(values.back(), 32767);
-    }
-    {
-        TyxBreakPointLut bpl(FloatType);
-        bpl.add(TyxBreakPoint(0, -32768.0, 0));
-        bpl.add(TyxBreakPoint(255, 32767.0, 0));
-        const auto values = entries<float>(bpl.lut(U8));
-        EXPECT_EQ(values.front(), -32768.0f);
-        EXPECT_EQ(values.back(), 32767.0f);
-        EXPECT_FLOAT_EQ(values[1], float(-32768.0 + 65535.0 / 255.0));
+    struct Case {
+        TyxDataType output, input;
+        std::vector<TyxBreakPoint> points;
+        std::vector<std::pair<size_t, double>> expected;
+    };
+    const Case cases[] = {
+        // 0.5 rounds up; the last entry is the last point's own value, 127.5 rounded.
+        {U8, U8, {{0, 0.0, 0}, {255, 127.5, 0}}, {{0, 0}, {1, 1}, {127, 64}, {254, 127}, {255, 128}}},
+        // Out of order on purpose: building sorts them. Flat outside the points;
+        // the later of two equal inputs starts the next segment.
+        {I16,
+         U8,
+         {{20, 50.0, 0}, {10, -10.0, 0}, {15, 0.0, 0}, {15, 100.0, 0}},
+         {{0, -10}, {10, -10}, {12, -6}, {15, 100}, {17, 80}, {255, 50}}},
+        // -127.5 rounds away from zero.
+        {I8,
+         U8,
+         {{0, -128.0, 0}, {2, -127.0, 0}, {255, 127.0, 0}},
+         {{0, -128}, {1, -128}, {2, -127}, {255, 127}}},
+        {I16, U16, {{0, -32768.0, 0}, {65535, 32767.0, 0}}, {{0, -32768}, {32768, 0}, {65535, 32767}}},
+        {FloatType, U8, {{0, -32768.0, 0}, {255, 32767.0, 0}}, {{0, -32768}, {1, -32511}, {255, 32767}}},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(testing::Message() << c.output << " from " << c.input);
+        TyxBreakPointLut bpl(c.output);
+        for (const TyxBreakPoint &p : c.points)
+            bpl.add(p);
+        const TyxLutDescPtr &lut = bpl.lut(c.input);
+        ASSERT_TRUE(lut);
+        for (const auto &[index, value] : c.expected)
+            EXPECT_EQ(entriesAsDoubles(*lut).at(index), value) << index;
     }
 }
 
 TEST(TyxBreakPointLutTest, InputTypesSetRangeOfTable)
 {
     TyxBreakPointLut bpl(U8);
-    const TyxDataType u12(TyxNumericType::U16, 12);
+    const TyxDataType u12(N::U16, 12);
     const TyxLutDescPtr lut12 = bpl.lut(u12);
     ASSERT_TRUE(lut12);
     int64_t lo = 0, hi = 0;
@@ -131,9 +94,14 @@ TEST(TyxBreakPointLutTest, SeveralBandsEachGetTheirOwnEntries)
     const TyxLutDescPtr &lut = bpl.lut(U8);
     ASSERT_TRUE(lut);
     EXPECT_FALSE(lut->reuseLutDataForAllBands());
-    const auto values = entries<uint8_t>(lut);
+    const auto values = entriesOf<uint8_t>(*lut);
     EXPECT_EQ(values[10], 10);
     EXPECT_EQ(values[256 + 10], 245);
+    // The band count is the span of the band numbers.
+    TyxBreakPointLut span(U8);
+    span.add(TyxBreakPoint(0, 0.0, 3));
+    span.add(TyxBreakPoint(0, 0.0, 5));
+    EXPECT_EQ(span.numBands(), 3u);
 }
 
 TEST(TyxBreakPointLutTest, TableIsCachedUntilSomethingChanges)
@@ -145,8 +113,8 @@ TEST(TyxBreakPointLutTest, TableIsCachedUntilSomethingChanges)
     bpl.add(TyxBreakPoint(255, 3.0, 0));
     const TyxLutDescPtr second = bpl.lut(U8);
     EXPECT_NE(second.get(), first.get());
-    EXPECT_EQ(entries<uint8_t>(first)[7], 7); // the dropped table lives on while shared
-    bpl.setOutputDataType(U8);                // same type: ignored
+    EXPECT_EQ(entriesOf<uint8_t>(*first)[7], 7); // the dropped table lives on while shared
+    bpl.setOutputDataType(U8);                   // same type: ignored
     EXPECT_EQ(bpl.lut(U8).get(), second.get());
     bpl.setOutputDataType(TyxDataType()); // invalid: ignored
     EXPECT_EQ(bpl.lut(U8).get(), second.get());
@@ -185,14 +153,6 @@ TEST(TyxBreakPointLutTest, GetSortsOneBandOrGivesTypeRange)
     EXPECT_EQ(result, (std::vector<TyxBreakPoint>{{2, 1.0, 1}, {9, 1.0, 1}}));
 }
 
-TEST(TyxBreakPointLutTest, NumBandsFromPointsSpan)
-{
-    TyxBreakPointLut bpl(U8);
-    bpl.add(TyxBreakPoint(0, 0.0, 3));
-    bpl.add(TyxBreakPoint(0, 0.0, 5));
-    EXPECT_EQ(bpl.numBands(), 3u);
-}
-
 struct FailureCase {
     const char *name;
     std::vector<TyxBreakPoint> points;
@@ -206,22 +166,43 @@ TEST(TyxBreakPointLutTest, FailuresPostTheirMessageAndGiveNull)
     const std::vector<FailureCase> cases = {
         {"invalid input", {}, TyxDataType(), U8, L"Input data type ((,0)) is not valid."},
         {"invalid output", {}, U8, TyxDataType(), L"Output data type ((,0)) is not valid."},
-        {"input below", {{-1, 0.0, 0}, {255, 0.0, 0}}, U8, U8,
+        {"input below",
+         {{-1, 0.0, 0}, {255, 0.0, 0}},
+         U8,
+         U8,
          L"Minimum input value (-1) for all bands is smaller than minimum (0) for bit depth."},
-        {"input above", {{0, 0.0, 0}, {300, 0.0, 0}}, U8, U8,
+        {"input above",
+         {{0, 0.0, 0}, {300, 0.0, 0}},
+         U8,
+         U8,
          L"Maximum input value (300) for all bands is larger than maximum (255) for bit depth."},
-        {"output below", {{0, -0.5, 0}, {255, 0.0, 0}}, U8, U8,
+        {"output below",
+         {{0, -0.5, 0}, {255, 0.0, 0}},
+         U8,
+         U8,
          L"Minimum output value (-0.5) for all bands is smaller than minimum (0) for bit depth."},
-        {"output above", {{0, 0.0, 0}, {255, 40000.0, 0}}, U8, FloatType,
+        {"output above",
+         {{0, 0.0, 0}, {255, 40000.0, 0}},
+         U8,
+         FloatType,
          L"Maximum output value (40000) for all bands is larger than maximum (32767) for bit depth."},
-        {"band gap", {{0, 0.0, 0}, {255, 0.0, 0}, {0, 0.0, 2}, {255, 0.0, 2}}, U8, U8,
+        {"band gap",
+         {{0, 0.0, 0}, {255, 0.0, 0}, {0, 0.0, 2}, {255, 0.0, 2}},
+         U8,
+         U8,
          L"Band 1 does not have at least two break points."},
-        {"band not from zero", {{0, 0.0, 1}, {255, 0.0, 1}}, U8, U8,
+        {"band not from zero",
+         {{0, 0.0, 1}, {255, 0.0, 1}},
+         U8,
+         U8,
          L"Band numbers must start at zero and cannot be negative."},
-        {"NaN output", {{0, std::nan(""), 0}, {255, 1.0, 0}}, U8, U8,
+        {"NaN output",
+         {{0, std::nan(""), 0}, {255, 1.0, 0}},
+         U8,
+         U8,
          L"Minimum output value (nan) for all bands is smaller than minimum (0) for bit depth."},
-        {"I64 output", {}, U8, TyxDataType(TyxNumericType::I64), L"Invalid data type"},
-        {"U32 input", {}, TyxDataType(TyxNumericType::U32), U8, L"Could not allocate 4294967296 for LUT data."},
+        {"I64 output", {}, U8, TyxDataType(N::I64), L"Invalid data type"},
+        {"U32 input", {}, TyxDataType(N::U32), U8, L"Could not allocate 4294967296 for LUT data."},
     };
     for (const FailureCase &c : cases) {
         HandlerScope scope;
@@ -247,7 +228,7 @@ TEST(TyxBreakPointLutTest, FailedBuildKeepsRequestedInputTypeAndStaysUsable)
 TEST(TyxBreakPointLutTest, DefaultHandlerThrowsPostedError)
 {
     TyxBreakPointLut bpl;
-    EXPECT_THROW(bpl.lut(U8), tyx::TyxTextMsg);
+    EXPECT_THROW(bpl.lut(U8), TyxTextMsg);
 }
 
 } // namespace

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "TyxLutTestData.h"
+
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -14,24 +16,12 @@
 
 namespace {
 
-using tyx::TyxBuffer;
-using tyx::TyxBufferPtr;
-using tyx::TyxDataType;
-using tyx::TyxEqnTile;
-using tyx::TyxLutDesc;
-using tyx::TyxLutDescPtr;
-using tyx::TyxNumericType;
+using namespace tyx;
+using N = TyxNumericType;
+using namespace test;
 
 template <class T>
-TyxBufferPtr bufferOf(const std::vector<T> &values)
-{
-    TyxBufferPtr buffer(new TyxBuffer(values.size() * sizeof(T), true));
-    std::memcpy(buffer->data(), values.data(), values.size() * sizeof(T));
-    return buffer;
-}
-
-template <class T>
-TyxEqnTile tileOf(TyxNumericType::Code code, const std::vector<T> &values)
+TyxEqnTile tileOf(N::Code code, const std::vector<T> &values)
 {
     return TyxEqnTile(bufferOf(values), TyxDataType(code), values.size(), 1);
 }
@@ -45,7 +35,7 @@ std::vector<T> valuesOf(const TyxEqnTile &tile)
 
 TEST(TyxLutDescTest, CopiesShareAndClonesCopyTheBuffer)
 {
-    TyxLutDesc lut(bufferOf<uint8_t>({1, 2, 3}), TyxDataType(TyxNumericType::U8), 3, -1, 1, false);
+    TyxLutDesc lut(bufferOf<uint8_t>({1, 2, 3}), TyxDataType(N::U8), 3, -1, 1, false);
     int64_t lo = 0, hi = 0;
     lut.indexRange(lo, hi);
     EXPECT_EQ(lo, -1);
@@ -67,11 +57,10 @@ TEST(TyxLutDescTest, CopiesShareAndClonesCopyTheBuffer)
 
 TEST(TyxLutDescTest, EqualityLooksAtEveryField)
 {
-    const TyxDataType u8(TyxNumericType::U8);
+    const TyxDataType u8(N::U8);
     const TyxLutDesc base(bufferOf<uint8_t>({1, 2}), u8, 2, 0, 1, false);
     EXPECT_EQ(base, TyxLutDesc(bufferOf<uint8_t>({1, 2}), u8, 2, 0, 1, false));
-    EXPECT_NE(base,
-              TyxLutDesc(bufferOf<uint8_t>({1, 2}), TyxDataType(TyxNumericType::U8, 7), 2, 0, 1, false));
+    EXPECT_NE(base, TyxLutDesc(bufferOf<uint8_t>({1, 2}), TyxDataType(N::U8, 7), 2, 0, 1, false));
     EXPECT_NE(base, TyxLutDesc(bufferOf<uint8_t>({1, 2}), u8, 1, 0, 1, false));
     EXPECT_NE(base, TyxLutDesc(bufferOf<uint8_t>({1, 2}), u8, 2, 0, 1, true));
     EXPECT_NE(base, TyxLutDesc(nullptr, u8, 2, 0, 1, false));
@@ -96,68 +85,51 @@ TEST(TyxLutDescTest, StreamOperatorsOnlySetFailbit)
 TEST(TyxLutDescTest, ApplyClampsBelowAndAboveTheTable)
 {
     // Entries for the inputs 10, 11, 12.
-    const TyxLutDesc lut(bufferOf<int16_t>({-5, 0, 5}), TyxDataType(TyxNumericType::I16), 3, 10, 1, true);
-    const TyxEqnTile result = lut.apply(tileOf<uint8_t>(TyxNumericType::U8, {0, 9, 10, 11, 12, 13, 255}));
-    EXPECT_EQ(result.dataType(), TyxDataType(TyxNumericType::I16));
+    const TyxLutDesc lut(bufferOf<int16_t>({-5, 0, 5}), TyxDataType(N::I16), 3, 10, 1, true);
+    const TyxEqnTile result = lut.apply(tileOf<uint8_t>(N::U8, {0, 9, 10, 11, 12, 13, 255}));
+    EXPECT_EQ(result.dataType(), TyxDataType(N::I16));
     EXPECT_EQ(valuesOf<int16_t>(result), (std::vector<int16_t>{-5, -5, -5, 0, 5, 5, 5}));
 
-    const TyxEqnTile wide =
-        lut.apply(tileOf<uint64_t>(TyxNumericType::U64, {std::numeric_limits<uint64_t>::max(), 11}));
+    const TyxEqnTile wide = lut.apply(tileOf<uint64_t>(N::U64, {std::numeric_limits<uint64_t>::max(), 11}));
     EXPECT_EQ(valuesOf<int16_t>(wide), (std::vector<int16_t>{5, 0}));
     const TyxEqnTile wideSigned =
-        lut.apply(tileOf<int64_t>(TyxNumericType::I64, {std::numeric_limits<int64_t>::min(), 12}));
+        lut.apply(tileOf<int64_t>(N::I64, {std::numeric_limits<int64_t>::min(), 12}));
     EXPECT_EQ(valuesOf<int16_t>(wideSigned), (std::vector<int16_t>{-5, 5}));
+    // A step of 2 reads every other sample.
+    const TyxEqnTile strided(bufferOf<uint16_t>({10, 99, 11, 99, 12}), TyxDataType(N::U16), 3, 2);
+    EXPECT_EQ(valuesOf<int16_t>(lut.apply(strided)), (std::vector<int16_t>{-5, 0, 5}));
 }
 
 TEST(TyxLutDescTest, ApplyPicksTheBandUnlessShared)
 {
-    const tyx::TyxBufferPtr two = bufferOf<float>({1.5f, 2.5f, 10.5f, 20.5f});
-    const TyxLutDesc perBand(two, TyxDataType(TyxNumericType::Float), 2, -1, 2, false);
-    const TyxEqnTile samples = tileOf<int8_t>(TyxNumericType::I8, {-1, 0});
+    const TyxBufferPtr two = bufferOf<float>({1.5f, 2.5f, 10.5f, 20.5f});
+    const TyxLutDesc perBand(two, TyxDataType(N::Float), 2, -1, 2, false);
+    const TyxEqnTile samples = tileOf<int8_t>(N::I8, {-1, 0});
     EXPECT_EQ(valuesOf<float>(perBand.apply(samples, 0)), (std::vector<float>{1.5f, 2.5f}));
     EXPECT_EQ(valuesOf<float>(perBand.apply(samples, 1)), (std::vector<float>{10.5f, 20.5f}));
     EXPECT_TRUE(perBand.apply(samples, 2).empty());
 
-    const TyxLutDesc shared(two, TyxDataType(TyxNumericType::Float), 2, -1, 2, true);
+    const TyxLutDesc shared(two, TyxDataType(N::Float), 2, -1, 2, true);
     EXPECT_EQ(valuesOf<float>(shared.apply(samples, 1)), (std::vector<float>{1.5f, 2.5f}));
-}
-
-TEST(TyxLutDescTest, ApplyFollowsTheStep)
-{
-    const TyxLutDesc lut(bufferOf<uint8_t>({7, 8, 9}), TyxDataType(TyxNumericType::U8), 3, 0, 1, true);
-    const TyxEqnTile strided(bufferOf<uint16_t>({0, 99, 1, 99, 2}), TyxDataType(TyxNumericType::U16), 3, 2);
-    EXPECT_EQ(valuesOf<uint8_t>(lut.apply(strided)), (std::vector<uint8_t>{7, 8, 9}));
 }
 
 TEST(TyxLutDescTest, ApplyRefusesWhatItCannotServe)
 {
-    const TyxDataType u8(TyxNumericType::U8);
+    const TyxDataType u8(N::U8);
     const TyxLutDesc lut(bufferOf<uint8_t>({1, 2, 3, 4}), u8, 4, 0, 1, true);
-    EXPECT_TRUE(lut.apply(tileOf<float>(TyxNumericType::Float, {1.0f})).empty());
+    EXPECT_TRUE(lut.apply(tileOf<float>(N::Float, {1.0f})).empty());
     // A tile that claims more samples than its buffer holds.
     EXPECT_TRUE(lut.apply(TyxEqnTile(bufferOf<uint8_t>({1, 2}), u8, 3, 1)).empty());
     // A descriptor that claims more entries than its buffer holds.
     const TyxLutDesc tooShort(bufferOf<uint8_t>({1, 2}), u8, 4, 0, 1, true);
-    EXPECT_TRUE(tooShort.apply(tileOf<uint8_t>(TyxNumericType::U8, {1})).empty());
-    const TyxLutDesc complex(bufferOf<double>({1, 2, 3, 4}), TyxDataType(TyxNumericType::ComplexFloat), 2, 0,
-                             1, true);
-    EXPECT_TRUE(complex.apply(tileOf<uint8_t>(TyxNumericType::U8, {1})).empty());
-    EXPECT_TRUE(TyxLutDesc().apply(tileOf<uint8_t>(TyxNumericType::U8, {1})).empty());
+    EXPECT_TRUE(tooShort.apply(tileOf<uint8_t>(N::U8, {1})).empty());
+    const TyxLutDesc complex(bufferOf<double>({1, 2, 3, 4}), TyxDataType(N::ComplexFloat), 2, 0, 1, true);
+    EXPECT_TRUE(complex.apply(tileOf<uint8_t>(N::U8, {1})).empty());
+    EXPECT_TRUE(TyxLutDesc().apply(tileOf<uint8_t>(N::U8, {1})).empty());
 }
 
-// One typed test over the integer input types: a table built from break
-// points maps every value of a small range as a hand loop does.
-template <class T>
-struct InputType;
-template <>
-struct InputType<int8_t> {
-    static constexpr TyxNumericType::Code code = TyxNumericType::I8;
-};
-template <>
-struct InputType<uint16_t> {
-    static constexpr TyxNumericType::Code code = TyxNumericType::U16;
-};
-
+// A table built from break points maps every value of a small range as a
+// hand loop does, for a signed and an unsigned input type.
 template <class T>
 class TyxLutDescApplyTest : public ::testing::Test {
 };
@@ -166,10 +138,10 @@ TYPED_TEST_SUITE(TyxLutDescApplyTest, InputTypes);
 
 TYPED_TEST(TyxLutDescApplyTest, BuiltTableMapsLikeHandLoop)
 {
-    const TyxDataType input(InputType<TypeParam>::code);
-    tyx::TyxBreakPointLut bpl(TyxDataType(TyxNumericType::U16));
-    bpl.add(tyx::TyxBreakPoint(int32_t(input.logicalMinValue()), 0.0, 0));
-    bpl.add(tyx::TyxBreakPoint(int32_t(input.logicalMaxValue()), 1000.0, 0));
+    const TyxDataType input(N::codeOf<TypeParam>());
+    TyxBreakPointLut bpl(TyxDataType(N::U16));
+    bpl.add(TyxBreakPoint(int32_t(input.logicalMinValue()), 0.0, 0));
+    bpl.add(TyxBreakPoint(int32_t(input.logicalMaxValue()), 1000.0, 0));
     const TyxLutDescPtr &lut = bpl.lut(input);
     ASSERT_TRUE(lut);
     std::vector<TypeParam> samples;
@@ -185,25 +157,19 @@ TYPED_TEST(TyxLutDescApplyTest, BuiltTableMapsLikeHandLoop)
 // An image tile goes band by band through the band's own table, in any layout.
 TEST(TyxLutDescTest, ImageTileBandsGoThroughTheirOwnTables)
 {
-    using tyx::TyxDataLayout;
-    using tyx::TyxImageROI;
-    using tyx::TyxImageSize;
-    using tyx::TyxImageTile;
-    using tyx::TyxImageTileDesc;
     // Band 0 doubles, band 1 negates; indices 0 to 3.
-    const TyxLutDesc lut(bufferOf<int16_t>({0, 2, 4, 6, 0, -1, -2, -3}), TyxDataType(TyxNumericType::I16), 4,
-                         0, 2, false);
+    const TyxLutDesc lut(bufferOf<int16_t>({0, 2, 4, 6, 0, -1, -2, -3}), TyxDataType(N::I16), 4, 0, 2, false);
     for (const auto layout :
          {TyxDataLayout::PixelInterleaved, TyxDataLayout::BandInterleaved, TyxDataLayout::LineInterleaved}) {
         TyxImageTile tile(TyxImageTileDesc(TyxImageROI({}, TyxImageSize(3, 2, 2)), TyxDataLayout(layout),
-                                           TyxDataType(TyxNumericType::U8)));
+                                           TyxDataType(N::U8)));
         for (unsigned y = 0; y < 2; ++y)
             for (unsigned x = 0; x < 3; ++x)
                 for (unsigned b = 0; b < 2; ++b)
                     *tile.ptrAt<uint8_t>(x, y, b) = static_cast<uint8_t>(x + y + b); // 0 to 4: 4 is clamped
-        const tyx::TyxImageTilePtr mapped = lut.apply(tile);
+        const TyxImageTilePtr mapped = lut.apply(tile);
         ASSERT_TRUE(mapped) << layout;
-        EXPECT_EQ(mapped->dataType(), TyxDataType(TyxNumericType::I16));
+        EXPECT_EQ(mapped->dataType(), TyxDataType(N::I16));
         EXPECT_EQ(mapped->layout(), TyxDataLayout(layout));
         for (unsigned y = 0; y < 2; ++y) {
             for (unsigned x = 0; x < 3; ++x) {
@@ -218,27 +184,21 @@ TEST(TyxLutDescTest, ImageTileBandsGoThroughTheirOwnTables)
 
 TEST(TyxLutDescTest, ImageTileRefusals)
 {
-    using tyx::TyxDataLayout;
-    using tyx::TyxImageROI;
-    using tyx::TyxImageSize;
-    using tyx::TyxImageTile;
-    using tyx::TyxImageTileDesc;
-    const auto tileOfType = [](TyxNumericType::Code code, unsigned bands) {
+    const auto tileOfType = [](N::Code code, unsigned bands) {
         TyxImageTile tile(TyxImageTileDesc(TyxImageROI({}, TyxImageSize(2, 2, bands)),
                                            TyxDataLayout::BandInterleaved, TyxDataType(code)));
         tile.allocate();
         std::memset(tile.ptrAt(0, 0, 0), 0, tile.numBytes());
         return tile;
     };
-    const TyxLutDesc oneBand(bufferOf<uint8_t>({5, 6}), TyxDataType(TyxNumericType::U8), 2, 0, 1, false);
-    EXPECT_FALSE(oneBand.apply(tileOfType(TyxNumericType::Float, 1)));
-    EXPECT_FALSE(oneBand.apply(tileOfType(TyxNumericType::U8, 2)));
-    EXPECT_FALSE(oneBand.apply(
-        TyxImageTile(TyxImageTileDesc(TyxImageROI({}, TyxImageSize(2, 2, 1)), TyxDataLayout::BandInterleaved,
-                                      TyxDataType(TyxNumericType::U8)))));
+    const TyxLutDesc oneBand(bufferOf<uint8_t>({5, 6}), TyxDataType(N::U8), 2, 0, 1, false);
+    EXPECT_FALSE(oneBand.apply(tileOfType(N::Float, 1)));
+    EXPECT_FALSE(oneBand.apply(tileOfType(N::U8, 2)));
+    EXPECT_FALSE(oneBand.apply(TyxImageTile(TyxImageTileDesc(
+        TyxImageROI({}, TyxImageSize(2, 2, 1)), TyxDataLayout::BandInterleaved, TyxDataType(N::U8)))));
     // Shared table data serves every band.
-    const TyxLutDesc shared(bufferOf<uint8_t>({5, 6}), TyxDataType(TyxNumericType::U8), 2, 0, 1, true);
-    const tyx::TyxImageTilePtr mapped = shared.apply(tileOfType(TyxNumericType::U8, 3));
+    const TyxLutDesc shared(bufferOf<uint8_t>({5, 6}), TyxDataType(N::U8), 2, 0, 1, true);
+    const TyxImageTilePtr mapped = shared.apply(tileOfType(N::U8, 3));
     ASSERT_TRUE(mapped);
     EXPECT_EQ(*mapped->ptrAt<uint8_t>(1, 1, 2), 5);
 }

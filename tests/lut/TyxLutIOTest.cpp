@@ -1,6 +1,7 @@
 #include <tyx/TyxBreakPointLut.h>
 #include <tyx/TyxLutIO.h>
 
+#include "TyxLutTestData.h"
 #include "TyxRecordingHandler.h"
 
 #include <gtest/gtest.h>
@@ -9,33 +10,19 @@
 #include <cstring>
 #include <memory>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 namespace {
 
-using tyx::TyxBreakPoint;
-using tyx::TyxBreakPointLut;
-using tyx::TyxBuffer;
-using tyx::TyxBufferPtr;
-using tyx::TyxDataType;
-using tyx::TyxLutDesc;
-using tyx::TyxLutDescPtr;
-using tyx::TyxLutIO;
-using tyx::TyxNumericType;
-using tyx::TyxString;
-using tyx::test::HandlerScope;
+using namespace tyx;
+using N = TyxNumericType;
+using namespace test;
 
 std::unique_ptr<TyxLutDesc> readText(const TyxString &text, int *line = nullptr)
 {
     std::wistringstream stream(text);
     return std::unique_ptr<TyxLutDesc>(TyxLutIO::readCommon(stream, line));
-}
-
-template <class T>
-std::vector<T> entriesOf(const TyxLutDesc &lut)
-{
-    const T *p = static_cast<const T *>(lut.buffer()->data());
-    return std::vector<T>(p, p + lut.buffer()->size() / sizeof(T));
 }
 
 TyxString writeText(const TyxLutDesc &lut)
@@ -45,14 +32,6 @@ TyxString writeText(const TyxLutDesc &lut)
     return stream.str();
 }
 
-template <class T>
-TyxBufferPtr bufferOf(const std::vector<T> &values)
-{
-    TyxBufferPtr buffer(new TyxBuffer(values.size() * sizeof(T), true));
-    std::memcpy(buffer->data(), values.data(), values.size() * sizeof(T));
-    return buffer;
-}
-
 TEST(TyxLutIOTest, ZeroChannelsGiveEmptyDescriptor)
 {
     const auto lut = readText(L"{ type = l channels = 0 } 1 2 3");
@@ -60,70 +39,56 @@ TEST(TyxLutIOTest, ZeroChannelsGiveEmptyDescriptor)
     EXPECT_EQ(*lut, TyxLutDesc());
 }
 
-TEST(TyxLutIOTest, DenseTypeFromValuesOfTheLastBand)
+TEST(TyxLutIOTest, DenseTablesAsRead)
 {
-    const auto lut = readText(L"{ type = l channels = 1 length = 3 } 1 2 3 $");
-    ASSERT_TRUE(lut);
-    EXPECT_EQ(lut->dataType().code(), TyxNumericType::U8);
-    EXPECT_EQ(lut->numEntriesPerBand(), 3u);
-    EXPECT_FALSE(lut->reuseLutDataForAllBands());
-    EXPECT_EQ(entriesOf<uint8_t>(*lut), (std::vector<uint8_t>{1, 2, 3}));
-}
-
-TEST(TyxLutIOTest, ZeroOffsetsPadRows)
-{
-    const auto lut = readText(L"{ type = l channels = 2 length = 2 2 zeroOffset = 0 2 } 1 2 $ 3 4 $");
-    ASSERT_TRUE(lut);
-    EXPECT_EQ(lut->numEntriesPerBand(), 4u);
-    EXPECT_EQ(lut->minIndex(), 0);
-    EXPECT_EQ(entriesOf<uint8_t>(*lut), (std::vector<uint8_t>{1, 2, 2, 2, 3, 3, 3, 4}));
-
-    const auto negative = readText(L"{ type = l channels = 2 length = 1 1 zeroOffset = -1 +1 } 7 $ 9 $");
-    ASSERT_TRUE(negative);
-    EXPECT_EQ(negative->minIndex(), -1);
-    EXPECT_EQ(entriesOf<uint8_t>(*negative), (std::vector<uint8_t>{7, 7, 7, 9, 9, 9}));
-}
-
-TEST(TyxLutIOTest, KeywordsIgnoreCaseAndCommentsStandAnywhere)
-{
-    const auto lut =
-        readText(L"# a comment\n{ # here\n type = l # and here\n tables = 1\n length = 2 dataType = "
-                 L"i16 }\n-3 # between values\n 4 $ trailing tokens are not read");
-    ASSERT_TRUE(lut);
-    EXPECT_EQ(lut->dataType(), TyxDataType(TyxNumericType::I16));
-    EXPECT_EQ(entriesOf<int16_t>(*lut), (std::vector<int16_t>{-3, 4}));
-}
-
-TEST(TyxLutIOTest, DenseEntriesArePlainCastsWithoutRounding)
-{
-    const auto lut = readText(L"{ type = l channels = 1 length = 4 dataType = u8 } 1.9 -1 300 2.5e10 $");
-    ASSERT_TRUE(lut);
-    // Truncated through 32 bits and wrapped; a value beyond 32 bits becomes
-    // the most negative one, whose low byte is 0.
-    EXPECT_EQ(entriesOf<uint8_t>(*lut), (std::vector<uint8_t>{1, 255, 44, 0}));
-    const auto u32 = readText(L"{ type = l channels = 1 length = 2 dataType = U32 } 4294967295.7 -1 $");
-    ASSERT_TRUE(u32);
-    EXPECT_EQ(entriesOf<uint32_t>(*u32), (std::vector<uint32_t>{4294967295u, 4294967295u}));
-}
-
-TEST(TyxLutIOTest, DoubleTablesKeepTheirArgumentOrder)
-{
-    const auto lut =
-        readText(L"{ type = l channels = 2 length = 1 1 zeroOffset = 3 4 dataType = Double } 0.5 $ "
-                 L"1.5 $");
-    ASSERT_TRUE(lut);
-    EXPECT_EQ(lut->dataType(), TyxDataType(TyxNumericType::Double));
-    EXPECT_EQ(lut->numEntriesPerBand(), 3u); // the smallest zero offset
-    EXPECT_EQ(lut->minIndex(), 2);           // the number of channels
-    EXPECT_EQ(lut->numBands(), 1u);
-    EXPECT_EQ(entriesOf<double>(*lut), (std::vector<double>{0.5, 0.5, 1.5, 1.5}));
+    struct Expected {
+        TyxDataType type;
+        uint32_t perBand;
+        int64_t minIndex;
+        uint32_t bands;
+        std::vector<double> entries;
+    };
+    const std::pair<const wchar_t *, Expected> cases[] = {
+        // The type and its depth come from the values of the last band.
+        {L"{ type = l channels = 1 length = 3 } 1 2 3 $", {TyxDataType(N::U8, 2), 3, 0, 1, {1, 2, 3}}},
+        // Zero offsets pad the rows.
+        {L"{ type = l channels = 2 length = 2 2 zeroOffset = 0 2 } 1 2 $ 3 4 $",
+         {TyxDataType(N::U8, 2), 4, 0, 2, {1, 2, 2, 2, 3, 3, 3, 4}}},
+        {L"{ type = l channels = 2 length = 1 1 zeroOffset = -1 +1 } 7 $ 9 $",
+         {TyxDataType(N::U8, 4), 3, -1, 2, {7, 7, 7, 9, 9, 9}}},
+        // Keywords ignore case and comments stand anywhere.
+        {L"# a comment\n{ # here\n type = l # and here\n tables = 1\n length = 2 dataType = "
+         L"i16 }\n-3 # between values\n 4 $ trailing tokens are not read",
+         {TyxDataType(N::I16), 2, 0, 1, {-3, 4}}},
+        // Plain casts through 32 bits without rounding; a value beyond 32 bits
+        // becomes the most negative one, whose low byte is 0.
+        {L"{ type = l channels = 1 length = 4 dataType = u8 } 1.9 -1 300 2.5e10 $",
+         {TyxDataType(N::U8), 4, 0, 1, {1, 255, 44, 0}}},
+        {L"{ type = l channels = 1 length = 2 dataType = U32 } 4294967295.7 -1 $",
+         {TyxDataType(N::U32), 2, 0, 1, {4294967295.0, 4294967295.0}}},
+        // Double tables keep their argument order: the entries per band are the
+        // smallest zero offset, the first index the number of channels.
+        {L"{ type = l channels = 2 length = 1 1 zeroOffset = 3 4 dataType = Double } 0.5 $ 1.5 $",
+         {TyxDataType(N::Double), 3, 2, 1, {0.5, 0.5, 1.5, 1.5}}},
+    };
+    for (const auto &[text, e] : cases) {
+        SCOPED_TRACE(text);
+        const auto lut = readText(text);
+        ASSERT_TRUE(lut);
+        EXPECT_EQ(lut->dataType(), e.type);
+        EXPECT_EQ(lut->numEntriesPerBand(), e.perBand);
+        EXPECT_EQ(lut->minIndex(), e.minIndex);
+        EXPECT_EQ(lut->numBands(), e.bands);
+        EXPECT_FALSE(lut->reuseLutDataForAllBands());
+        EXPECT_EQ(entriesAsDoubles(*lut), e.entries);
+    }
 }
 
 TEST(TyxLutIOTest, BreakPointsBuildADenseTable)
 {
     const auto lut = readText(L"{ type = b  tables = 1  length = 3 }\n0 0\n128 64\n255 255\n$");
     ASSERT_TRUE(lut);
-    EXPECT_EQ(lut->dataType().code(), TyxNumericType::U8);
+    EXPECT_EQ(lut->dataType().code(), N::U8);
     EXPECT_EQ(lut->numEntriesPerBand(), 256u);
     EXPECT_TRUE(lut->reuseLutDataForAllBands());
     const auto entries = entriesOf<uint8_t>(*lut);
@@ -136,7 +101,7 @@ TEST(TyxLutIOTest, FloatBreakPointsSpanTheFloatRange)
 {
     const auto lut = readText(L"{ type = b tables = 1 length = 2 dataType = float } 0 0.0 255 1.0 $");
     ASSERT_TRUE(lut);
-    EXPECT_EQ(lut->dataType(), TyxDataType(TyxNumericType::Float));
+    EXPECT_EQ(lut->dataType(), TyxDataType(N::Float));
     EXPECT_EQ(lut->numEntriesPerBand(), 65536u);
     EXPECT_EQ(lut->minIndex(), -32768);
     const auto entries = entriesOf<float>(*lut);
@@ -151,7 +116,7 @@ TEST(TyxLutIOTest, FloatBreakPointsSpanTheFloatRange)
 
 TEST(TyxLutIOTest, WritesTheDenseForm)
 {
-    const TyxLutDesc lut(bufferOf<uint8_t>({0, 1, 2, 250}), TyxDataType(TyxNumericType::U8), 2, -1, 2, false);
+    const TyxLutDesc lut(bufferOf<uint8_t>({0, 1, 2, 250}), TyxDataType(N::U8), 2, -1, 2, false);
     EXPECT_EQ(writeText(lut), L"{\n    type= l\n    channels= 2\n    length= 2 2\n    zeroOffset= -1 -1\n"
                               L"    dataType = U8\n}\n0\n1\n$\n2\n250\n$\n");
     EXPECT_EQ(writeText(TyxLutDesc()), L"{\n    type= l\n    channels= 0\n}\n");
@@ -161,11 +126,11 @@ TEST(TyxLutIOTest, WritesFloatAndDoubleWithFullPrecisionAndRestoresIt)
 {
     std::wostringstream stream;
     stream.precision(3);
-    const TyxLutDesc floats(bufferOf<float>({0.1f}), TyxDataType(TyxNumericType::Float), 1, 0, 1, false);
+    const TyxLutDesc floats(bufferOf<float>({0.1f}), TyxDataType(N::Float), 1, 0, 1, false);
     ASSERT_TRUE(TyxLutIO::writeCommon(floats, stream));
     EXPECT_NE(stream.str().find(L"\n0.100000001\n$\n"), TyxString::npos);
     EXPECT_EQ(stream.precision(), 3);
-    const TyxLutDesc doubles(bufferOf<double>({0.1}), TyxDataType(TyxNumericType::Double), 1, 0, 1, false);
+    const TyxLutDesc doubles(bufferOf<double>({0.1}), TyxDataType(N::Double), 1, 0, 1, false);
     EXPECT_NE(writeText(doubles).find(L"\n0.10000000000000001\n$\n"), TyxString::npos);
 }
 
@@ -173,7 +138,7 @@ TEST(TyxLutIOTest, WriterRefusesUnservedTypesAfterTheHeader)
 {
     HandlerScope scope;
     std::wostringstream stream;
-    const TyxLutDesc lut(bufferOf<int64_t>({1}), TyxDataType(TyxNumericType::I64), 1, 0, 1, false);
+    const TyxLutDesc lut(bufferOf<int64_t>({1}), TyxDataType(N::I64), 1, 0, 1, false);
     EXPECT_FALSE(TyxLutIO::writeCommon(lut, stream));
     EXPECT_EQ(scope.onlyText(), L"Invalid data type.");
     EXPECT_EQ(stream.str(), L"{\n    type= l\n    channels= 1\n    length= 1\n    zeroOffset= 0\n"
@@ -184,11 +149,11 @@ TEST(TyxLutIOTest, WriterRefusesBufferShorterThanItsEntries)
 {
     HandlerScope scope;
     std::wostringstream stream;
-    const TyxLutDesc lut(bufferOf<uint8_t>({1, 2}), TyxDataType(TyxNumericType::U8), 2, 0, 2, false);
+    const TyxLutDesc lut(bufferOf<uint8_t>({1, 2}), TyxDataType(N::U8), 2, 0, 2, false);
     EXPECT_FALSE(TyxLutIO::writeCommon(lut, stream));
     EXPECT_EQ(scope.onlyText(), L"The LUT buffer holds fewer entries than the descriptor names.");
     // A shared band serves every band it names.
-    const TyxLutDesc shared(bufferOf<uint8_t>({1, 2}), TyxDataType(TyxNumericType::U8), 2, 0, 2, true);
+    const TyxLutDesc shared(bufferOf<uint8_t>({1, 2}), TyxDataType(N::U8), 2, 0, 2, true);
     EXPECT_EQ(writeText(shared).substr(writeText(shared).find(L"}\n")), L"}\n1\n2\n$\n1\n2\n$\n");
 }
 
@@ -196,9 +161,8 @@ TEST(TyxLutIOTest, WriterRefusesBufferShorterThanItsEntries)
 // that the file keeps exactly.
 TEST(TyxLutIOTest, RoundTripsThroughTheFile)
 {
-    const TyxNumericType::Code codes[] = {TyxNumericType::I8, TyxNumericType::U16, TyxNumericType::U32,
-                                          TyxNumericType::Float};
-    for (TyxNumericType::Code code : codes) {
+    const N::Code codes[] = {N::I8, N::U16, N::U32, N::Float};
+    for (N::Code code : codes) {
         const TyxDataType output(code);
         TyxBreakPointLut bpl(output);
         for (uint32_t band = 0; band < 3; ++band) {
@@ -206,7 +170,7 @@ TEST(TyxLutIOTest, RoundTripsThroughTheFile)
             bpl.add(TyxBreakPoint(70 + 10 * int(band), 33.3, band));
             bpl.add(TyxBreakPoint(255, 127.0, band));
         }
-        const TyxLutDescPtr &built = bpl.lut(TyxDataType(TyxNumericType::U8));
+        const TyxLutDescPtr &built = bpl.lut(TyxDataType(N::U8));
         ASSERT_TRUE(built) << code;
         // The reader marks every table as per band.
         const TyxLutDesc expected(built->buffer(), built->dataType(), built->numEntriesPerBand(),
@@ -278,15 +242,15 @@ TEST(TyxLutIOTest, MalformedFilesPostTheirMessageAtTheirLine)
         EXPECT_FALSE(readText(c.text, &line)) << c.text;
         EXPECT_EQ(scope.onlyText(), c.message) << c.text;
         EXPECT_EQ(line, c.line) << c.text;
-        for (const tyx::TyxTextMsg &m : scope.handler->messages)
-            EXPECT_EQ(m.type(), tyx::TyxTextMsg::Error);
+        for (const TyxTextMsg &m : scope.handler->messages)
+            EXPECT_EQ(m.type(), TyxTextMsg::Error);
     }
 }
 
 TEST(TyxLutIOTest, DefaultHandlerThrowsAndNothingLeaks)
 {
     std::wistringstream stream(L"{ type = l channels = 1 length = 2 } 1 $");
-    EXPECT_THROW(TyxLutIO::readCommon(stream), tyx::TyxTextMsg);
+    EXPECT_THROW(TyxLutIO::readCommon(stream), TyxTextMsg);
 }
 
 TEST(TyxLutIOTest, StreamIsLeftAtTheFailingToken)

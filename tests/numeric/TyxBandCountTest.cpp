@@ -20,17 +20,9 @@
 
 namespace {
 
-using tyx::TyxDataLayout;
-using tyx::TyxDataType;
-using tyx::TyxHistogram;
-using tyx::TyxImageROI;
-using tyx::TyxImageSize;
-using tyx::TyxImageTile;
-using tyx::TyxImageTileDesc;
-using tyx::TyxStatistics;
-using tyx::TyxTextMsg;
+using namespace tyx;
 using L = TyxDataLayout;
-using N = tyx::TyxNumericType;
+using N = TyxNumericType;
 
 const L kLayouts[] = {L::PixelInterleaved, L::BandInterleaved, L::LineInterleaved, L::BlockInterleaved};
 
@@ -71,68 +63,41 @@ class TyxBandCountTest : public testing::Test {
 using RealTypes = testing::Types<int8_t, uint16_t, int32_t, uint64_t, float, double>;
 TYPED_TEST_SUITE(TyxBandCountTest, RealTypes);
 
-TYPED_TEST(TyxBandCountTest, StatisticsOfEachBandInEachLayout)
+TYPED_TEST(TyxBandCountTest, EachBandInEachLayout)
 {
     for (const L layout : kLayouts) {
         const TyxImageTile tile = filledTile<TypeParam>(layout);
         for (unsigned b = 0; b < kBands; ++b) {
+            SCOPED_TRACE(testing::Message() << layout.toString() << " band " << b);
             double sum = 0, squares = 0, lo = 1e300, hi = -1e300;
+            std::map<int, uint64_t> counts;
             const std::vector<double> values = bandValues<TypeParam>(tile, b);
             for (const double v : values) {
                 sum += v;
                 squares += v * v;
                 lo = std::min(lo, v);
                 hi = std::max(hi, v);
+                ++counts[static_cast<int>(v)];
             }
             TyxStatistics stats;
             TyxTextMsg msg;
-            ASSERT_EQ(stats.fill(tile, b, &msg), 0) << layout.toString();
+            ASSERT_EQ(stats.fill(tile, b, &msg), 0);
             EXPECT_TRUE(msg.empty());
-            EXPECT_EQ(stats, TyxStatistics(values.size(), lo, hi, sum, squares)) << layout.toString() << b;
-        }
-    }
-}
+            EXPECT_EQ(stats, TyxStatistics(values.size(), lo, hi, sum, squares));
 
-TYPED_TEST(TyxBandCountTest, HistogramOfEachBandInEachLayout)
-{
-    for (const L layout : kLayouts) {
-        const TyxImageTile tile = filledTile<TypeParam>(layout);
-        for (unsigned b = 0; b < kBands; ++b) {
-            std::map<int, uint64_t> expected;
-            for (const double v : bandValues<TypeParam>(tile, b))
-                ++expected[static_cast<int>(v)];
             TyxHistogram histogram;
-            TyxTextMsg msg;
             if constexpr (std::is_integral_v<TypeParam>) {
-                ASSERT_EQ(histogram.fill(tile, b, &msg), 0) << layout.toString();
+                ASSERT_EQ(histogram.fill(tile, b, &msg), 0);
             } else {
                 // Bins of width 1 from 0: the bin index is the value.
-                ASSERT_EQ(histogram.fill(tile, b, 1.0, 0.0, 60.0, &msg), 0) << layout.toString();
+                ASSERT_EQ(histogram.fill(tile, b, 1.0, 0.0, 60.0, &msg), 0);
             }
             EXPECT_TRUE(msg.empty());
             EXPECT_EQ(histogram.numSamples(), uint64_t(kWidth * kHeight));
-            for (const auto &[value, count] : expected)
-                EXPECT_EQ(histogram.histogram()[value - histogram.minDataTypeValue()], count)
-                    << layout.toString() << " band " << b << " value " << value;
+            for (const auto &[value, count] : counts)
+                EXPECT_EQ(histogram.histogram()[value - histogram.minDataTypeValue()], count) << value;
         }
     }
-}
-
-TEST(TyxBandCountTest, BinsOfABandTakeTheRangeEdges)
-{
-    TyxImageTile tile(
-        TyxImageTileDesc(TyxImageROI(TyxImageSize(4, 1, 2)), L::PixelInterleaved, TyxDataType(N::Double)));
-    const double values[4] = {0.0, 0.5, 1.0, std::numeric_limits<double>::quiet_NaN()};
-    for (unsigned x = 0; x < 4; ++x) {
-        *tile.ptrAt<double>(x, 0, 0) = 99.0;
-        *tile.ptrAt<double>(x, 0, 1) = values[x];
-    }
-    TyxHistogram histogram;
-    ASSERT_EQ(histogram.fill(tile, 1, 0.5, 0.0, 1.0), 0);
-    ASSERT_EQ(histogram.numBins(), 2);
-    // 0 in the first bin, 0.5 and the maximum 1.0 in the last; NaN nowhere.
-    EXPECT_EQ(histogram.histogram()[0], 1u);
-    EXPECT_EQ(histogram.histogram()[1], 2u);
 }
 
 TEST(TyxBandCountTest, BadTilesAndBandsGiveMessages)

@@ -16,16 +16,7 @@
 
 namespace {
 
-using tyx::TyxCoord3D;
-using tyx::TyxMetaProperties;
-using tyx::TyxMetaProperty;
-using tyx::TyxMetaType;
-using tyx::TyxPoint;
-using tyx::TyxPointAttributeVal;
-using tyx::TyxPointTable;
-using tyx::TyxROIRect;
-using tyx::TyxString;
-using tyx::TyxVariant;
+using namespace tyx;
 using Indices = std::vector<uint64_t>;
 
 const double kNaN = std::numeric_limits<double>::quiet_NaN();

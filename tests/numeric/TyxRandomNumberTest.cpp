@@ -6,12 +6,12 @@
 #include <climits>
 #include <cmath>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace {
 
-using tyx::TyxRandomDist;
-using tyx::TyxRandomNumber;
+using namespace tyx;
 
 // The same generator in 64-bit integers: seed * 16807 % (2^31 - 1) directly,
 // without Schrage's factorisation, as an independent check of the class.
@@ -85,17 +85,19 @@ TEST(TyxRandomNumberTest, MatchesTheIntegerReference)
     }
 }
 
-TEST(TyxRandomNumberTest, SeedsAndSigns)
+TEST(TyxRandomNumberTest, SeedsGivingTheSameStream)
 {
-    TyxRandomNumber five(5);
-    EXPECT_EQ(five.seed(), -5);
-    TyxRandomNumber minusFive(-5);
-    EXPECT_EQ(draws(five, 50), draws(minusFive, 50));
-
-    TyxRandomNumber zero(0), one(1);
-    EXPECT_EQ(zero.seed(), -1);
-    const std::vector<double> ofOne = draws(one, 50);
-    EXPECT_EQ(draws(zero, 50), ofOne);
+    // The sign does not count and 0 stands for 1. 2^31 - 1 is the modulus and
+    // -2^31 has no positive counterpart: both give the stream of seed 1
+    // instead of sticking at the state 0.
+    const std::pair<int, int> same[] = {{5, -5}, {0, 1}, {INT_MAX, 1}, {-INT_MAX, 1}, {INT_MIN, 1}};
+    for (const auto &[seed, other] : same) {
+        SCOPED_TRACE(seed);
+        TyxRandomNumber random(seed), reference(other);
+        EXPECT_EQ(draws(random, 40), draws(reference, 40));
+    }
+    EXPECT_EQ(TyxRandomNumber(5).seed(), -5);
+    EXPECT_EQ(TyxRandomNumber(0).seed(), -1);
 
     // Re-initialising restarts the stream; the state turns positive on use.
     TyxRandomNumber again(77);
@@ -104,23 +106,8 @@ TEST(TyxRandomNumberTest, SeedsAndSigns)
     again.initialize(77);
     EXPECT_EQ(again.seed(), -77);
     EXPECT_EQ(draws(again, 20), first);
-}
 
-TEST(TyxRandomNumberTest, SeedsAtTheEdgesOfTheRange)
-{
-    // 2^31 - 1 is the modulus and -2^31 has no positive counterpart: both
-    // give the stream of seed 1 instead of sticking at the state 0.
-    TyxRandomNumber one(1);
-    const std::vector<double> ofOne = draws(one, 40);
-    for (int seed : {INT_MAX, -INT_MAX, INT_MIN}) {
-        SCOPED_TRACE(seed);
-        TyxRandomNumber random(seed);
-        EXPECT_EQ(draws(random, 40), ofOne);
-    }
-}
-
-TEST(TyxRandomDistTest, SharesTheUniformStream)
-{
+    // The distributions share the uniform stream.
     TyxRandomDist dist(5);
     TyxRandomNumber plain(5);
     EXPECT_EQ(draws(dist, 30), draws(plain, 30));

@@ -13,13 +13,8 @@
 
 namespace {
 
-using tyx::TyxBuffer;
-using tyx::TyxBufferPtr;
-using tyx::TyxDataType;
-using tyx::TyxEqnTile;
-using tyx::TyxStatistics;
-using tyx::TyxTextMsg;
-using N = tyx::TyxNumericType;
+using namespace tyx;
+using N = TyxNumericType;
 
 TEST(TyxStatisticsTest, KnownSets)
 {

@@ -1,0 +1,43 @@
+// Table buffers from value lists and table entries as values, for the lut tests.
+#pragma once
+
+#include <tyx/TyxBuffer.h>
+#include <tyx/TyxLutDesc.h>
+
+#include <cstdint>
+#include <cstring>
+#include <vector>
+
+namespace tyx::test {
+
+template <class T>
+TyxBufferPtr bufferOf(const std::vector<T> &values)
+{
+    TyxBufferPtr buffer(new TyxBuffer(values.size() * sizeof(T), true));
+    std::memcpy(buffer->data(), values.data(), values.size() * sizeof(T));
+    return buffer;
+}
+
+/// Every entry the buffer of \p lut holds.
+template <class T>
+std::vector<T> entriesOf(const TyxLutDesc &lut)
+{
+    const T *p = static_cast<const T *>(lut.buffer()->data());
+    return std::vector<T>(p, p + lut.buffer()->size() / sizeof(T));
+}
+
+/// The entries of a table of the types the tests build, as doubles.
+inline std::vector<double> entriesAsDoubles(const TyxLutDesc &lut)
+{
+    const auto widen = [](const auto &values) { return std::vector<double>(values.begin(), values.end()); };
+    switch (lut.dataType().code()) {
+    case TyxNumericType::U8: return widen(entriesOf<uint8_t>(lut));
+    case TyxNumericType::I8: return widen(entriesOf<int8_t>(lut));
+    case TyxNumericType::I16: return widen(entriesOf<int16_t>(lut));
+    case TyxNumericType::U32: return widen(entriesOf<uint32_t>(lut));
+    case TyxNumericType::Float: return widen(entriesOf<float>(lut));
+    default: return entriesOf<double>(lut);
+    }
+}
+
+} // namespace tyx::test
