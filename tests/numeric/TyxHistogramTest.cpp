@@ -143,46 +143,6 @@ TEST(TyxHistogramTest, CopiesShareAndClearDrops)
     EXPECT_EQ(b.histogram()[0], 3u); // the copy keeps the counts alive
 }
 
-template <class T>
-class TyxHistogramFillTest : public testing::Test {
-};
-using IntegerTypes = testing::Types<int8_t, uint16_t, int32_t, uint64_t>;
-TYPED_TEST_SUITE(TyxHistogramFillTest, IntegerTypes);
-
-TYPED_TEST(TyxHistogramFillTest, CountsByValue)
-{
-    // 1003 samples: the partial tables and the remainder all take part.
-    std::vector<TypeParam> values;
-    for (int i = 0; i < 1003; ++i)
-        values.push_back(static_cast<TypeParam>(i % 7 == 0 ? 5 : 1 + i % 3));
-    TyxHistogram h;
-    TyxTextMsg msg;
-    ASSERT_EQ(h.fill(TyxEqnTile::wrap(std::span<TypeParam>(values)), &msg), 0);
-    EXPECT_TRUE(msg.empty());
-    EXPECT_EQ(h.numSamples(), 1003u);
-    EXPECT_EQ(h.min(), 1.0);
-    EXPECT_EQ(h.max(), 5.0);
-
-    std::vector<uint64_t> expected(6, 0);
-    for (TypeParam v : values)
-        ++expected[static_cast<size_t>(v)];
-    const int zero = -h.minDataTypeValue();
-    for (int v = 1; v <= 5; ++v)
-        EXPECT_EQ(h.histogram()[zero + v], expected[static_cast<size_t>(v)]) << v;
-
-    if constexpr (sizeof(TypeParam) <= 2) {
-        EXPECT_EQ(h.minDataTypeValue(), static_cast<int>(std::numeric_limits<TypeParam>::min()));
-        EXPECT_EQ(h.maxDataTypeValue(), static_cast<int>(std::numeric_limits<TypeParam>::max()));
-    } else {
-        EXPECT_EQ(h.minDataTypeValue(), 1);
-        EXPECT_EQ(h.maxDataTypeValue(), 5);
-    }
-
-    TyxStatistics direct;
-    ASSERT_EQ(direct.fill(TyxEqnTile::wrap(std::span<TypeParam>(values))), 0);
-    EXPECT_EQ(static_cast<const TyxStatistics &>(h), direct);
-}
-
 TEST(TyxHistogramTest, FillRefusesWideIntegerRanges)
 {
     std::vector<int32_t> wide = {0, 1 << 25};

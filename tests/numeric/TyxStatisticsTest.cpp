@@ -1,19 +1,22 @@
 #include <tyx/TyxEqnTile.h>
+#include <tyx/TyxHistogram.h>
+#include <tyx/TyxImageTile.h>
 #include <tyx/TyxStatistics.h>
 #include <tyx/TyxTextMsg.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <complex>
 #include <cstdint>
 #include <limits>
-#include <sstream>
+#include <map>
+#include <type_traits>
 #include <vector>
 
 namespace {
 
 using namespace tyx;
+using L = TyxDataLayout;
 using N = TyxNumericType;
 
 TEST(TyxStatisticsTest, KnownSets)
@@ -77,37 +80,6 @@ TEST(TyxStatisticsTest, Merge)
     EXPECT_EQ(empty, low);
 }
 
-TEST(TyxStatisticsTest, StreamsRefuse)
-{
-    const TyxStatistics stats(4, 1.0, 4.0, 10.0, 30.0);
-    std::ostringstream out;
-    out << stats;
-    EXPECT_TRUE(out.fail());
-    std::wistringstream in(L"4 1 4 10 30");
-    TyxStatistics read;
-    in >> read;
-    EXPECT_TRUE(in.fail());
-}
-
-template <class T>
-class TyxStatisticsFillTest : public testing::Test {
-};
-using RealTypes = testing::Types<int8_t, uint16_t, int32_t, uint64_t, float, double>;
-TYPED_TEST_SUITE(TyxStatisticsFillTest, RealTypes);
-
-TYPED_TEST(TyxStatisticsFillTest, CountsEverySample)
-{
-    // Seven samples, so that the four-lane sums have a remainder.
-    std::vector<TypeParam> values = {4, 1, 3, 2, 4, 100, 1};
-    const TyxEqnTile tile = TyxEqnTile::wrap(std::span<TypeParam>(values));
-    TyxStatistics stats;
-    TyxTextMsg msg;
-    EXPECT_EQ(stats.fill(tile, &msg), 0);
-    EXPECT_TRUE(msg.empty());
-    EXPECT_EQ(stats, TyxStatistics(7, 1.0, 100.0, 115.0, 10047.0));
-    EXPECT_EQ(stats.mean(), 115.0 / 7.0);
-}
-
 TEST(TyxStatisticsTest, FillSumsSmallIntegersExactly)
 {
     // With 16-bit samples the sums are exact, and the variance of four
@@ -164,6 +136,151 @@ TEST(TyxStatisticsTest, FillRefusesTilesItCannotRead)
         EXPECT_EQ(msg.text(), c.text);
         EXPECT_TRUE(stats.isEmpty());
     }
+}
+
+const L kLayouts[] = {L::PixelInterleaved, L::BandInterleaved, L::LineInterleaved, L::BlockInterleaved};
+
+constexpr unsigned kWidth = 7;
+constexpr unsigned kHeight = 3;
+constexpr unsigned kBands = 3;
+
+/// A 7 x 3 tile of three bands whose sample at (x, y, b) is
+/// (x * y + 3 * b) % 11, plus 40 in band 0, so that each band has its own
+/// values and repeats some of them.
+template <class T>
+TyxImageTile filledTile(L layout)
+{
+    TyxImageTile tile(TyxImageTileDesc(TyxImageROI(TyxImageSize(kWidth, kHeight, kBands)), layout,
+                                       TyxDataType(N::codeOf<T>())));
+    EXPECT_EQ(tile.allocate(), 0);
+    for (unsigned b = 0; b < kBands; ++b)
+        for (unsigned y = 0; y < kHeight; ++y)
+            for (unsigned x = 0; x < kWidth; ++x)
+                *tile.ptrAt<T>(x, y, b) = static_cast<T>((x * y + 3 * b) % 11 + (b == 0 ? 40 : 0));
+    return tile;
+}
+
+/// The samples of band \p b, read one at a time.
+template <class T>
+std::vector<double> bandValues(const TyxImageTile &tile, unsigned b)
+{
+    std::vector<double> values;
+    for (unsigned y = 0; y < tile.height(); ++y)
+        for (unsigned x = 0; x < tile.width(); ++x)
+            values.push_back(static_cast<double>(*tile.ptrAt<T>(x, y, b)));
+    return values;
+}
+
+template <class T>
+class TyxBandCountTest : public testing::Test {
+};
+using RealTypes = testing::Types<int8_t, uint16_t, int32_t, uint64_t, float, double>;
+TYPED_TEST_SUITE(TyxBandCountTest, RealTypes);
+
+TYPED_TEST(TyxBandCountTest, EachBandInEachLayout)
+{
+    for (const L layout : kLayouts) {
+        const TyxImageTile tile = filledTile<TypeParam>(layout);
+        for (unsigned b = 0; b < kBands; ++b) {
+            SCOPED_TRACE(testing::Message() << layout.toString() << " band " << b);
+            double sum = 0, squares = 0, lo = 1e300, hi = -1e300;
+            std::map<int, uint64_t> counts;
+            const std::vector<double> values = bandValues<TypeParam>(tile, b);
+            for (const double v : values) {
+                sum += v;
+                squares += v * v;
+                lo = std::min(lo, v);
+                hi = std::max(hi, v);
+                ++counts[static_cast<int>(v)];
+            }
+            TyxStatistics stats;
+            TyxTextMsg msg;
+            ASSERT_EQ(stats.fill(tile, b, &msg), 0);
+            EXPECT_TRUE(msg.empty());
+            EXPECT_EQ(stats, TyxStatistics(values.size(), lo, hi, sum, squares));
+
+            TyxHistogram histogram;
+            if constexpr (std::is_integral_v<TypeParam>) {
+                ASSERT_EQ(histogram.fill(tile, b, &msg), 0);
+                // Bins span the type up to 16 bits, the samples' own range beyond.
+                if constexpr (sizeof(TypeParam) <= 2) {
+                    EXPECT_EQ(histogram.minDataTypeValue(), int(std::numeric_limits<TypeParam>::min()));
+                    EXPECT_EQ(histogram.maxDataTypeValue(), int(std::numeric_limits<TypeParam>::max()));
+                } else {
+                    EXPECT_EQ(histogram.minDataTypeValue(), lo);
+                    EXPECT_EQ(histogram.maxDataTypeValue(), hi);
+                }
+            } else {
+                // Bins of width 1 from 0: the bin index is the value.
+                ASSERT_EQ(histogram.fill(tile, b, 1.0, 0.0, 60.0, &msg), 0);
+            }
+            EXPECT_TRUE(msg.empty());
+            EXPECT_EQ(static_cast<const TyxStatistics &>(histogram), stats);
+            for (const auto &[value, count] : counts)
+                EXPECT_EQ(histogram.histogram()[value - histogram.minDataTypeValue()], count) << value;
+        }
+    }
+}
+
+TEST(TyxBandCountTest, BadTilesAndBandsGiveMessages)
+{
+    const TyxImageTile u8 = filledTile<uint8_t>(L::PixelInterleaved);
+    const TyxImageTile unallocated(
+        TyxImageTileDesc(TyxImageROI(TyxImageSize(2, 2, 1)), L::PixelInterleaved, TyxDataType(N::U8)));
+    TyxImageTile complex(TyxImageTileDesc(TyxImageROI(TyxImageSize(2, 2, 1)), L::PixelInterleaved,
+                                          TyxDataType(N::ComplexFloat)));
+    complex.allocate();
+    const TyxImageTile floats = filledTile<float>(L::BandInterleaved);
+
+    struct Case {
+        const TyxImageTile *tile;
+        unsigned band;
+        const wchar_t *text;
+    };
+    const Case cases[] = {
+        {&u8, 3, L"The tile has 3 bands; band 3 does not exist."},
+        {&unallocated, 0, L"The tile's buffer is too small for its samples."},
+        {&complex, 0, L"The tile's samples are not real numbers (ComplexFloat)."},
+        {&floats, 0, L"Samples of type Float are counted through a bin width and a range."},
+        {nullptr, 0, L"The tile holds no samples."},
+    };
+    const TyxImageTile none;
+    for (const Case &c : cases) {
+        const TyxImageTile &tile = c.tile ? *c.tile : none;
+        TyxHistogram histogram;
+        ASSERT_EQ(histogram.fill(filledTile<uint8_t>(L::PixelInterleaved), 0), 0);
+        TyxTextMsg msg;
+        EXPECT_EQ(histogram.fill(tile, c.band, &msg), 1);
+        EXPECT_EQ(msg.text(), c.text);
+        EXPECT_TRUE(histogram.empty());
+        if (c.tile != &floats) {
+            TyxStatistics stats(1, 1, 1, 1, 1);
+            TyxTextMsg statsMsg;
+            EXPECT_EQ(stats.fill(tile, c.band, &statsMsg), 1);
+            EXPECT_EQ(statsMsg.text(), c.text);
+            EXPECT_TRUE(stats.empty());
+        }
+    }
+
+    TyxHistogram histogram;
+    TyxTextMsg msg;
+    EXPECT_EQ(histogram.fill(floats, 5, 1.0, 0.0, 1.0, &msg), 1);
+    EXPECT_EQ(msg.text(), L"The tile has 3 bands; band 5 does not exist.");
+    EXPECT_TRUE(histogram.empty());
+}
+
+TEST(TyxBandCountTest, ABandOfOnlyNaNHasNoStatistics)
+{
+    TyxImageTile tile(
+        TyxImageTileDesc(TyxImageROI(TyxImageSize(3, 2, 1)), L::BandInterleaved, TyxDataType(N::Float)));
+    for (unsigned y = 0; y < 2; ++y)
+        for (unsigned x = 0; x < 3; ++x)
+            *tile.ptrAt<float>(x, y, 0) = std::nanf("");
+    TyxStatistics stats;
+    TyxTextMsg msg;
+    EXPECT_EQ(stats.fill(tile, 0, &msg), 1);
+    EXPECT_EQ(msg.text(), L"The band holds no samples that are numbers.");
+    EXPECT_TRUE(stats.empty());
 }
 
 } // namespace
