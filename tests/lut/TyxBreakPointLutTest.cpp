@@ -153,64 +153,40 @@ TEST(TyxBreakPointLutTest, GetSortsOneBandOrGivesTypeRange)
     EXPECT_EQ(result, (std::vector<TyxBreakPoint>{{2, 1.0, 1}, {9, 1.0, 1}}));
 }
 
-struct FailureCase {
-    const char *name;
-    std::vector<TyxBreakPoint> points;
-    TyxDataType input;
-    TyxDataType output;
-    const wchar_t *message;
-};
-
 TEST(TyxBreakPointLutTest, FailuresPostTheirMessageAndGiveNull)
 {
-    const std::vector<FailureCase> cases = {
-        {"invalid input", {}, TyxDataType(), U8, L"Input data type ((,0)) is not valid."},
-        {"invalid output", {}, U8, TyxDataType(), L"Output data type ((,0)) is not valid."},
-        {"input below",
-         {{-1, 0.0, 0}, {255, 0.0, 0}},
-         U8,
-         U8,
+    const struct {
+        std::vector<TyxBreakPoint> points;
+        const wchar_t *message;
+        TyxDataType input = U8, output = U8;
+    } cases[] = {
+        {{}, L"Input data type ((,0)) is not valid.", TyxDataType()},
+        {{}, L"Output data type ((,0)) is not valid.", U8, TyxDataType()},
+        {{{-1, 0.0, 0}, {255, 0.0, 0}},
          L"Minimum input value (-1) for all bands is smaller than minimum (0) for bit depth."},
-        {"input above",
-         {{0, 0.0, 0}, {300, 0.0, 0}},
-         U8,
-         U8,
+        {{{0, 0.0, 0}, {300, 0.0, 0}},
          L"Maximum input value (300) for all bands is larger than maximum (255) for bit depth."},
-        {"output below",
-         {{0, -0.5, 0}, {255, 0.0, 0}},
-         U8,
-         U8,
+        {{{0, -0.5, 0}, {255, 0.0, 0}},
          L"Minimum output value (-0.5) for all bands is smaller than minimum (0) for bit depth."},
-        {"output above",
-         {{0, 0.0, 0}, {255, 40000.0, 0}},
+        {{{0, 0.0, 0}, {255, 40000.0, 0}},
+         L"Maximum output value (40000) for all bands is larger than maximum (32767) for bit depth.",
          U8,
-         FloatType,
-         L"Maximum output value (40000) for all bands is larger than maximum (32767) for bit depth."},
-        {"band gap",
-         {{0, 0.0, 0}, {255, 0.0, 0}, {0, 0.0, 2}, {255, 0.0, 2}},
-         U8,
-         U8,
+         FloatType},
+        {{{0, 0.0, 0}, {255, 0.0, 0}, {0, 0.0, 2}, {255, 0.0, 2}},
          L"Band 1 does not have at least two break points."},
-        {"band not from zero",
-         {{0, 0.0, 1}, {255, 0.0, 1}},
-         U8,
-         U8,
-         L"Band numbers must start at zero and cannot be negative."},
-        {"NaN output",
-         {{0, std::nan(""), 0}, {255, 1.0, 0}},
-         U8,
-         U8,
+        {{{0, 0.0, 1}, {255, 0.0, 1}}, L"Band numbers must start at zero and cannot be negative."},
+        {{{0, std::nan(""), 0}, {255, 1.0, 0}},
          L"Minimum output value (nan) for all bands is smaller than minimum (0) for bit depth."},
-        {"I64 output", {}, U8, TyxDataType(N::I64), L"Invalid data type"},
-        {"U32 input", {}, TyxDataType(N::U32), U8, L"Could not allocate 4294967296 for LUT data."},
+        {{}, L"Invalid data type", U8, TyxDataType(N::I64)},
+        {{}, L"Could not allocate 4294967296 for LUT data.", TyxDataType(N::U32)},
     };
-    for (const FailureCase &c : cases) {
+    for (const auto &c : cases) {
         HandlerScope scope;
         TyxBreakPointLut bpl(c.output);
         for (const TyxBreakPoint &p : c.points)
             bpl.add(p);
-        EXPECT_FALSE(bpl.lut(c.input)) << c.name;
-        EXPECT_EQ(scope.onlyText(), c.message) << c.name;
+        EXPECT_FALSE(bpl.lut(c.input)) << c.message;
+        EXPECT_EQ(scope.onlyText(), c.message);
     }
 }
 

@@ -1,4 +1,3 @@
-#include <tyx/TyxBreakPointLut.h>
 #include <tyx/TyxEqnTile.h>
 #include <tyx/TyxImageTile.h>
 #include <tyx/TyxLutDesc.h>
@@ -11,7 +10,6 @@
 #include <cstring>
 #include <limits>
 #include <span>
-#include <sstream>
 #include <vector>
 
 namespace {
@@ -66,22 +64,6 @@ TEST(TyxLutDescTest, EqualityLooksAtEveryField)
     EXPECT_NE(base, TyxLutDesc(nullptr, u8, 2, 0, 1, false));
 }
 
-TEST(TyxLutDescTest, StreamOperatorsOnlySetFailbit)
-{
-    TyxLutDesc lut;
-    std::wostringstream wos;
-    wos << lut;
-    EXPECT_TRUE(wos.fail());
-    EXPECT_TRUE(wos.str().empty());
-    std::wistringstream wis(L"{ type = l }");
-    wis >> lut;
-    EXPECT_TRUE(wis.fail());
-    std::istringstream is("x");
-    is >> lut;
-    EXPECT_TRUE(is.fail());
-    EXPECT_EQ(is.tellg(), -1);
-}
-
 TEST(TyxLutDescTest, ApplyClampsBelowAndAboveTheTable)
 {
     // Entries for the inputs 10, 11, 12.
@@ -126,32 +108,6 @@ TEST(TyxLutDescTest, ApplyRefusesWhatItCannotServe)
     const TyxLutDesc complex(bufferOf<double>({1, 2, 3, 4}), TyxDataType(N::ComplexFloat), 2, 0, 1, true);
     EXPECT_TRUE(complex.apply(tileOf<uint8_t>(N::U8, {1})).empty());
     EXPECT_TRUE(TyxLutDesc().apply(tileOf<uint8_t>(N::U8, {1})).empty());
-}
-
-// A table built from break points maps every value of a small range as a
-// hand loop does, for a signed and an unsigned input type.
-template <class T>
-class TyxLutDescApplyTest : public ::testing::Test {
-};
-using InputTypes = ::testing::Types<int8_t, uint16_t>;
-TYPED_TEST_SUITE(TyxLutDescApplyTest, InputTypes);
-
-TYPED_TEST(TyxLutDescApplyTest, BuiltTableMapsLikeHandLoop)
-{
-    const TyxDataType input(N::codeOf<TypeParam>());
-    TyxBreakPointLut bpl(TyxDataType(N::U16));
-    bpl.add(TyxBreakPoint(int32_t(input.logicalMinValue()), 0.0, 0));
-    bpl.add(TyxBreakPoint(int32_t(input.logicalMaxValue()), 1000.0, 0));
-    const TyxLutDescPtr &lut = bpl.lut(input);
-    ASSERT_TRUE(lut);
-    std::vector<TypeParam> samples;
-    for (int v = -128; v < 128; ++v)
-        samples.push_back(TypeParam(v));
-    const auto result = valuesOf<uint16_t>(lut->apply(tileOf<TypeParam>(input.code(), samples)));
-    const auto *table = static_cast<const uint16_t *>(lut->buffer()->data());
-    ASSERT_EQ(result.size(), samples.size());
-    for (size_t i = 0; i < samples.size(); ++i)
-        ASSERT_EQ(result[i], table[int64_t(samples[i]) - lut->minIndex()]) << i;
 }
 
 // An image tile goes band by band through the band's own table, in any layout.
