@@ -22,17 +22,22 @@ const TyxDataType I16(N::I16);
 const TyxDataType U16(N::U16);
 const TyxDataType FloatType(N::Float);
 
-TEST(TyxBreakPointLutTest, NoPointsGiveIdentityInOneReusedBand)
+TEST(TyxBreakPointLutTest, NoPointsGiveIdentityInOneReusedBandOverTheInputRange)
 {
     TyxBreakPointLut bpl(U8);
     const TyxLutDescPtr &lut = bpl.lut(U8);
     ASSERT_TRUE(lut);
     EXPECT_EQ(lut->numBands(), 1u);
-    EXPECT_EQ(lut->numEntriesPerBand(), 256u);
     EXPECT_TRUE(lut->reuseLutDataForAllBands());
+    EXPECT_EQ(lut->numEntriesPerBand(), 256u);
     const auto values = entriesOf<uint8_t>(*lut);
     for (int v = 0; v < 256; ++v)
         ASSERT_EQ(values[v], v);
+    int64_t lo = 0, hi = 0;
+    bpl.lut(TyxDataType(N::U16, 12))->indexRange(lo, hi);
+    EXPECT_EQ(lo, 0);
+    EXPECT_EQ(hi, 4095);
+    EXPECT_EQ(bpl.lut(I8)->minIndex(), -128);
 }
 
 TEST(TyxBreakPointLutTest, InterpolationRoundingAndLimits)
@@ -69,19 +74,6 @@ TEST(TyxBreakPointLutTest, InterpolationRoundingAndLimits)
         for (const auto &[index, value] : c.expected)
             EXPECT_EQ(entriesAsDoubles(*lut).at(index), value) << index;
     }
-}
-
-TEST(TyxBreakPointLutTest, InputTypesSetRangeOfTable)
-{
-    TyxBreakPointLut bpl(U8);
-    const TyxDataType u12(N::U16, 12);
-    const TyxLutDescPtr lut12 = bpl.lut(u12);
-    ASSERT_TRUE(lut12);
-    int64_t lo = 0, hi = 0;
-    lut12->indexRange(lo, hi);
-    EXPECT_EQ(lo, 0);
-    EXPECT_EQ(hi, 4095);
-    EXPECT_EQ(bpl.lut(I8)->minIndex(), -128);
 }
 
 TEST(TyxBreakPointLutTest, SeveralBandsEachGetTheirOwnEntries)
