@@ -84,11 +84,6 @@ TEST(TyxRandomNumberTest, SeedsGivingTheSameStream)
     again.initialize(77);
     EXPECT_EQ(again.seed(), -77);
     EXPECT_EQ(draws(again, 20), first);
-
-    // The distributions share the uniform stream.
-    TyxRandomDist dist(5);
-    TyxRandomNumber plain(5);
-    EXPECT_EQ(draws(dist, 30), draws(plain, 30));
 }
 
 TEST(TyxRandomDistTest, NormalPairsAndTheSpare)
