@@ -22,9 +22,12 @@ const TyxDataType I16(N::I16);
 const TyxDataType U16(N::U16);
 const TyxDataType FloatType(N::Float);
 
-TEST(TyxBreakPointLutTest, NoPointsGiveIdentityInOneReusedBandOverTheInputRange)
+TEST(TyxBreakPointLutTest, NoPointsSpanTheInputRangeInOneReusedBand)
 {
     TyxBreakPointLut bpl(U8);
+    std::vector<TyxBreakPoint> result = {TyxBreakPoint(1, 1.0, 1)};
+    bpl.get(result, 0); // no input type yet
+    EXPECT_TRUE(result.empty());
     const TyxLutDescPtr &lut = bpl.lut(U8);
     ASSERT_TRUE(lut);
     EXPECT_EQ(lut->numBands(), 1u);
@@ -38,6 +41,11 @@ TEST(TyxBreakPointLutTest, NoPointsGiveIdentityInOneReusedBandOverTheInputRange)
     EXPECT_EQ(lo, 0);
     EXPECT_EQ(hi, 4095);
     EXPECT_EQ(bpl.lut(I8)->minIndex(), -128);
+    // The points it stands for span the input type onto the output type.
+    bpl.get(result, 2);
+    EXPECT_EQ(result, (std::vector<TyxBreakPoint>{{-128, 0.0, 2}, {127, 255.0, 2}}));
+    EXPECT_EQ(bpl.lut(FloatType)->minIndex(), -32768);
+    EXPECT_EQ(bpl.lut(FloatType)->numEntriesPerBand(), 65536u);
 }
 
 TEST(TyxBreakPointLutTest, InterpolationRoundingAndLimits)
@@ -79,10 +87,13 @@ TEST(TyxBreakPointLutTest, InterpolationRoundingAndLimits)
 TEST(TyxBreakPointLutTest, SeveralBandsEachGetTheirOwnEntries)
 {
     TyxBreakPointLut bpl(U8);
-    bpl.add(TyxBreakPoint(0, 0.0, 0));
-    bpl.add(TyxBreakPoint(255, 255.0, 0));
-    bpl.add(TyxBreakPoint(0, 255.0, 1));
     bpl.add(TyxBreakPoint(255, 0.0, 1));
+    bpl.add(TyxBreakPoint(0, 0.0, 0));
+    bpl.add(TyxBreakPoint(0, 255.0, 1));
+    bpl.add(TyxBreakPoint(255, 255.0, 0));
+    std::vector<TyxBreakPoint> result;
+    bpl.get(result, 1); // one band, sorted
+    EXPECT_EQ(result, (std::vector<TyxBreakPoint>{{0, 255.0, 1}, {255, 0.0, 1}}));
     const TyxLutDescPtr &lut = bpl.lut(U8);
     ASSERT_TRUE(lut);
     EXPECT_FALSE(lut->reuseLutDataForAllBands());
@@ -127,22 +138,6 @@ TEST(TyxBreakPointLutTest, CopiesTakePointsButNoTable)
     TyxBreakPointLut assigned;
     assigned = bpl;
     EXPECT_FALSE(assigned.inputDataType().isValid());
-}
-
-TEST(TyxBreakPointLutTest, GetSortsOneBandOrGivesTypeRange)
-{
-    TyxBreakPointLut bpl(U16);
-    std::vector<TyxBreakPoint> result = {TyxBreakPoint(1, 1.0, 1)};
-    bpl.get(result, 0);
-    EXPECT_TRUE(result.empty());
-    ASSERT_TRUE(bpl.lut(U8));
-    bpl.get(result, 2);
-    EXPECT_EQ(result, (std::vector<TyxBreakPoint>{{0, 0.0, 2}, {255, 65535.0, 2}}));
-    bpl.add(TyxBreakPoint(9, 1.0, 1));
-    bpl.add(TyxBreakPoint(3, 1.0, 0));
-    bpl.add(TyxBreakPoint(2, 1.0, 1));
-    bpl.get(result, 1);
-    EXPECT_EQ(result, (std::vector<TyxBreakPoint>{{2, 1.0, 1}, {9, 1.0, 1}}));
 }
 
 TEST(TyxBreakPointLutTest, FailuresPostTheirMessageAndGiveNull)
