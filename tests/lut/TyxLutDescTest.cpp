@@ -31,9 +31,10 @@ std::vector<T> valuesOf(const TyxEqnTile &tile)
     return std::vector<T>(samples.begin(), samples.end());
 }
 
-TEST(TyxLutDescTest, CopiesShareAndClonesCopyTheBuffer)
+TEST(TyxLutDescTest, CopiesShareClonesCopyAndEqualityLooksAtEveryField)
 {
-    TyxLutDesc lut(bufferOf<uint8_t>({1, 2, 3}), TyxDataType(N::U8), 3, -1, 1, false);
+    const TyxDataType u8(N::U8);
+    TyxLutDesc lut(bufferOf<uint8_t>({1, 2, 3}), u8, 3, -1, 1, false);
     TyxLutDesc copy(lut);
     EXPECT_EQ(copy.buffer().get(), lut.buffer().get());
     TyxLutDesc assigned;
@@ -46,17 +47,14 @@ TEST(TyxLutDescTest, CopiesShareAndClonesCopyTheBuffer)
     static_cast<uint8_t *>(clone->buffer()->data())[0] = 9;
     EXPECT_NE(*clone, lut);
     EXPECT_FALSE(TyxLutDesc().clone()->buffer());
-}
 
-TEST(TyxLutDescTest, EqualityLooksAtEveryField)
-{
-    const TyxDataType u8(N::U8);
-    const TyxLutDesc base(bufferOf<uint8_t>({1, 2}), u8, 2, 0, 1, false);
-    EXPECT_EQ(base, TyxLutDesc(bufferOf<uint8_t>({1, 2}), u8, 2, 0, 1, false));
-    EXPECT_NE(base, TyxLutDesc(bufferOf<uint8_t>({1, 2}), TyxDataType(N::U8, 7), 2, 0, 1, false));
-    EXPECT_NE(base, TyxLutDesc(bufferOf<uint8_t>({1, 2}), u8, 1, 0, 1, false));
-    EXPECT_NE(base, TyxLutDesc(bufferOf<uint8_t>({1, 2}), u8, 2, 0, 1, true));
-    EXPECT_NE(base, TyxLutDesc(nullptr, u8, 2, 0, 1, false));
+    const TyxBufferPtr &b = lut.buffer();
+    EXPECT_NE(lut, TyxLutDesc(b, TyxDataType(N::U8, 7), 3, -1, 1, false));
+    EXPECT_NE(lut, TyxLutDesc(b, u8, 2, -1, 1, false));
+    EXPECT_NE(lut, TyxLutDesc(b, u8, 3, 0, 1, false));
+    EXPECT_NE(lut, TyxLutDesc(b, u8, 3, -1, 2, false));
+    EXPECT_NE(lut, TyxLutDesc(b, u8, 3, -1, 1, true));
+    EXPECT_NE(lut, TyxLutDesc(nullptr, u8, 3, -1, 1, false));
 }
 
 TEST(TyxLutDescTest, ApplyClampsBelowAndAboveTheTable)
