@@ -40,7 +40,7 @@ std::vector<double> column(const TyxPointTable &table, uint64_t index)
     return values;
 }
 
-TEST(TyxPointAttributeValTest, CopiesOwnTheirOwnString)
+TEST(TyxPointAttributeValTest, CopiesOwnTheirOwnStringAndMovesTakeIt)
 {
     TyxPointAttributeVal a(L"abc");
     TyxPointAttributeVal b(a);
@@ -54,20 +54,15 @@ TEST(TyxPointAttributeValTest, CopiesOwnTheirOwnString)
     EXPECT_EQ(*c.string(), L"abc");
     c = b;
     EXPECT_EQ(*c.string(), L"xyz");
-}
-
-TEST(TyxPointAttributeValTest, MovesTakeTheStringAndLeaveZero)
-{
-    TyxPointAttributeVal a(L"abc");
-    const TyxString *held = a.string();
-    TyxPointAttributeVal b(std::move(a));
-    EXPECT_EQ(b.string(), held);
-    EXPECT_FALSE(a.isString());
-    EXPECT_EQ(a.toDouble(), 0.0);
-    TyxPointAttributeVal c(L"old");
-    c = std::move(b);
-    EXPECT_EQ(c.string(), held);
-    EXPECT_FALSE(b.isString());
+    // Moves take the string and leave zero behind.
+    const TyxString *held = c.string();
+    TyxPointAttributeVal d(std::move(c));
+    EXPECT_EQ(d.string(), held);
+    EXPECT_FALSE(c.isString());
+    EXPECT_EQ(c.toDouble(), 0.0);
+    a = std::move(d);
+    EXPECT_EQ(a.string(), held);
+    EXPECT_FALSE(d.isString());
 }
 
 TEST(TyxPointAttributeValTest, ComparesByTheLeftForm)
@@ -98,7 +93,7 @@ TEST(TyxPointAttributeValTest, VariantsAndTheirTextForm)
     EXPECT_EQ(back, TyxPointAttributeVal(L"name"));
 }
 
-TEST(TyxPointTableTest, DefaultPropertiesAreXYZ)
+TEST(TyxPointTableTest, PropertiesStartAsXYZAndRegisterOnce)
 {
     const TyxMetaProperties &properties = TyxPointTable::defaultProperties();
     EXPECT_EQ(properties.metaClassName(), L"attributes");
@@ -115,14 +110,10 @@ TEST(TyxPointTableTest, DefaultPropertiesAreXYZ)
         EXPECT_EQ(property->description(), expected[i].description);
         EXPECT_EQ(property->type(), TyxMetaType::Double);
     }
-    const TyxPointTable table;
+    TyxPointTable table;
     EXPECT_EQ(table.indexOf(L"z"), 2u);
     EXPECT_EQ(table.indexOf(L"w"), TyxPointTable::INVALID_INDEX());
-}
-
-TEST(TyxPointTableTest, RegisterPropertyTwiceGivesOneIndex)
-{
-    TyxPointTable table;
+    // A name registered twice keeps its first index.
     EXPECT_EQ(table.registerProperty(TyxMetaProperty(L"class")), 3u);
     EXPECT_EQ(table.registerProperty(TyxMetaProperty(L"class", TyxMetaType::Double)), 3u);
     EXPECT_EQ(table.registerProperty(TyxMetaProperty(L"height", TyxMetaType::Double)), 4u);
@@ -132,7 +123,7 @@ TEST(TyxPointTableTest, RegisterPropertyTwiceGivesOneIndex)
     EXPECT_EQ(TyxPointTable().createPoint(TyxPointAttributeVal(7.0)), pointAt(7, 7, 7));
 }
 
-TEST(TyxPointTableTest, CoordinateFiltersAreClosed)
+TEST(TyxPointTableTest, CoordinateFiltersAreClosedAndBoxesHalfOpen)
 {
     const TyxPointTable table = edgeTable();
     EXPECT_EQ(*table.findByCoordinate(0, 1.0, 2.0, false), (Indices{1, 2, 3}));
@@ -140,11 +131,7 @@ TEST(TyxPointTableTest, CoordinateFiltersAreClosed)
     EXPECT_EQ(*table.findByCoordinate(2, -2.0, -1.0, true), (Indices{0, 4}));
     EXPECT_TRUE(table.findByCoordinate(3, -1e9, 1e9, false)->empty());
     EXPECT_TRUE(table.findByCoordinate(3, -1e9, 1e9, true)->empty());
-}
-
-TEST(TyxPointTableTest, BoxFiltersAreHalfOpen)
-{
-    const TyxPointTable table = edgeTable();
+    // Boxes are half open.
     const TyxROIRect<double> box(1.0, 10.0, -100.0, 2.0, 20.0, 100.0);
     EXPECT_EQ(*table.findByROI(box, true, false), (Indices{1, 2}));
     EXPECT_EQ(*table.findByROI(box, true, true), (Indices{0, 3, 4, 5}));
