@@ -90,12 +90,11 @@ TEST(TyxBreakPointLutTest, NoPointsSpanTheInputRangeInOneReusedBand)
 
 TEST(TyxBreakPointLutTest, InterpolationRoundingAndLimits)
 {
-    struct Case {
+    const struct {
         TyxDataType output, input;
         std::vector<TyxBreakPoint> points;
         std::vector<std::pair<size_t, double>> expected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         // 0.5 rounds up; the last entry is the last point's own value, 127.5 rounded.
         {U8, U8, {{0, 0.0, 0}, {255, 127.5, 0}}, {{0, 0}, {1, 1}, {127, 64}, {254, 127}, {255, 128}}},
         // Out of order on purpose: building sorts them. Flat outside the points;
@@ -112,7 +111,7 @@ TEST(TyxBreakPointLutTest, InterpolationRoundingAndLimits)
         {I16, U16, {{0, -32768.0, 0}, {65535, 32767.0, 0}}, {{0, -32768}, {32768, 0}, {65535, 32767}}},
         {FloatType, U8, {{0, -32768.0, 0}, {255, 32767.0, 0}}, {{0, -32768}, {1, -32511}, {255, 32767}}},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(testing::Message() << c.output << " from " << c.input);
         TyxBreakPointLut bpl(c.output);
         for (const TyxBreakPoint &p : c.points)

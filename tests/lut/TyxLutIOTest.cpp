@@ -144,15 +144,13 @@ TEST(TyxLutIOTest, RoundTripsThroughTheFile)
     }
 }
 
-struct BadFile {
-    const wchar_t *text;
-    const wchar_t *message;
-    int line;
-};
-
 TEST(TyxLutIOTest, MalformedFilesPostTheirMessageAtTheirLine)
 {
-    const std::vector<BadFile> cases = {
+    const struct {
+        const wchar_t *text;
+        const wchar_t *message;
+        int line;
+    } cases[] = {
         {L"", L"Unable to find the begin-of-header token '{'.", 1},
         {L"\n\n", L"Unable to find the begin-of-header token '{'.", 3},
         {L"{\n type l }", L"Failed parsing for '='. Previous token: 'type'.", 2},
@@ -198,7 +196,7 @@ TEST(TyxLutIOTest, MalformedFilesPostTheirMessageAtTheirLine)
          L"The total number of bytes required for the LUT exceeds the valid maximum of 4294967295.", 1},
         {L"{ type = b tables = 1 length = 1 } 0 0 $", L"Band 0 does not have at least two break points.", 1},
     };
-    for (const BadFile &c : cases) {
+    for (const auto &c : cases) {
         HandlerScope scope;
         int line = -1;
         EXPECT_FALSE(readText(c.text, &line)) << c.text;

@@ -95,15 +95,14 @@ TEST(TyxRandomDistTest, NormalPairsAndTheSpare)
 
 TEST(TyxRandomDistTest, PoissonFirstValuesOnBothSidesOfTwelve)
 {
-    struct Case {
+    const struct {
         double mean;
         double first[8];
-    };
-    const Case cases[] = {
+    } cases[] = {
         {11.5, {13, 16, 7, 18, 9, 15, 8, 7}},
         {12.0, {13, 4, 11, 15, 10, 14, 18, 10}},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(c.mean);
         TyxRandomDist dist(7);
         for (double expected : c.first)
