@@ -91,25 +91,24 @@ TEST(TyxBreakPointLutTest, NoPointsSpanTheInputRangeInOneReusedBand)
 TEST(TyxBreakPointLutTest, InterpolationRoundingAndLimits)
 {
     const struct {
-        TyxDataType output, input;
+        TyxDataType output;
         std::vector<TyxBreakPoint> points;
         std::vector<std::pair<size_t, double>> expected;
+        TyxDataType input = U8;
     } cases[] = {
         // 0.5 rounds up; the last entry is the last point's own value, 127.5 rounded.
-        {U8, U8, {{0, 0.0, 0}, {255, 127.5, 0}}, {{0, 0}, {1, 1}, {127, 64}, {254, 127}, {255, 128}}},
+        {U8, {{0, 0.0, 0}, {255, 127.5, 0}}, {{0, 0}, {1, 1}, {127, 64}, {254, 127}, {255, 128}}},
         // Out of order on purpose: building sorts them. Flat outside the points;
         // the later of two equal inputs starts the next segment.
         {I16,
-         U8,
          {{20, 50.0, 0}, {10, -10.0, 0}, {15, 0.0, 0}, {15, 100.0, 0}},
          {{0, -10}, {10, -10}, {12, -6}, {15, 100}, {17, 80}, {255, 50}}},
         // -127.5 rounds away from zero.
         {I8,
-         U8,
          {{0, -128.0, 0}, {2, -127.0, 0}, {255, 127.0, 0}},
          {{0, -128}, {1, -128}, {2, -127}, {255, 127}}},
-        {I16, U16, {{0, -32768.0, 0}, {65535, 32767.0, 0}}, {{0, -32768}, {32768, 0}, {65535, 32767}}},
-        {FloatType, U8, {{0, -32768.0, 0}, {255, 32767.0, 0}}, {{0, -32768}, {1, -32511}, {255, 32767}}},
+        {I16, {{0, -32768.0, 0}, {65535, 32767.0, 0}}, {{0, -32768}, {32768, 0}, {65535, 32767}}, U16},
+        {FloatType, {{0, -32768.0, 0}, {255, 32767.0, 0}}, {{0, -32768}, {1, -32511}, {255, 32767}}},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(testing::Message() << c.output << " from " << c.input);
