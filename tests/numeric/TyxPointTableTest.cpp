@@ -21,14 +21,12 @@ using Indices = std::vector<uint64_t>;
 
 const double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-TyxPoint pointAt(double x, double y, double z) { return TyxPoint{x, y, z}; }
-
 /// Points with x = 0.5, 1, 1.5, 2, 2.5 and NaN; y = 10 * x, z = -x.
 TyxPointTable edgeTable()
 {
     TyxPointTable table;
     for (double x : {0.5, 1.0, 1.5, 2.0, 2.5, kNaN})
-        table.push_back(pointAt(x, 10 * x, -x));
+        table.push_back(TyxPoint{x, 10 * x, -x});
     return table;
 }
 
@@ -120,7 +118,7 @@ TEST(TyxPointTableTest, PropertiesStartAsXYZAndRegisterOnce)
     EXPECT_EQ(table.registerProperty(TyxMetaProperty(L"y")), 1u);
     EXPECT_EQ(table.indexOf(L"height"), 4u);
     EXPECT_EQ(table.createPoint().size(), 5u);
-    EXPECT_EQ(TyxPointTable().createPoint(TyxPointAttributeVal(7.0)), pointAt(7, 7, 7));
+    EXPECT_EQ(TyxPointTable().createPoint(TyxPointAttributeVal(7.0)), (TyxPoint{7.0, 7.0, 7.0}));
 }
 
 TEST(TyxPointTableTest, CoordinateFiltersAreClosedAndBoxesHalfOpen)
@@ -149,7 +147,7 @@ TEST(TyxPointTableTest, PointsWithoutCoordinates)
     TyxPointTable table;
     table.push_back(TyxPoint());
     table.push_back(TyxPoint{1.0});
-    table.push_back(pointAt(1, 1, 1));
+    table.push_back(TyxPoint{1.0, 1.0, 1.0});
     const TyxROIRect<double> everything(-1e300, -1e300, -1e300, 1e300, 1e300, 1e300);
     EXPECT_EQ(*table.findByCoordinate(0, 0.0, 2.0, false), (Indices{1, 2}));
     EXPECT_EQ(*table.findByCoordinate(1, 0.0, 2.0, false), (Indices{2}));
