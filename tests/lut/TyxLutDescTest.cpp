@@ -57,7 +57,7 @@ TEST(TyxLutDescTest, CopiesShareClonesCopyAndEqualityLooksAtEveryField)
     EXPECT_NE(lut, TyxLutDesc(nullptr, u8, 3, -1, 1, false));
 }
 
-TEST(TyxLutDescTest, ApplyClampsBelowAndAboveTheTable)
+TEST(TyxLutDescTest, ApplyClampsToTheTableAndPicksTheBand)
 {
     // Entries for the inputs 10, 11, 12.
     const TyxLutDesc lut(bufferOf<int16_t>({-5, 0, 5}), TyxDataType(N::I16), 3, 10, 1, true);
@@ -73,10 +73,8 @@ TEST(TyxLutDescTest, ApplyClampsBelowAndAboveTheTable)
     // A step of 2 reads every other sample.
     const TyxEqnTile strided(bufferOf<uint16_t>({10, 99, 11, 99, 12}), TyxDataType(N::U16), 3, 2);
     EXPECT_EQ(valuesOf<int16_t>(lut.apply(strided)), (std::vector<int16_t>{-5, 0, 5}));
-}
 
-TEST(TyxLutDescTest, ApplyPicksTheBandUnlessShared)
-{
+    // Each band has its own entries unless they are shared.
     const TyxBufferPtr two = bufferOf<float>({1.5f, 2.5f, 10.5f, 20.5f});
     const TyxLutDesc perBand(two, TyxDataType(N::Float), 2, -1, 2, false);
     const TyxEqnTile samples = tileOf<int8_t>(N::I8, {-1, 0});
