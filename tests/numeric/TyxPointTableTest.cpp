@@ -30,14 +30,6 @@ TyxPointTable edgeTable()
     return table;
 }
 
-std::vector<double> column(const TyxPointTable &table, uint64_t index)
-{
-    std::vector<double> values;
-    for (const TyxPoint &point : table)
-        values.push_back(TyxPointTable::coordinate(point, index));
-    return values;
-}
-
 TEST(TyxPointAttributeValTest, CopiesOwnTheirOwnStringAndMovesTakeIt)
 {
     TyxPointAttributeVal a(L"abc");
@@ -193,7 +185,9 @@ TEST(TyxPointTableTest, SortsEachCoordinateBothWaysWithNaNLast)
         TyxPointTable table = edgeTable();
         std::swap(table[0], table[5]);
         table.sortByCoordinate(c.index, c.ascending);
-        std::vector<double> got = column(table, c.column);
+        std::vector<double> got;
+        for (const TyxPoint &point : table)
+            got.push_back(TyxPointTable::coordinate(point, c.column));
         ASSERT_EQ(got.size(), 6u);
         EXPECT_TRUE(std::isnan(got.back())) << c.index;
         got.pop_back();
