@@ -34,9 +34,7 @@ inline std::vector<double> entriesAsDoubles(const TyxLutDesc &lut)
     case TyxNumericType::U8: return widen(entriesOf<uint8_t>(lut));
     case TyxNumericType::I8: return widen(entriesOf<int8_t>(lut));
     case TyxNumericType::I16: return widen(entriesOf<int16_t>(lut));
-    case TyxNumericType::U32: return widen(entriesOf<uint32_t>(lut));
-    case TyxNumericType::Float: return widen(entriesOf<float>(lut));
-    default: return entriesOf<double>(lut);
+    default: return widen(entriesOf<float>(lut));
     }
 }
 

@@ -21,26 +21,16 @@ using Indices = std::vector<uint64_t>;
 
 const double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-TyxPoint pointAt(double x, double y, double z) { return TyxPoint{x, y, z}; }
-
 /// Points with x = 0.5, 1, 1.5, 2, 2.5 and NaN; y = 10 * x, z = -x.
 TyxPointTable edgeTable()
 {
     TyxPointTable table;
     for (double x : {0.5, 1.0, 1.5, 2.0, 2.5, kNaN})
-        table.push_back(pointAt(x, 10 * x, -x));
+        table.push_back(TyxPoint{x, 10 * x, -x});
     return table;
 }
 
-std::vector<double> column(const TyxPointTable &table, uint64_t index)
-{
-    std::vector<double> values;
-    for (const TyxPoint &point : table)
-        values.push_back(TyxPointTable::coordinate(point, index));
-    return values;
-}
-
-TEST(TyxPointAttributeValTest, CopiesOwnTheirOwnString)
+TEST(TyxPointAttributeValTest, CopiesOwnTheirOwnStringAndMovesTakeIt)
 {
     TyxPointAttributeVal a(L"abc");
     TyxPointAttributeVal b(a);
@@ -54,20 +44,15 @@ TEST(TyxPointAttributeValTest, CopiesOwnTheirOwnString)
     EXPECT_EQ(*c.string(), L"abc");
     c = b;
     EXPECT_EQ(*c.string(), L"xyz");
-}
-
-TEST(TyxPointAttributeValTest, MovesTakeTheStringAndLeaveZero)
-{
-    TyxPointAttributeVal a(L"abc");
-    const TyxString *held = a.string();
-    TyxPointAttributeVal b(std::move(a));
-    EXPECT_EQ(b.string(), held);
-    EXPECT_FALSE(a.isString());
-    EXPECT_EQ(a.toDouble(), 0.0);
-    TyxPointAttributeVal c(L"old");
-    c = std::move(b);
-    EXPECT_EQ(c.string(), held);
-    EXPECT_FALSE(b.isString());
+    // Moves take the string and leave zero behind.
+    const TyxString *held = c.string();
+    TyxPointAttributeVal d(std::move(c));
+    EXPECT_EQ(d.string(), held);
+    EXPECT_FALSE(c.isString());
+    EXPECT_EQ(c.toDouble(), 0.0);
+    a = std::move(d);
+    EXPECT_EQ(a.string(), held);
+    EXPECT_FALSE(d.isString());
 }
 
 TEST(TyxPointAttributeValTest, ComparesByTheLeftForm)
@@ -98,7 +83,7 @@ TEST(TyxPointAttributeValTest, VariantsAndTheirTextForm)
     EXPECT_EQ(back, TyxPointAttributeVal(L"name"));
 }
 
-TEST(TyxPointTableTest, DefaultPropertiesAreXYZ)
+TEST(TyxPointTableTest, PropertiesStartAsXYZAndRegisterOnce)
 {
     const TyxMetaProperties &properties = TyxPointTable::defaultProperties();
     EXPECT_EQ(properties.metaClassName(), L"attributes");
@@ -115,24 +100,20 @@ TEST(TyxPointTableTest, DefaultPropertiesAreXYZ)
         EXPECT_EQ(property->description(), expected[i].description);
         EXPECT_EQ(property->type(), TyxMetaType::Double);
     }
-    const TyxPointTable table;
+    TyxPointTable table;
     EXPECT_EQ(table.indexOf(L"z"), 2u);
     EXPECT_EQ(table.indexOf(L"w"), TyxPointTable::INVALID_INDEX());
-}
-
-TEST(TyxPointTableTest, RegisterPropertyTwiceGivesOneIndex)
-{
-    TyxPointTable table;
+    // A name registered twice keeps its first index.
     EXPECT_EQ(table.registerProperty(TyxMetaProperty(L"class")), 3u);
     EXPECT_EQ(table.registerProperty(TyxMetaProperty(L"class", TyxMetaType::Double)), 3u);
     EXPECT_EQ(table.registerProperty(TyxMetaProperty(L"height", TyxMetaType::Double)), 4u);
     EXPECT_EQ(table.registerProperty(TyxMetaProperty(L"y")), 1u);
     EXPECT_EQ(table.indexOf(L"height"), 4u);
     EXPECT_EQ(table.createPoint().size(), 5u);
-    EXPECT_EQ(TyxPointTable().createPoint(TyxPointAttributeVal(7.0)), pointAt(7, 7, 7));
+    EXPECT_EQ(TyxPointTable().createPoint(TyxPointAttributeVal(7.0)), (TyxPoint{7.0, 7.0, 7.0}));
 }
 
-TEST(TyxPointTableTest, CoordinateFiltersAreClosed)
+TEST(TyxPointTableTest, CoordinateFiltersAreClosedAndBoxesHalfOpen)
 {
     const TyxPointTable table = edgeTable();
     EXPECT_EQ(*table.findByCoordinate(0, 1.0, 2.0, false), (Indices{1, 2, 3}));
@@ -140,11 +121,7 @@ TEST(TyxPointTableTest, CoordinateFiltersAreClosed)
     EXPECT_EQ(*table.findByCoordinate(2, -2.0, -1.0, true), (Indices{0, 4}));
     EXPECT_TRUE(table.findByCoordinate(3, -1e9, 1e9, false)->empty());
     EXPECT_TRUE(table.findByCoordinate(3, -1e9, 1e9, true)->empty());
-}
-
-TEST(TyxPointTableTest, BoxFiltersAreHalfOpen)
-{
-    const TyxPointTable table = edgeTable();
+    // Boxes are half open.
     const TyxROIRect<double> box(1.0, 10.0, -100.0, 2.0, 20.0, 100.0);
     EXPECT_EQ(*table.findByROI(box, true, false), (Indices{1, 2}));
     EXPECT_EQ(*table.findByROI(box, true, true), (Indices{0, 3, 4, 5}));
@@ -162,7 +139,7 @@ TEST(TyxPointTableTest, PointsWithoutCoordinates)
     TyxPointTable table;
     table.push_back(TyxPoint());
     table.push_back(TyxPoint{1.0});
-    table.push_back(pointAt(1, 1, 1));
+    table.push_back(TyxPoint{1.0, 1.0, 1.0});
     const TyxROIRect<double> everything(-1e300, -1e300, -1e300, 1e300, 1e300, 1e300);
     EXPECT_EQ(*table.findByCoordinate(0, 0.0, 2.0, false), (Indices{1, 2}));
     EXPECT_EQ(*table.findByCoordinate(1, 0.0, 2.0, false), (Indices{2}));
@@ -173,13 +150,6 @@ TEST(TyxPointTableTest, PointsWithoutCoordinates)
     EXPECT_EQ(*table.findByAttribute(1, TyxVariant(1.0), true), (Indices{0, 1}));
     table.sortByCoordinate(1, true);
     EXPECT_EQ(table[0].size(), 3u);
-
-    TyxCoord3D<double> lo, hi;
-    TyxPointTable bare;
-    bare.push_back(TyxPoint());
-    bare.coordinateExtents(lo, hi);
-    EXPECT_EQ(lo, TyxCoord3D<double>(DBL_MAX, DBL_MAX, DBL_MAX));
-    EXPECT_EQ(hi, TyxCoord3D<double>(DBL_MIN, DBL_MIN, DBL_MIN));
 }
 
 TEST(TyxPointTableTest, FindByAttribute)
@@ -215,7 +185,9 @@ TEST(TyxPointTableTest, SortsEachCoordinateBothWaysWithNaNLast)
         TyxPointTable table = edgeTable();
         std::swap(table[0], table[5]);
         table.sortByCoordinate(c.index, c.ascending);
-        std::vector<double> got = column(table, c.column);
+        std::vector<double> got;
+        for (const TyxPoint &point : table)
+            got.push_back(TyxPointTable::coordinate(point, c.column));
         ASSERT_EQ(got.size(), 6u);
         EXPECT_TRUE(std::isnan(got.back())) << c.index;
         got.pop_back();
@@ -226,7 +198,9 @@ TEST(TyxPointTableTest, SortsEachCoordinateBothWaysWithNaNLast)
 TEST(TyxPointTableTest, CoordinateExtents)
 {
     TyxCoord3D<double> lo, hi;
+    // Points without coordinates leave the starting values.
     TyxPointTable table;
+    table.push_back(TyxPoint());
     table.coordinateExtents(lo, hi);
     EXPECT_EQ(lo, TyxCoord3D<double>(1.7976931348623157e308, 1.7976931348623157e308, 1.7976931348623157e308));
     EXPECT_EQ(hi,

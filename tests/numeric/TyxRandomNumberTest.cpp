@@ -5,42 +5,12 @@
 
 #include <climits>
 #include <cmath>
-#include <cstdint>
 #include <utility>
 #include <vector>
 
 namespace {
 
 using namespace tyx;
-
-// The same generator in 64-bit integers: seed * 16807 % (2^31 - 1) directly,
-// without Schrage's factorisation, as an independent check of the class.
-class IntegerReference {
-public:
-    explicit IntegerReference(int64_t seed) : m_state(seed < 0 ? -seed : (seed > 0 ? seed : 1)) {}
-    double next()
-    {
-        if (m_iy == 0) {
-            for (int j = 39; j >= 0; --j) {
-                m_state = m_state * 16807 % 2147483647;
-                if (j < 32)
-                    m_iv[j] = m_state;
-            }
-            m_iy = m_iv[0];
-        }
-        m_state = m_state * 16807 % 2147483647;
-        // The table index is iy / 67108864.9375, that is iy * 16 / (2^30 - 1).
-        const int64_t j = m_iy * 16 / 1073741823;
-        m_iy = m_iv[j];
-        m_iv[j] = m_state;
-        return std::min(static_cast<double>(m_iy) * 4.656612875245797e-10, 0.99999988);
-    }
-
-private:
-    int64_t m_state;
-    int64_t m_iy = 0;
-    int64_t m_iv[32] = {};
-};
 
 std::vector<double> draws(TyxRandomNumber &random, int count)
 {
@@ -50,38 +20,38 @@ std::vector<double> draws(TyxRandomNumber &random, int count)
     return values;
 }
 
-TEST(TyxRandomNumberTest, FirstValuesOfFixedSeeds)
+// The first draws of two seeds, then one late draw of others: that checks
+// the whole stream before it, as a single wrong state changes every value
+// after it. The late values were checked against the same generator written
+// in 64-bit integers without Schrage's factorisation; their seeds include the
+// factorisation's quotient and the largest magnitudes.
+TEST(TyxRandomNumberTest, DrawsOfFixedSeeds)
 {
-    struct Case {
-        int seed;
-        double first[5];
+    const struct {
+        int seed, draw;
+        double value;
+    } cases[] = {
+        {-1, 1, 0.41599935685098144},
+        {-1, 2, 0.09196489075755929},
+        {-1, 3, 0.7564104859514211},
+        {-1, 4, 0.5297001933351626},
+        {-1, 5, 0.9304364947278223},
+        {-987654321, 1, 0.782008709284481},
+        {-987654321, 2, 0.8594503485874507},
+        {-987654321, 3, 0.6891383671616849},
+        {-987654321, 4, 0.8753023798928141},
+        {-987654321, 5, 0.27105903125883035},
+        {1, 5001, 0.16151026643882985},
+        {-7, 5001, 0.029666638946936764},
+        {127773, 5001, 0.2206477663575894},
+        {-2147483646, 5001, 0.71004762300758051},
+        {2147483646, 5001, 0.71004762300758051},
+        {5, 10000, 0.8625218653411241},
     };
-    const Case cases[] = {
-        {-1,
-         {0.41599935685098144, 0.09196489075755929, 0.7564104859514211, 0.5297001933351626,
-          0.9304364947278223}},
-        {-987654321,
-         {0.782008709284481, 0.8594503485874507, 0.6891383671616849, 0.8753023798928141,
-          0.27105903125883035}},
-    };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.seed);
+    for (const auto &c : cases) {
+        SCOPED_TRACE(testing::Message() << c.seed << " draw " << c.draw);
         TyxRandomNumber random(c.seed);
-        for (double expected : c.first)
-            EXPECT_EQ(random.ran1(), expected);
-    }
-    TyxRandomNumber five(5);
-    EXPECT_EQ(draws(five, 10000).back(), 0.8625218653411241);
-}
-
-TEST(TyxRandomNumberTest, MatchesTheIntegerReference)
-{
-    for (int seed : {1, -7, 127773, -2147483646, 2147483646}) {
-        SCOPED_TRACE(seed);
-        TyxRandomNumber random(seed);
-        IntegerReference reference(seed);
-        for (int i = 0; i < 5000; ++i)
-            ASSERT_EQ(random.ran1(), reference.next()) << "draw " << i;
+        EXPECT_EQ(draws(random, c.draw).back(), c.value);
     }
 }
 
@@ -106,11 +76,6 @@ TEST(TyxRandomNumberTest, SeedsGivingTheSameStream)
     again.initialize(77);
     EXPECT_EQ(again.seed(), -77);
     EXPECT_EQ(draws(again, 20), first);
-
-    // The distributions share the uniform stream.
-    TyxRandomDist dist(5);
-    TyxRandomNumber plain(5);
-    EXPECT_EQ(draws(dist, 30), draws(plain, 30));
 }
 
 TEST(TyxRandomDistTest, NormalPairsAndTheSpare)
@@ -128,26 +93,22 @@ TEST(TyxRandomDistTest, NormalPairsAndTheSpare)
     EXPECT_EQ(dist.gasdev(), 0.521413893330717);
 }
 
-TEST(TyxRandomDistTest, PoissonFirstValuesOnBothSidesOfTwelve)
+TEST(TyxRandomDistTest, PoissonOnBothSidesOfTwelveAndAtTheEdges)
 {
-    struct Case {
+    const struct {
         double mean;
         double first[8];
-    };
-    const Case cases[] = {
+    } cases[] = {
         {11.5, {13, 16, 7, 18, 9, 15, 8, 7}},
         {12.0, {13, 4, 11, 15, 10, 14, 18, 10}},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(c.mean);
         TyxRandomDist dist(7);
         for (double expected : c.first)
             EXPECT_EQ(dist.poidev(c.mean), expected);
     }
-}
-
-TEST(TyxRandomDistTest, PoissonEdges)
-{
+    // Edges.
     TyxRandomDist dist(3);
     for (int i = 0; i < 100; ++i)
         ASSERT_EQ(dist.poidev(0.0), 0.0);
@@ -155,8 +116,7 @@ TEST(TyxRandomDistTest, PoissonEdges)
     EXPECT_TRUE(std::isnan(dist.poidev(std::nan(""))));
     // Where the acceptance weight underflows the call gives up at mean - 1.
     EXPECT_EQ(dist.poidev(1e300), 1e300 - 1.0);
-    const double huge = dist.poidev(1e12);
-    EXPECT_NEAR(huge, 1e12, 1e7);
+    EXPECT_NEAR(dist.poidev(1e12), 1e12, 1e7);
 }
 
 } // namespace
