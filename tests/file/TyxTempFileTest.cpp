@@ -141,19 +141,15 @@ TEST(TyxTempFileTest, NamedFileAndFileToStream)
     EXPECT_EQ(closed.str(), L"");
 }
 
-TEST(TyxTempFileTest, MissingModePostsAnError)
+TEST(TyxTempFileTest, MissingModeAndUnopenableFilePostErrors)
 {
     TyxTempFile temp;
     const std::string expected = "The passed mode for file open cannot be null or empty.";
     EXPECT_EQ(postedText([&] { temp.open(nullptr, false); }), expected);
     EXPECT_EQ(postedText([&] { temp.open(L"/tmp/x", nullptr, true); }), expected);
     EXPECT_FALSE(temp.isOpen());
-}
 
-TEST(TyxTempFileTest, UnopenableFilePostsAnError)
-{
     TyxTestDir dir;
-    TyxTempFile temp;
     const TyxString name = tyx::fromUTF8(dir.file("no/such/file"));
     EXPECT_EQ(postedText([&] { temp.open(name.c_str(), L"r", false); }),
               "Unable to fopen(r) temporary file '" + dir.file("no/such/file") + "'");

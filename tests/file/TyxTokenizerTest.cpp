@@ -36,19 +36,33 @@ std::vector<Token> tokensOf(const TyxString &text, const TyxString &blockBegin =
     return tokens;
 }
 
-TEST(TyxTokenizerTest, QuoteEndsWordAndOpensLiteral)
+TEST(TyxTokenizerTest, QuotesBackslashesAndCommentsSplitTheText)
 {
-    const std::vector<Token> expected = {{L"ab", TyxTokenizer::Word}, {L"cd", TyxTokenizer::Literal}};
-    EXPECT_EQ(tokensOf(L"ab\"cd\""), expected);
-    EXPECT_EQ(tokensOf(L"\"x = # y\""), (std::vector<Token>{{L"x = # y", TyxTokenizer::Literal}}));
-}
-
-TEST(TyxTokenizerTest, BackslashMakesNextCharacterPlain)
-{
-    EXPECT_EQ(tokensOf(L"\"a\\\"b\""), (std::vector<Token>{{L"a\"b", TyxTokenizer::Literal}}));
-    EXPECT_EQ(tokensOf(L"\"a\\\\\" z"),
-              (std::vector<Token>{{L"a\\", TyxTokenizer::Literal}, {L"z", TyxTokenizer::Word}}));
-    EXPECT_EQ(tokensOf(L"\"\\n\""), (std::vector<Token>{{L"n", TyxTokenizer::Literal}}));
+    const Token a{L"a", TyxTokenizer::Word};
+    const Token brace{L"{", TyxTokenizer::Delimiter};
+    const Token b{L"b", TyxTokenizer::Word};
+    const struct {
+        const wchar_t *text;
+        const wchar_t *blockBegin;
+        const wchar_t *blockEnd;
+        std::vector<Token> tokens;
+    } cases[] = {
+        // A quote ends a word and opens a literal.
+        {L"ab\"cd\"", L"/*", L"*/", {{L"ab", TyxTokenizer::Word}, {L"cd", TyxTokenizer::Literal}}},
+        {L"\"x = # y\"", L"/*", L"*/", {{L"x = # y", TyxTokenizer::Literal}}},
+        // A backslash makes the next character plain.
+        {L"\"a\\\"b\"", L"/*", L"*/", {{L"a\"b", TyxTokenizer::Literal}}},
+        {L"\"a\\\\\" z", L"/*", L"*/", {{L"a\\", TyxTokenizer::Literal}, {L"z", TyxTokenizer::Word}}},
+        {L"\"\\n\"", L"/*", L"*/", {{L"n", TyxTokenizer::Literal}}},
+        // Comments are skipped anywhere between tokens; a line comment on the
+        // last line needs no newline, and a block end must match both characters.
+        {L"# first\na# tail\n/* block\n */{b", L"/*", L"*/", {a, brace, b}},
+        {L"a { b # end", L"/*", L"*/", {a, brace, b}},
+        {L"a/* * / **/{/***/b", L"/*", L"*/", {a, brace, b}},
+        {L"a<skip>{b", L"<", L">", {a, brace, b}},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(tokensOf(c.text, c.blockBegin, c.blockEnd), c.tokens) << tyx::toUTF8(c.text);
 }
 
 TEST(TyxTokenizerTest, EmptyLiteralAnswersFalse)
@@ -62,19 +76,6 @@ TEST(TyxTokenizerTest, EmptyLiteralAnswersFalse)
     EXPECT_TRUE(token.empty());
     EXPECT_TRUE(tokenizer.nextToken(token));
     EXPECT_EQ(token, L"next");
-}
-
-TEST(TyxTokenizerTest, CommentsAreSkippedAnywhereBetweenTokens)
-{
-    const std::vector<Token> expected = {
-        {L"a", TyxTokenizer::Word}, {L"{", TyxTokenizer::Delimiter}, {L"b", TyxTokenizer::Word}};
-    EXPECT_EQ(tokensOf(L"# first\na# tail\n/* block\n */{b"), expected);
-    // A line comment on the last line needs no newline.
-    EXPECT_EQ(tokensOf(L"a { b # end"), expected);
-    // A block end must match both characters.
-    EXPECT_EQ(tokensOf(L"a/* * / **/{/***/b"), expected);
-    // One-character block markers.
-    EXPECT_EQ(tokensOf(L"a<skip>{b", L"<", L">"), expected);
 }
 
 TEST(TyxTokenizerTest, TwoCharacterLineMarkerNeedsBothCharacters)
@@ -223,7 +224,7 @@ TEST(TyxTokenizerTest, FailedStreamAndFactoryPost)
     EXPECT_EQ(scope.handler->messages[0].text(), L"Invalid input stream for the tokenizer.");
 }
 
-TEST(TyxTokenizerTest, FindTokenReadsTheStartOfAFile)
+TEST(TyxTokenizerTest, FindTokenReadsTheStartOfAFileAndPostsWhenItIsMissing)
 {
     tyx::test::TyxTestDir dir;
     dir.write("head.txt", "  # comment\n{ type = l }");
@@ -238,18 +239,12 @@ TEST(TyxTokenizerTest, FindTokenReadsTheStartOfAFile)
     dir.write("word.txt", "abc");
     EXPECT_TRUE(TyxTokenizer::findToken(token, type, dir.file("word.txt"), 2, L"", L"", L"", L"", L" "));
     EXPECT_EQ(token, L"ab");
-}
 
-TEST(TyxTokenizerTest, FindTokenPostsWhenFileIsMissing)
-{
     HandlerScope scope;
-    tyx::test::TyxTestDir dir;
-    const TyxString path = dir.file("missing.txt");
-    TyxString token;
-    TyxTokenizer::TokenType type = TyxTokenizer::Word;
-    EXPECT_FALSE(TyxTokenizer::findToken(token, type, path, 10, L"", L"", L"", L"", L" "));
+    const TyxString missing = dir.file("missing.txt");
+    EXPECT_FALSE(TyxTokenizer::findToken(token, type, missing, 10, L"", L"", L"", L"", L" "));
     ASSERT_EQ(scope.handler->messages.size(), 1u);
-    EXPECT_EQ(scope.handler->messages[0].text(), L"Cannot open file for read-only access: " + path);
+    EXPECT_EQ(scope.handler->messages[0].text(), L"Cannot open file for read-only access: " + missing);
 }
 
 } // namespace

@@ -99,14 +99,7 @@ TEST(TyxURLTest, FilenameEndsAtTheLastSemicolon)
         EXPECT_EQ(TyxURL(TyxString(c.text)).filename(), c.filename) << tyx::toUTF8(c.text);
 }
 
-TEST(TyxURLTest, ParsedPathCutsAtSlashesOnly)
-{
-    EXPECT_EQ(TyxURL(TyxString(L"s://h/a//b/c.txt")).parsedPath(), (tyx::TyxStrList{L"a", L"b", L"c.txt"}));
-    EXPECT_EQ(TyxURL(TyxString(L"s://h/a\\b/c/")).parsedPath(), (tyx::TyxStrList{L"a\\b", L"c"}));
-    EXPECT_TRUE(TyxURL(TyxString(L"s://h/")).parsedPath().empty());
-}
-
-TEST(TyxURLTest, ParsedPathIndexesTheWideTextAtUtf8Positions)
+TEST(TyxURLTest, ParsedPathCutsAtSlashesAndIndexesTheWideTextAtUtf8Positions)
 {
     // The path's begin and length count UTF-8 bytes and are applied to the
     // wide text: every multibyte character before the path shifts the cut,
@@ -120,6 +113,9 @@ TEST(TyxURLTest, ParsedPathIndexesTheWideTextAtUtf8Positions)
         {L"s://h/\u00E9/x?q=1", {L"\u00E9", L"x?"}},
         {L"http://\u00FC\u00FC\u00FC\u00FC/a", {}},
         {L"http://h/a/b", {L"a", L"b"}},
+        {L"s://h/a//b/c.txt", {L"a", L"b", L"c.txt"}},
+        {L"s://h/a\\b/c/", {L"a\\b", L"c"}},
+        {L"s://h/", {}},
     };
     for (const auto &c : cases)
         EXPECT_EQ(TyxURL(TyxString(c.text)).parsedPath(), c.segments) << tyx::toUTF8(c.text);
