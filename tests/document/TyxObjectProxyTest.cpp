@@ -32,27 +32,25 @@ public:
     TyxDataType kind;
 };
 
-TyxNumValidator<int> *rangeValidator(int lower, int upper)
-{
-    auto *validator = new TyxNumValidator<int>();
-    validator->setFlags(0x05);
-    validator->setLower(lower);
-    validator->setUpper(upper);
-    return validator;
-}
-
 class ProbeMeta : public TyxMetaObjectImpl<ProbeMeta, Probe> {
 public:
     using TyxMetaObjectImpl::TyxMetaObjectImpl;
 
+    // Adds \p property read and written straight from the data member \p Member.
+    template <auto Member>
+    void addMember(const TyxMetaProperty &property, const TyxValidator *validator = nullptr)
+    {
+        addProperty(
+            property, [](ProbeMeta &m, const TyxVariant &v) { return take(v, m.object()->*Member) ? 0 : 1; },
+            [](ProbeMeta &m, TyxVariant &v) { return (v = TyxVariant(m.object()->*Member)), 0; }, validator);
+    }
+
     void initProperties() override
     {
         beginProperties(L"Probe");
-        const std::unique_ptr<TyxValidator> range(rangeValidator(0, 10));
-        addProperty(
-            TyxMetaProperty(L"count", TyxMetaType::Int, TyxMetaFlag(), L"Count"),
-            [](ProbeMeta &m, const TyxVariant &v) { return take(v, m.object()->count) ? 0 : 1; },
-            [](ProbeMeta &m, TyxVariant &v) { return (v = m.object()->count), 0; }, range.get());
+        const TyxNumValidator<int> range(0x05, 0, 10);
+        addMember<&Probe::count>(TyxMetaProperty(L"count", TyxMetaType::Int, TyxMetaFlag(), L"Count"),
+                                 &range);
         // The text "refused" is refused by the setter itself, after validation.
         addProperty(
             TyxMetaProperty(L"label", TyxMetaType::String, TyxMetaFlag(), L"Label"),
@@ -64,24 +62,12 @@ public:
                 return 0;
             },
             [](ProbeMeta &m, TyxVariant &v) { return (v = m.object()->label), 0; });
-        addProperty(
-            TyxMetaProperty(L"limit", internal::TyxVariantTraits<TyxValidatorConstPtr>::type(), TyxMetaFlag(),
-                            L"Limit"),
-            [](ProbeMeta &m, const TyxVariant &v) { return take(v, m.object()->limit) ? 0 : 1; },
-            [](ProbeMeta &m, TyxVariant &v) { return (v = m.object()->limit), 0; });
-        addProperty(
-            TyxMetaProperty(L"shape", internal::TyxVariantTraits<TyxMetaProperty>::type(), TyxMetaFlag(),
-                            L"Shape"),
-            [](ProbeMeta &m, const TyxVariant &v) { return take(v, m.object()->shape) ? 0 : 1; },
-            [](ProbeMeta &m, TyxVariant &v) { return (v = m.object()->shape), 0; });
-        addProperty(
-            TyxMetaProperty(L"blob", TyxMetaType::BufferPtr, TyxMetaFlag(), L"Blob"),
-            [](ProbeMeta &m, const TyxVariant &v) { return take(v, m.object()->blob) ? 0 : 1; },
-            [](ProbeMeta &m, TyxVariant &v) { return (v = m.object()->blob), 0; });
-        addProperty(
-            TyxMetaProperty(L"kind", TyxMetaType::DataType, TyxMetaFlag(), L"Kind"),
-            [](ProbeMeta &m, const TyxVariant &v) { return take(v, m.object()->kind) ? 0 : 1; },
-            [](ProbeMeta &m, TyxVariant &v) { return (v = TyxVariant(m.object()->kind)), 0; });
+        addMember<&Probe::limit>(TyxMetaProperty(
+            L"limit", internal::TyxVariantTraits<TyxValidatorConstPtr>::type(), TyxMetaFlag(), L"Limit"));
+        addMember<&Probe::shape>(TyxMetaProperty(
+            L"shape", internal::TyxVariantTraits<TyxMetaProperty>::type(), TyxMetaFlag(), L"Shape"));
+        addMember<&Probe::blob>(TyxMetaProperty(L"blob", TyxMetaType::BufferPtr, TyxMetaFlag(), L"Blob"));
+        addMember<&Probe::kind>(TyxMetaProperty(L"kind", TyxMetaType::DataType, TyxMetaFlag(), L"Kind"));
     }
 };
 
@@ -98,16 +84,12 @@ Probe filledProbe()
     Probe probe;
     probe.count = 7;
     probe.label = L"hello";
-    auto *limit = new TyxNumValidator<double>();
-    limit->setFlags(0x06);
-    limit->setLower(0.5);
-    limit->setUpper(2.5);
-    probe.limit = TyxValidatorConstPtr(limit);
+    probe.limit = TyxValidatorConstPtr(new TyxNumValidator<double>(0x06, 0.5, 2.5));
     probe.shape =
         TyxMetaProperty(L"width", TyxMetaType::UInt16, TyxMetaFlag(0x0008), L"Width", L"in pixels", L'w');
     probe.shape.setData(TyxVariant(uint16_t(640)));
-    const std::unique_ptr<TyxValidator> range(rangeValidator(1, 4096));
-    probe.shape.setValidator(range.get());
+    const TyxNumValidator<int> range(0x05, 1, 4096);
+    probe.shape.setValidator(&range);
     probe.blob = TyxBufferPtr(new TyxBuffer(5, true));
     for (int i = 0; i < 5; ++i)
         static_cast<uint8_t *>(probe.blob->data())[i] = static_cast<uint8_t>(250 + i);

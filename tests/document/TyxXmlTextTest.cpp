@@ -159,8 +159,6 @@ TEST(TyxXmlTextTest, BadTextSaysWhatAndWhereAndLeavesTheValue)
         {"<variant type=\"Int\">12x</variant>", L"The value '12x' does not convert to Int at line 1."},
         {"<variant type=\"UInt8\">256</variant>", L"The value '256' does not convert to UInt8 at line 1."},
         {"<variant type=\"Bool\">yes</variant>", L"The value 'yes' does not convert to Bool at line 1."},
-        {"<variant type=\"TyxDataType\">Q99</variant>",
-         L"The value 'Q99' does not convert to TyxDataType at line 1."},
         {"<variant type=\"Nonsense\">1</variant>", L"Unknown type name 'Nonsense' at line 1."},
         {"<variant type=\"TyxVariantList\">\n<value/></variant>",
          L"Expected a <variant> element, found <value> at line 2."},
