@@ -127,18 +127,7 @@ TEST(TyxJsonNodeTest, WideTextParsesAndWrites)
     }
 }
 
-TEST(TyxJsonNodeTest, PrettyFormUsesTheIndent)
-{
-    TyxVariantList list{TyxVariant(1), TyxVariant(2)};
-    std::ostringstream os;
-    toJson(os, TyxVariant(list), L"\t", true);
-    EXPECT_EQ(os.str(), "[\n\t1,\n\t2\n]");
-    std::ostringstream other;
-    toJson(other, TyxVariant(list), L"x", true);
-    EXPECT_EQ(other.str(), "[\n    1,\n    2\n]");
-}
-
-TEST(TyxJsonNodeTest, OtherValuesAreWrittenAsNumbersOrText)
+TEST(TyxJsonNodeTest, OtherValuesAreWrittenAsNumbersOrTextAndPrettyFormUsesTheIndent)
 {
     EXPECT_EQ(writeText(TyxVariant(std::numeric_limits<double>::infinity())), "null");
     EXPECT_EQ(writeText(TyxVariant(static_cast<unsigned char>(7))), "7");
@@ -147,6 +136,14 @@ TEST(TyxJsonNodeTest, OtherValuesAreWrittenAsNumbersOrText)
     // Units that no UTF-8 can carry are written as U+FFFD.
     EXPECT_EQ(writeText(TyxVariant(TyxString(std::wstring{L'a', static_cast<wchar_t>(0xD800)}))),
               "\"a\xef\xbf\xbd\"");
+
+    const TyxVariant list(TyxVariantList{TyxVariant(1), TyxVariant(2)});
+    std::ostringstream tab;
+    toJson(tab, list, L"\t", true);
+    EXPECT_EQ(tab.str(), "[\n\t1,\n\t2\n]");
+    std::ostringstream other; // an indent of other characters falls back to four spaces
+    toJson(other, list, L"x", true);
+    EXPECT_EQ(other.str(), "[\n    1,\n    2\n]");
 }
 
 TEST(TyxJsonNodeTest, MembersMatchIgnoringCase)
