@@ -61,38 +61,29 @@ std::string postedText(const std::function<void()> &call)
     return "nothing posted";
 }
 
-TEST(TyxTempFileTest, KeptFileStaysAfterClose)
-{
-    TyxTestDir dir;
-    const TmpDirScope scope(dir.path().string());
-    TyxTempFile temp;
-    ASSERT_EQ(temp.open(L"w+", false), 0);
-    const std::string name = tyx::toUTF8(temp.fileName());
-    EXPECT_TRUE(isDrawnName(name, dir.path().string() + "/tyx_", ".tmp")) << name;
-
-    EXPECT_EQ(temp.write("kept", 4), 4u);
-    EXPECT_EQ(temp.seek(0, SEEK_SET), 0);
-    char buffer[8] = {};
-    EXPECT_EQ(temp.read(buffer, sizeof buffer), 4u);
-    temp.close();
-    EXPECT_FALSE(temp.isOpen());
-    EXPECT_EQ(dir.read(std::filesystem::path(name).filename().string()), "kept");
-    EXPECT_TRUE(std::filesystem::exists(name));
-}
-
-TEST(TyxTempFileTest, DeletedFileGoesOnCloseAndDestruction)
+TEST(TyxTempFileTest, KeptFileStaysAndDeletedFileGoesOnCloseAndDestruction)
 {
     TyxTestDir dir;
     const TmpDirScope scope(dir.path().string());
     std::string name;
     {
         TyxTempFile temp;
+        ASSERT_EQ(temp.open(L"w+", false), 0);
+        const std::string kept = tyx::toUTF8(temp.fileName());
+        EXPECT_TRUE(isDrawnName(kept, dir.path().string() + "/tyx_", ".tmp")) << kept;
+        EXPECT_EQ(temp.write("kept", 4), 4u);
+        EXPECT_EQ(temp.seek(0, SEEK_SET), 0);
+        char buffer[8] = {};
+        EXPECT_EQ(temp.read(buffer, sizeof buffer), 4u);
+        temp.close();
+        EXPECT_FALSE(temp.isOpen());
+        EXPECT_EQ(dir.read(std::filesystem::path(kept).filename().string()), "kept");
+
         ASSERT_EQ(temp.open(L"wb", true), 0);
         name = tyx::toUTF8(temp.fileName());
         EXPECT_TRUE(std::filesystem::exists(name));
         temp.close();
         EXPECT_FALSE(std::filesystem::exists(name));
-
         ASSERT_EQ(temp.open(L"wb", true), 0);
         name = tyx::toUTF8(temp.fileName());
         EXPECT_TRUE(std::filesystem::exists(name));
@@ -120,7 +111,7 @@ TEST(TyxTempFileTest, GeneratedNameNeverOverwritesAnExistingFile)
     EXPECT_EQ(dir.read(std::filesystem::path(tyx::toUTF8(taken)).filename().string()), "precious");
 }
 
-TEST(TyxTempFileTest, NamedFileAndFileToStream)
+TEST(TyxTempFileTest, NamedFileFileToStreamAndRemove)
 {
     TyxTestDir dir;
     const TyxString name = tyx::fromUTF8(dir.file("named \xc3\xa9.txt"));
@@ -139,6 +130,10 @@ TEST(TyxTempFileTest, NamedFileAndFileToStream)
     std::wostringstream closed;
     temp.fileToStream(closed);
     EXPECT_EQ(closed.str(), L"");
+    // remove deletes by name, once.
+    EXPECT_EQ(tyx::remove(name), 0);
+    EXPECT_FALSE(std::filesystem::exists(dir.file("named \xc3\xa9.txt")));
+    EXPECT_EQ(tyx::remove(name), -1);
 }
 
 TEST(TyxTempFileTest, MissingModeAndUnopenableFilePostErrors)
@@ -168,15 +163,6 @@ TEST(TyxTempFileTest, TempnamJoinsItsParts)
     EXPECT_TRUE(isDrawnName(name, "/some/dir/pre_", ".suf")) << name;
     EXPECT_TRUE(isDrawnName(tyx::toUTF8(tyx::internal::tempnam(L"", L"", L"/d/")), "/d/", ""));
     EXPECT_TRUE(isDrawnName(tyx::toUTF8(tyx::internal::tempnam(L"p", L"", L"")), "p", ""));
-}
-
-TEST(TyxTempFileTest, RemoveDeletesByName)
-{
-    TyxTestDir dir;
-    dir.write("\xc3\xa9", "");
-    EXPECT_EQ(tyx::remove(tyx::fromUTF8(dir.file("\xc3\xa9"))), 0);
-    EXPECT_FALSE(std::filesystem::exists(dir.file("\xc3\xa9")));
-    EXPECT_EQ(tyx::remove(tyx::fromUTF8(dir.file("\xc3\xa9"))), -1);
 }
 
 } // namespace
