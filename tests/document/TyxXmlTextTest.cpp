@@ -6,15 +6,9 @@
 #include <sstream>
 
 #include <tyx/TyxBuffer.h>
-#include <tyx/TyxByteOrder.h>
-#include <tyx/TyxColorModel.h>
-#include <tyx/TyxCoord2D.h>
 #include <tyx/TyxCoord3D.h>
-#include <tyx/TyxDataLayout.h>
 #include <tyx/TyxDataType.h>
 #include <tyx/TyxEqnTile.h>
-#include <tyx/TyxImageROI.h>
-#include <tyx/TyxImageSize.h>
 #include <tyx/TyxMetaProperty.h>
 #include <tyx/TyxRational.h>
 #include <tyx/TyxScalar.h>
@@ -72,18 +66,9 @@ TEST(TyxXmlTextTest, EveryKindComesBackWithItsType)
         TyxVariant(strings),
         TyxVariant(bufferOf({0, 1, 2, 250, 255})),
         TyxVariant(TyxBufferPtr()),
-        TyxVariant(TyxCoord3D<int>(-1, 2, 3)),
         TyxVariant(TyxCoord3D<double>(0.1, 1e300, -2.5)),
-        TyxVariant(TyxCoord2D<double>(1.0 / 7.0, 2)),
-        TyxVariant(TyxSize3D<unsigned int>(1, 2, 3)),
-        TyxVariant(TyxImageSize(640, 480, 3)),
-        TyxVariant(TyxUnits(TyxUnits::Meter, 2)),
         TyxVariant(TyxScalar(2.5, TyxUnits(TyxUnits::Meter))),
-        TyxVariant(TyxImageROI(TyxImageSize(10, 20, 1))),
         TyxVariant(TyxDataType(TyxNumericType::U16)),
-        TyxVariant(TyxDataLayout(TyxDataLayout::BandInterleaved)),
-        TyxVariant(TyxColorModel(TyxColorModel::RGB)),
-        TyxVariant(TyxByteOrder(TyxByteOrder::BigEndian)),
         TyxVariant(TyxVariantPair(L"key", TyxVariant(2.5))),
         TyxVariant(TyxVariantList{TyxVariant(1), TyxVariant(L"a"), TyxVariant(TyxVariantList{})}),
         TyxVariant(map),
@@ -133,11 +118,11 @@ TEST(TyxXmlTextTest, WritesTypeNamesAndValues)
         TyxVariant value;
         const char *xml;
     } cases[] = {
-        {TyxVariant(uint16_t(7)), R"(<variant type="UInt16">7</variant>)"},
         {TyxVariant(0.1), R"(<variant type="Double">0.1</variant>)"},
         {TyxVariant(TyxDataType(TyxNumericType::U16)), R"(<variant type="TyxDataType">(U16,16)</variant>)"},
         {TyxVariant(L" a"), R"(<variant type="TyxString" encoding="base64">IGE=</variant>)"},
         {TyxVariant(bufferOf({1, 2, 3})), R"(<variant type="TyxBufferPtr">AQID</variant>)"},
+        {TyxVariant(TyxBufferPtr()), R"(<variant type="TyxBufferPtr" null="true"/>)"},
         {TyxVariant(TyxVariantList{TyxVariant(1), TyxVariant()}),
          R"(<variant type="TyxVariantList"><variant type="Int">1</variant><variant/></variant>)"},
         {TyxVariant(TyxVariantPair(L"k", TyxVariant(true))),
@@ -145,6 +130,12 @@ TEST(TyxXmlTextTest, WritesTypeNamesAndValues)
     };
     for (const auto &c : cases)
         EXPECT_EQ(xmlOf(c.value), c.xml);
+    // A document is written as a top-level <object>.
+    TyxObjectProxy document(L"Thing");
+    document.setProperty(L"size", TyxVariant(uint16_t(3)));
+    std::ostringstream os;
+    ASSERT_TRUE(TyxSimpleStream(TyxSimpleStream::Xml, false).write(os, document).empty());
+    EXPECT_EQ(os.str(), R"(<object class="Thing"><variant key="size" type="UInt16">3</variant></object>)");
     std::wostringstream wide;
     toXml(wide, TyxVariant(L"\u00e9"));
     EXPECT_EQ(wide.str(), L"<variant type=\"TyxString\">\u00e9</variant>");
@@ -158,7 +149,6 @@ TEST(TyxXmlTextTest, BadTextSaysWhatAndWhereAndLeavesTheValue)
     } cases[] = {
         {"<variant type=\"Int\">12x</variant>", L"The value '12x' does not convert to Int at line 1."},
         {"<variant type=\"UInt8\">256</variant>", L"The value '256' does not convert to UInt8 at line 1."},
-        {"<variant type=\"Bool\">yes</variant>", L"The value 'yes' does not convert to Bool at line 1."},
         {"<variant type=\"Nonsense\">1</variant>", L"Unknown type name 'Nonsense' at line 1."},
         {"<variant type=\"TyxVariantList\">\n<value/></variant>",
          L"Expected a <variant> element, found <value> at line 2."},
