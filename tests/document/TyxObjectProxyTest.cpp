@@ -120,19 +120,14 @@ TEST(TyxObjectProxyTest, NestedObjectsRoundTripThroughJsonAndXml)
         const TyxTextMsg msg = stream.readObject(text, made);
         ASSERT_TRUE(msg.empty()) << msg.what() << "\n" << text.str();
         const std::unique_ptr<TyxObject> owner(made);
-        const auto *back = dynamic_cast<Probe *>(made);
+        auto *back = dynamic_cast<Probe *>(made);
         ASSERT_TRUE(back);
-        EXPECT_EQ(back->count, 7);
-        EXPECT_EQ(back->label, L"hello");
-        EXPECT_TRUE(back->shape == probe.shape) << text.str();
-        EXPECT_TRUE(back->limit->isEqual(probe.limit.get()));
-        EXPECT_TRUE(TyxVariant(back->blob) == TyxVariant(probe.blob));
-        EXPECT_TRUE(back->kind == probe.kind);
         // JSON keeps no types: the free-typed "data" comes back as an Int.
-        if (format == TyxSimpleStream::Xml)
-            EXPECT_TRUE(documentOf(*back) == original) << text.str();
-        else
+        if (format == TyxSimpleStream::Json) {
             EXPECT_EQ(back->shape.data().type(), TyxMetaType::Int);
+            back->shape.setData(probe.shape.data());
+        }
+        EXPECT_TRUE(documentOf(*back) == original) << text.str();
     }
 }
 

@@ -42,45 +42,56 @@ TEST(TyxXmlTextTest, EveryKindComesBackWithItsType)
     strings.push_back(L"");
     TyxObjectProxy document(L"Thing");
     document.setProperty(L"size", TyxVariant(uint16_t(3)));
-    const TyxVariant values[] = {
-        TyxVariant(),
-        TyxVariant(true),
-        TyxVariant(static_cast<signed char>(-128)),
-        TyxVariant(static_cast<unsigned char>(255)),
-        TyxVariant(static_cast<short>(-32768)),
-        TyxVariant(static_cast<unsigned short>(65535)),
-        TyxVariant(-2147483647 - 1),
-        TyxVariant(4294967295u),
-        TyxVariant(int64_t(-9223372036854775807LL - 1)),
-        TyxVariant(uint64_t(18446744073709551615ULL)),
-        TyxVariant(0.1f),
-        TyxVariant(1.0 / 3.0),
-        TyxVariant(-std::numeric_limits<double>::infinity()),
-        TyxVariant(std::complex<double>(1.5, -1e-300)),
-        TyxVariant(TyxRational<int64_t>(-3, 7)),
-        TyxVariant(TyxRational<uint64_t>(5, 9)),
-        TyxVariant(L'\u00e9'),
-        TyxVariant(L"<tag> & \"quotes\" \u00fc\U0001F600"),
-        TyxVariant(L"  padded\r\nline\x01 "),
-        TyxVariant(L""),
-        TyxVariant(strings),
-        TyxVariant(bufferOf({0, 1, 2, 250, 255})),
-        TyxVariant(TyxBufferPtr()),
-        TyxVariant(TyxCoord3D<double>(0.1, 1e300, -2.5)),
-        TyxVariant(TyxScalar(2.5, TyxUnits(TyxUnits::Meter))),
-        TyxVariant(TyxDataType(TyxNumericType::U16)),
-        TyxVariant(TyxVariantPair(L"key", TyxVariant(2.5))),
-        TyxVariant(TyxVariantList{TyxVariant(1), TyxVariant(L"a"), TyxVariant(TyxVariantList{})}),
-        TyxVariant(map),
-        TyxVariant(document),
-        TyxVariant(
-            TyxMetaProperty(L"width", TyxMetaType::Int, TyxMetaFlag(0x0008), L"Width", L"in pixels", L'w')),
+    // Values given with their text must also write exactly that.
+    const struct {
+        TyxVariant value;
+        const char *xml = nullptr;
+    } cases[] = {
+        {TyxVariant()},
+        {TyxVariant(true)},
+        {TyxVariant(static_cast<signed char>(-128))},
+        {TyxVariant(static_cast<unsigned char>(255))},
+        {TyxVariant(static_cast<short>(-32768))},
+        {TyxVariant(static_cast<unsigned short>(65535))},
+        {TyxVariant(-2147483647 - 1)},
+        {TyxVariant(4294967295u)},
+        {TyxVariant(int64_t(-9223372036854775807LL - 1))},
+        {TyxVariant(uint64_t(18446744073709551615ULL))},
+        {TyxVariant(0.1f)},
+        {TyxVariant(0.1), R"(<variant type="Double">0.1</variant>)"},
+        {TyxVariant(-std::numeric_limits<double>::infinity())},
+        {TyxVariant(std::complex<double>(1.5, -1e-300))},
+        {TyxVariant(TyxRational<int64_t>(-3, 7))},
+        {TyxVariant(TyxRational<uint64_t>(5, 9))},
+        {TyxVariant(L'\u00e9')},
+        {TyxVariant(L"<tag> & \"quotes\" \u00fc\U0001F600")},
+        {TyxVariant(L" a"), R"(<variant type="TyxString" encoding="base64">IGE=</variant>)"},
+        {TyxVariant(L"line\r\nend\x01.")},
+        {TyxVariant(L"")},
+        {TyxVariant(strings)},
+        {TyxVariant(bufferOf({0, 1, 2, 250, 255})), R"(<variant type="TyxBufferPtr">AAEC+v8=</variant>)"},
+        {TyxVariant(TyxBufferPtr()), R"(<variant type="TyxBufferPtr" null="true"/>)"},
+        {TyxVariant(TyxCoord3D<double>(0.1, 1e300, -2.5))},
+        {TyxVariant(TyxScalar(2.5, TyxUnits(TyxUnits::Meter)))},
+        {TyxVariant(TyxDataType(TyxNumericType::U16)), R"(<variant type="TyxDataType">(U16,16)</variant>)"},
+        {TyxVariant(TyxVariantPair(L"k", TyxVariant(true))),
+         R"(<variant type="TyxKeyValuePair" name="k"><variant type="Bool">true</variant></variant>)"},
+        {TyxVariant(TyxVariantList{TyxVariant(1), TyxVariant(), TyxVariant(TyxVariantList{})}),
+         R"(<variant type="TyxVariantList"><variant type="Int">1</variant><variant/>)"
+         R"(<variant type="TyxVariantList"/></variant>)"},
+        {TyxVariant(map)},
+        {TyxVariant(document)},
+        {TyxVariant(
+            TyxMetaProperty(L"width", TyxMetaType::Int, TyxMetaFlag(0x0008), L"Width", L"in pixels", L'w'))},
     };
     TyxEqnTile tile(TyxDataType(TyxNumericType::I16), 3);
     const short samples[] = {-1, 0, 300};
     std::copy(samples, samples + 3, tile.samples<short>().begin());
-    for (const TyxVariant &value : values) {
+    for (const auto &[value, exact] : cases) {
         const std::string xml = xmlOf(value);
+        if (exact) {
+            EXPECT_EQ(xml, exact);
+        }
         TyxVariant back(L"unchanged");
         std::istringstream is(xml);
         const TyxTextMsg msg = fromXml(is, back);
@@ -112,25 +123,8 @@ TEST(TyxXmlTextTest, TooDeepValuesAreCutSoThatTheTextReadsBack)
     EXPECT_FALSE(back.isValid());
 }
 
-TEST(TyxXmlTextTest, WritesTypeNamesAndValues)
+TEST(TyxXmlTextTest, WritesTopLevelDocumentsAndWideText)
 {
-    const struct {
-        TyxVariant value;
-        const char *xml;
-    } cases[] = {
-        {TyxVariant(0.1), R"(<variant type="Double">0.1</variant>)"},
-        {TyxVariant(TyxDataType(TyxNumericType::U16)), R"(<variant type="TyxDataType">(U16,16)</variant>)"},
-        {TyxVariant(L" a"), R"(<variant type="TyxString" encoding="base64">IGE=</variant>)"},
-        {TyxVariant(bufferOf({1, 2, 3})), R"(<variant type="TyxBufferPtr">AQID</variant>)"},
-        {TyxVariant(TyxBufferPtr()), R"(<variant type="TyxBufferPtr" null="true"/>)"},
-        {TyxVariant(TyxVariantList{TyxVariant(1), TyxVariant()}),
-         R"(<variant type="TyxVariantList"><variant type="Int">1</variant><variant/></variant>)"},
-        {TyxVariant(TyxVariantPair(L"k", TyxVariant(true))),
-         R"(<variant type="TyxKeyValuePair" name="k"><variant type="Bool">true</variant></variant>)"},
-    };
-    for (const auto &c : cases)
-        EXPECT_EQ(xmlOf(c.value), c.xml);
-    // A document is written as a top-level <object>.
     TyxObjectProxy document(L"Thing");
     document.setProperty(L"size", TyxVariant(uint16_t(3)));
     std::ostringstream os;
