@@ -143,8 +143,6 @@ TEST(TyxObjectProxyTest, RefusedDocumentsSayWhereAndLeaveTheTargetUnchanged)
     badLimit.setProperty(L"flags", TyxVariant(300));
     TyxObjectProxy otherClass = good;
     otherClass.setObjectClassName(L"Other");
-    TyxObjectProxy wrongNesting = good;
-    wrongNesting.setProperty(L"count", TyxVariant(TyxObjectProxy(L"Probe")));
 
     const struct {
         TyxObjectProxy document;
@@ -165,7 +163,8 @@ TEST(TyxObjectProxyTest, RefusedDocumentsSayWhereAndLeaveTheTargetUnchanged)
         {with(L"blob", TyxVariant(L"AQ=")),
          L"Property 'blob' of class 'Probe': Truncated Base64 group: the text ends after 3 of 4 characters."},
         {otherClass, L"A document of class 'Other' cannot be applied to an object of class 'Probe'."},
-        {wrongNesting, L"Property 'count' of class 'Probe' does not hold objects."},
+        {with(L"count", TyxVariant(TyxObjectProxy(L"Probe"))),
+         L"Property 'count' of class 'Probe' does not hold objects."},
     };
     for (const auto &c : cases) {
         Probe target = filledProbe();

@@ -11,7 +11,6 @@
 #include <tyx/TyxEqnTile.h>
 #include <tyx/TyxMetaProperty.h>
 #include <tyx/TyxRational.h>
-#include <tyx/TyxScalar.h>
 #include <tyx/TyxStrList.h>
 
 namespace {
@@ -32,14 +31,8 @@ TyxBufferPtr bufferOf(std::initializer_list<uint8_t> bytes)
     return buffer;
 }
 
-TEST(TyxXmlTextTest, EveryKindComesBackWithItsType)
+TEST(TyxXmlTextTest, EveryKindComesBackWithItsTypeAndExactText)
 {
-    TyxVariantMap map;
-    map[L"a"] = TyxVariant(1);
-    map[L"B"] = TyxVariant(L"two");
-    TyxStrList strings;
-    strings.push_back(L"x,y");
-    strings.push_back(L"");
     TyxObjectProxy document(L"Thing");
     document.setProperty(L"size", TyxVariant(uint16_t(3)));
     // Values given with their text must also write exactly that.
@@ -62,24 +55,22 @@ TEST(TyxXmlTextTest, EveryKindComesBackWithItsType)
         {TyxVariant(-std::numeric_limits<double>::infinity())},
         {TyxVariant(std::complex<double>(1.5, -1e-300))},
         {TyxVariant(TyxRational<int64_t>(-3, 7))},
-        {TyxVariant(TyxRational<uint64_t>(5, 9))},
         {TyxVariant(L'\u00e9')},
         {TyxVariant(L"<tag> & \"quotes\" \u00fc\U0001F600")},
         {TyxVariant(L" a"), R"(<variant type="TyxString" encoding="base64">IGE=</variant>)"},
         {TyxVariant(L"line\r\nend\x01.")},
         {TyxVariant(L"")},
-        {TyxVariant(strings)},
+        {TyxVariant(TyxStrList{L"x,y", L""})},
         {TyxVariant(bufferOf({0, 1, 2, 250, 255})), R"(<variant type="TyxBufferPtr">AAEC+v8=</variant>)"},
         {TyxVariant(TyxBufferPtr()), R"(<variant type="TyxBufferPtr" null="true"/>)"},
         {TyxVariant(TyxCoord3D<double>(0.1, 1e300, -2.5))},
-        {TyxVariant(TyxScalar(2.5, TyxUnits(TyxUnits::Meter)))},
         {TyxVariant(TyxDataType(TyxNumericType::U16)), R"(<variant type="TyxDataType">(U16,16)</variant>)"},
         {TyxVariant(TyxVariantPair(L"k", TyxVariant(true))),
          R"(<variant type="TyxKeyValuePair" name="k"><variant type="Bool">true</variant></variant>)"},
         {TyxVariant(TyxVariantList{TyxVariant(1), TyxVariant(), TyxVariant(TyxVariantList{})}),
          R"(<variant type="TyxVariantList"><variant type="Int">1</variant><variant/>)"
          R"(<variant type="TyxVariantList"/></variant>)"},
-        {TyxVariant(map)},
+        {TyxVariant(TyxVariantMap{{L"a", TyxVariant(1)}, {L"B", TyxVariant(L"two")}})},
         {TyxVariant(document)},
         {TyxVariant(
             TyxMetaProperty(L"width", TyxMetaType::Int, TyxMetaFlag(0x0008), L"Width", L"in pixels", L'w'))},
@@ -107,6 +98,14 @@ TEST(TyxXmlTextTest, EveryKindComesBackWithItsType)
     const TyxEqnTile read = back.value<TyxEqnTile>();
     EXPECT_TRUE(read.dataType() == tile.dataType());
     EXPECT_TRUE(std::equal(samples, samples + 3, read.samples<short>().begin(), read.samples<short>().end()));
+
+    // A document alone is written as a top-level <object>; wide streams take the same text.
+    std::ostringstream os;
+    ASSERT_TRUE(TyxSimpleStream(TyxSimpleStream::Xml, false).write(os, document).empty());
+    EXPECT_EQ(os.str(), R"(<object class="Thing"><variant key="size" type="UInt16">3</variant></object>)");
+    std::wostringstream wide;
+    toXml(wide, TyxVariant(L"\u00e9"));
+    EXPECT_EQ(wide.str(), L"<variant type=\"TyxString\">\u00e9</variant>");
 }
 
 TEST(TyxXmlTextTest, TooDeepValuesAreCutSoThatTheTextReadsBack)
@@ -121,18 +120,6 @@ TEST(TyxXmlTextTest, TooDeepValuesAreCutSoThatTheTextReadsBack)
         back = back.value<TyxVariantList>().front();
     EXPECT_EQ(depth, 98);
     EXPECT_FALSE(back.isValid());
-}
-
-TEST(TyxXmlTextTest, WritesTopLevelDocumentsAndWideText)
-{
-    TyxObjectProxy document(L"Thing");
-    document.setProperty(L"size", TyxVariant(uint16_t(3)));
-    std::ostringstream os;
-    ASSERT_TRUE(TyxSimpleStream(TyxSimpleStream::Xml, false).write(os, document).empty());
-    EXPECT_EQ(os.str(), R"(<object class="Thing"><variant key="size" type="UInt16">3</variant></object>)");
-    std::wostringstream wide;
-    toXml(wide, TyxVariant(L"\u00e9"));
-    EXPECT_EQ(wide.str(), L"<variant type=\"TyxString\">\u00e9</variant>");
 }
 
 TEST(TyxXmlTextTest, BadTextSaysWhatAndWhereAndLeavesTheValue)
