@@ -80,9 +80,8 @@ Probe filledProbe()
     probe.shape.setData(TyxVariant(uint16_t(640)));
     const TyxNumValidator<int> range(0x05, 1, 4096);
     probe.shape.setValidator(&range);
-    probe.blob = TyxBufferPtr(new TyxBuffer(5, true));
-    for (int i = 0; i < 5; ++i)
-        static_cast<uint8_t *>(probe.blob->data())[i] = static_cast<uint8_t>(250 + i);
+    static uint8_t bytes[] = {250, 251, 252, 253, 254};
+    probe.blob = TyxBufferPtr(new TyxBuffer(sizeof bytes, bytes, false));
     probe.kind = TyxDataType(TyxNumericType::U16);
     return probe;
 }
@@ -164,11 +163,6 @@ TEST(TyxObjectProxyTest, RefusedDocumentsSayWhereAndLeaveTheTargetUnchanged)
         EXPECT_EQ(c.document.applyTo(target).text(), c.message);
         EXPECT_TRUE(documentOf(target) == before) << c.message;
     }
-    TyxObject *made = reinterpret_cast<TyxObject *>(&otherClass);
-    EXPECT_EQ(
-        with(L"count", TyxVariant(-1)).createObject(made).text(),
-        L"Property 'count' of class 'Probe' refused the value: The value of '-1' is not within [0, 10].");
-    EXPECT_EQ(made, reinterpret_cast<TyxObject *>(&otherClass));
 }
 
 TEST(TyxObjectProxyTest, BadStreamsSayWhat)
@@ -178,6 +172,8 @@ TEST(TyxObjectProxyTest, BadStreamsSayWhat)
         const char *text;
         const wchar_t *message;
     } cases[] = {
+        {TyxSimpleStream::Json, R"({"class":"Probe","properties":{"count":-1}})",
+         L"Property 'count' of class 'Probe' refused the value: The value of '-1' is not within [0, 10]."},
         {TyxSimpleStream::Json, R"({"properties":{}})", L"A document needs the member \"class\"."},
         {TyxSimpleStream::Json, R"({"class":"Probe","extra":1})", L"Unknown member 'extra' in a document."},
         {TyxSimpleStream::Json, R"([1])",
@@ -190,9 +186,10 @@ TEST(TyxObjectProxyTest, BadStreamsSayWhat)
     };
     for (const auto &c : cases) {
         std::istringstream is(c.text);
-        TyxObject *made = nullptr;
+        Probe untouched;
+        TyxObject *made = &untouched;
         EXPECT_EQ(TyxSimpleStream(c.format).readObject(is, made).text(), c.message) << c.text;
-        EXPECT_EQ(made, nullptr);
+        EXPECT_EQ(made, &untouched);
     }
 }
 

@@ -24,15 +24,9 @@ std::string xmlOf(const TyxVariant &value)
     return os.str();
 }
 
-TyxBufferPtr bufferOf(std::initializer_list<uint8_t> bytes)
-{
-    TyxBufferPtr buffer(new TyxBuffer(bytes.size(), true));
-    std::copy(bytes.begin(), bytes.end(), static_cast<uint8_t *>(buffer->data()));
-    return buffer;
-}
-
 TEST(TyxXmlTextTest, EveryKindComesBackWithItsTypeAndExactText)
 {
+    static uint8_t bytes[] = {0, 1, 2, 250, 255};
     TyxObjectProxy document(L"Thing");
     document.setProperty(L"size", TyxVariant(uint16_t(3)));
     // Values given with their text must also write exactly that.
@@ -61,7 +55,8 @@ TEST(TyxXmlTextTest, EveryKindComesBackWithItsTypeAndExactText)
         {TyxVariant(L"line\r\nend\x01.")},
         {TyxVariant(L"")},
         {TyxVariant(TyxStrList{L"x,y", L""})},
-        {TyxVariant(bufferOf({0, 1, 2, 250, 255})), R"(<variant type="TyxBufferPtr">AAEC+v8=</variant>)"},
+        {TyxVariant(TyxBufferPtr(new TyxBuffer(sizeof bytes, bytes, false))),
+         R"(<variant type="TyxBufferPtr">AAEC+v8=</variant>)"},
         {TyxVariant(TyxBufferPtr()), R"(<variant type="TyxBufferPtr" null="true"/>)"},
         {TyxVariant(TyxCoord3D<double>(0.1, 1e300, -2.5))},
         {TyxVariant(TyxDataType(TyxNumericType::U16)), R"(<variant type="TyxDataType">(U16,16)</variant>)"},
@@ -158,9 +153,7 @@ TEST(TyxXmlTextTest, BadTextSaysWhatAndWhereAndLeavesTheValue)
         EXPECT_TRUE(value == TyxVariant(42)) << c.xml;
     }
     TyxVariant value(42);
-    TyxTextMsg msg = fromXml(std::string_view("<variant type=\"Int\">1</wrong>"), value);
-    EXPECT_NE(msg.text().find(L"XML_ERROR_MISMATCHED_ELEMENT"), TyxString::npos) << msg.what();
-    msg = fromXml(std::string_view(""), value);
+    const TyxTextMsg msg = fromXml(std::string_view(""), value);
     EXPECT_NE(msg.text().find(L"XML_ERROR_EMPTY_DOCUMENT"), TyxString::npos) << msg.what();
     EXPECT_TRUE(value == TyxVariant(42));
 }
