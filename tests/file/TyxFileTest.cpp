@@ -1,7 +1,10 @@
+// Tests of files, their names and their status.
 #include <tyx/TyxFile.h>
+#include <tyx/TyxFileInfo.h>
 
 #include <array>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -14,6 +17,7 @@
 namespace {
 
 using tyx::TyxFile;
+using tyx::TyxFileInfo;
 using tyx::TyxString;
 using tyx::test::TyxTestDir;
 
@@ -104,6 +108,140 @@ TEST(TyxFileTest, TwoThreadsShareOneFileThroughPositionedForms)
             break;
         }
     }
+}
+
+TEST(TyxFileInfoTest, StoresTheLinuxNormalForm)
+{
+    const struct {
+        const wchar_t *given;
+        const wchar_t *stored;
+    } cases[] = {
+        {L"", L""},
+        {L"C:", L"C:"},
+        {L"/", L"/"},
+        {L"//", L"/"},
+        {L".", L"."},
+        {L".\\", L""},
+        {L"./a", L"a"},
+        {L"a/.//./b/", L"a/b"},
+        {L"C:\\a//b/./c/", L"C:/a/b/c"},
+        {L"C:./a", L"C:./a"},
+        {L"/a/..//b/", L"/a/../b"},
+        {L"a/.", L"a/."},
+        {L"..\\x", L"../x"},
+        {L"\\\\server\\share", L"/server/share"},
+        {L"/d\u00e9j\u00e0//\u65e5\u672c/", L"/d\u00e9j\u00e0/\u65e5\u672c"},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(TyxFileInfo(TyxString(c.given)).filePath(), c.stored) << c.given;
+    // setFile normalises too; comparison is by the stored path.
+    TyxFileInfo info;
+    TyxString moved = L"x\\\\y/";
+    info.setFile(std::move(moved));
+    EXPECT_EQ(info.filePath(), L"x/y");
+    EXPECT_EQ(info, TyxFileInfo(TyxString(L"x/y")));
+    EXPECT_LT(info, TyxFileInfo(TyxString(L"x/z")));
+}
+
+TEST(TyxFileInfoTest, SplitsPathBaseNameAndSuffix)
+{
+    const struct {
+        const wchar_t *given;
+        const wchar_t *path;
+        const wchar_t *baseName;
+        const wchar_t *suffix;
+    } cases[] = {
+        {L"file.txt", L".", L"file", L"txt"},
+        {L"archive.tar.gz", L".", L"archive.tar", L"gz"},
+        {L"/top", L"/", L"top", L""},
+        {L"/", L"/", L"", L""},
+        {L"dir.d/name", L"dir.d", L"name", L""},
+        {L"a/.hidden", L"a", L"", L"hidden"},
+        {L"a/trailing.", L"a", L"trailing", L""},
+        {L"", L".", L"", L""},
+    };
+    for (const auto &c : cases) {
+        const TyxFileInfo info{TyxString(c.given)};
+        EXPECT_EQ(info.path(), c.path) << c.given;
+        EXPECT_EQ(info.baseName(), c.baseName) << c.given;
+        EXPECT_EQ(info.suffix(), c.suffix) << c.given;
+    }
+}
+
+TEST(TyxFileInfoTest, AbsoluteOnlyWithLeadingSlashAndAbsolutePathJoinsTheCurrentDirectory)
+{
+    EXPECT_TRUE(TyxFileInfo(TyxString(L"\\a")).isAbsolute());
+    EXPECT_FALSE(TyxFileInfo(TyxString(L"C:a")).isAbsolute());
+    EXPECT_FALSE(TyxFileInfo().isAbsolute());
+    TyxTestDir dir;
+    const tyx::test::TyxCurrentDir inside(dir.path());
+    const TyxString current = tyx::fromUTF8(std::filesystem::current_path().string());
+    EXPECT_EQ(TyxFileInfo(TyxString(L"sub/f.txt")).absoluteFilePath(), current + L"/sub/f.txt");
+    EXPECT_EQ(TyxFileInfo(TyxString(L"sub/f.txt")).absolutePath(), current + L"/sub");
+    EXPECT_EQ(TyxFileInfo(TyxString(L"/etc/x")).absoluteFilePath(), L"/etc/x");
+    EXPECT_EQ(TyxFileInfo().absoluteFilePath(), L"");
+}
+
+TEST(TyxFileInfoTest, CanonicalizeResolvesSymbolicLinksAndDots)
+{
+    TyxTestDir dir;
+    const std::filesystem::path realPath = std::filesystem::canonical(dir.path());
+    std::filesystem::create_directory(realPath / "target");
+    std::filesystem::create_directory_symlink(realPath / "target", realPath / "link");
+    const TyxString expected = tyx::fromUTF8((realPath / "target").string());
+
+    EXPECT_EQ(tyx::canonicalizePath(tyx::fromUTF8((realPath / "link").string())), expected);
+    // The link is resolved even when the name behind it does not exist.
+    EXPECT_EQ(tyx::canonicalizePath(tyx::fromUTF8((realPath / "link/new/file.txt").string())),
+              expected + L"/new/file.txt");
+
+    // Missing paths have their dots resolved by text.
+    const TyxString real = tyx::fromUTF8(realPath.string());
+    EXPECT_EQ(tyx::canonicalizePath(real + L"/no/such/../file"), real + L"/no/file");
+    EXPECT_EQ(tyx::canonicalizePath(L"/../../no_such_tyx_dir/x"), L"/no_such_tyx_dir/x");
+    EXPECT_EQ(tyx::canonicalizePath(L""), L"");
+
+    const tyx::test::TyxCurrentDir inside(dir.path());
+    EXPECT_EQ(tyx::canonicalizePath(L"missing/../other"), real + L"/other");
+    EXPECT_EQ(tyx::canonicalizePath(L"."), real);
+}
+
+TEST(TyxFileInfoTest, StatusOfFilesDirectoriesMissingAndOddPaths)
+{
+    // Non-ASCII names go to the system as UTF-8.
+    TyxTestDir dir;
+    const TyxString folder = tyx::fromUTF8(std::filesystem::canonical(dir.path()).string());
+    const TyxFileInfo file(folder + L"/\u00fcber \u65e5\u672c.txt");
+    dir.write("\xc3\xbc"
+              "ber \xe6\x97\xa5\xe6\x9c\xac.txt",
+              "12345");
+    const TyxFileInfo missing(folder + L"/missing");
+    EXPECT_TRUE(file.isFile());
+    EXPECT_TRUE(TyxFileInfo(folder).isDir());
+    EXPECT_FALSE(missing.isFile());
+    struct stat buffer {};
+    ASSERT_EQ(file.stat(buffer), 0);
+    EXPECT_EQ(buffer.st_size, 5);
+    EXPECT_EQ(missing.stat(buffer), -1);
+    EXPECT_EQ(file.access(R_OK | W_OK), 0);
+    EXPECT_EQ(missing.access(F_OK), -1);
+    EXPECT_EQ(file.canonicalize(), file.filePath());
+    // A null character inside a path names nothing, instead of a shorter path.
+    const TyxString withNull = folder + TyxString(L"/\0x", 3);
+    EXPECT_FALSE(TyxFileInfo(withNull).isDir());
+    EXPECT_EQ(TyxFileInfo(withNull).access(F_OK), -1);
+    EXPECT_EQ(tyx::canonicalizePath(withNull), withNull);
+
+    // A text that is not Unicode, and a very long path.
+    const TyxString surrogate(1, static_cast<wchar_t>(0xD800));
+    EXPECT_FALSE(TyxFileInfo(surrogate).isFile());
+    TyxString longPath;
+    for (int i = 0; i < 20000; ++i)
+        longPath += L"/segment";
+    const TyxFileInfo longInfo(longPath);
+    EXPECT_FALSE(longInfo.isDir());
+    EXPECT_EQ(longInfo.canonicalize(), longPath);
+    EXPECT_EQ(TyxFileInfo(TyxString(100000, L'/')).filePath(), L"/");
 }
 
 } // namespace

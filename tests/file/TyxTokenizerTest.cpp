@@ -145,35 +145,32 @@ TEST(TyxTokenizerTest, NextDataReadsRawTextToTerminator)
 TEST(TyxTokenizerTest, InvalidCharacterSetsLeaveTheirStatus)
 {
     const struct {
-        const wchar_t *delimiters;
         const wchar_t *lineComment;
         const wchar_t *blockBegin;
         const wchar_t *blockEnd;
-        const wchar_t *whitespace;
         const wchar_t *message;
+        const wchar_t *delimiters = L"";
+        const wchar_t *whitespace = L" ";
     } cases[] = {
-        {L"", L"###", L"", L"", L" ", L"Line comment identifier, '###', exceeds maximum length of 2"},
-        {L"", L"#\"", L"", L"", L" ",
-         L"Line comment identifier, '#\"' may not include literal token identifier '\"'"},
-        {L"", L"# ", L"", L"", L" ", L"Line comment identifier may not include whitespace TyxCharacters"},
-        {L"", L"#", L"", L"*/", L" ",
-         L"Block comment begin, '', and block comment end, '*/', failed length test"},
-        {L"", L"#", L"/**", L"*/", L" ",
-         L"Block comment begin, '/**', and block comment end, '*/', failed length test"},
-        {L"", L"#", L"/\"", L"*/", L" ", L"Invalid character, '\"', in block comment begin identifier"},
-        {L"", L"#", L"/*", L"\"/", L" ", L"Invalid  TyxCharacter, '\"', in block comment end identifier"},
-        {L"", L"#", L"/\n", L"*/", L" ", L"White space found in block comment begin identifier"},
-        {L"", L"#", L"/*", L"*\t", L"\t", L"White  space found in block comment end identifier"},
-        {L"", L"*", L"/*", L"*/", L" ",
+        {L"###", L"", L"", L"Line comment identifier, '###', exceeds maximum length of 2"},
+        {L"#\"", L"", L"", L"Line comment identifier, '#\"' may not include literal token identifier '\"'"},
+        {L"# ", L"", L"", L"Line comment identifier may not include whitespace TyxCharacters"},
+        {L"#", L"", L"*/", L"Block comment begin, '', and block comment end, '*/', failed length test"},
+        {L"#", L"/**", L"*/", L"Block comment begin, '/**', and block comment end, '*/', failed length test"},
+        {L"#", L"/\"", L"*/", L"Invalid character, '\"', in block comment begin identifier"},
+        {L"#", L"/*", L"\"/", L"Invalid  TyxCharacter, '\"', in block comment end identifier"},
+        {L"#", L"/\n", L"*/", L"White space found in block comment begin identifier"},
+        {L"#", L"/*", L"*\t", L"White  space found in block comment end identifier", L"", L"\t"},
+        {L"*", L"/*", L"*/",
          L"The line comment TyxCharacter '*' must differ from each TyxCharacter in the block comment begin "
          L"identifier '/*'"},
-        {L"", L"//", L"/", L"\\", L" ",
+        {L"//", L"/", L"\\",
          L"The block comment begin TyxCharacter '/' must differ from each TyxCharacter in the line comment "
          L"identifier '//'"},
-        {L"", L"/*", L"/*", L"*/", L" ", L"Block begin comment and line comment  identifiers must differ"},
-        {L"=;", L"#", L"", L"", L" ;", L"';' cannot be listed as both whitespace and as a delimiter"},
-        {L"=", L"#", L"", L"", L" \"", L"Literal TyxCharacter, '\"', cannot be listed as a whitespace"},
-        {L"=\"", L"#", L"", L"", L" ", L"Literal TyxCharacter, '\"', cannot be listed as a delimiter"},
+        {L"/*", L"/*", L"*/", L"Block begin comment and line comment  identifiers must differ"},
+        {L"#", L"", L"", L"';' cannot be listed as both whitespace and as a delimiter", L"=;", L" ;"},
+        {L"#", L"", L"", L"Literal TyxCharacter, '\"', cannot be listed as a whitespace", L"=", L" \""},
+        {L"#", L"", L"", L"Literal TyxCharacter, '\"', cannot be listed as a delimiter", L"=\""},
     };
     for (const auto &c : cases) {
         std::wistringstream stream(L"a");
