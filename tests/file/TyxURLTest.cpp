@@ -104,7 +104,7 @@ TEST(TyxURLTest, ParsedPathCutsAtSlashesAndIndexesTheWideTextAtUtf8Positions)
     EXPECT_EQ(TyxURL(TyxString(L"http://\u00FC/a/b")).path(), L"/a/b");
 }
 
-TEST(TyxURLTest, AssignmentReparsesClearEmptiesAndStaleTextThroughTheBaseNeverOverreads)
+TEST(TyxURLTest, ReparsesOnAssignmentAndOddTextsDoNoHarm)
 {
     TyxURL url(TyxString(L"s://h1:1/p"));
     url = TyxString(L"t://h2");
@@ -113,14 +113,12 @@ TEST(TyxURLTest, AssignmentReparsesClearEmptiesAndStaleTextThroughTheBaseNeverOv
     url.clear();
     EXPECT_TRUE(url.isEmpty());
 
+    // Text set through the base is stale for the parts, but never overread.
     url = TyxString(L"s://host/a/long/path");
     static_cast<TyxURI &>(url) = TyxString(L"x");
     EXPECT_EQ(url.path(), L"");
     EXPECT_EQ(url.filename(), L"");
-}
 
-TEST(TyxURLTest, OddTextsParseWithoutHarm)
-{
     // Text that is not Unicode goes byte by byte.
     TyxString bad = L"s://h/";
     bad += static_cast<wchar_t>(0xDFFF);
@@ -138,7 +136,6 @@ TEST(TyxURITest, ComparesAndStreamsInQuotes)
 {
     const TyxURI a(TyxString(L"/tmp/a b"));
     EXPECT_EQ(a, TyxString(L"/tmp/a b"));
-    EXPECT_NE(a, TyxURI(TyxString(L"/tmp/b")));
     EXPECT_LT(a, TyxURI(TyxString(L"/tmp/b")));
 
     std::wostringstream wide;
