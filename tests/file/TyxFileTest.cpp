@@ -112,7 +112,6 @@ TEST(TyxFileInfoTest, StoresTheLinuxNormalForm)
         const wchar_t *stored;
     } cases[] = {
         {L"", L""},
-        {L"C:", L"C:"},
         {L"/", L"/"},
         {L"//", L"/"},
         {L".", L"."},
@@ -125,7 +124,6 @@ TEST(TyxFileInfoTest, StoresTheLinuxNormalForm)
         {L"a/.", L"a/."},
         {L"..\\x", L"../x"},
         {L"\\\\server\\share", L"/server/share"},
-        {L"/d\u00e9j\u00e0//\u65e5\u672c/", L"/d\u00e9j\u00e0/\u65e5\u672c"},
     };
     for (const auto &c : cases)
         EXPECT_EQ(TyxFileInfo(TyxString(c.given)).filePath(), c.stored) << c.given;

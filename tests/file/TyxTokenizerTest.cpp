@@ -68,25 +68,16 @@ TEST(TyxTokenizerTest, QuotesBackslashesAndCommentsSplitTheText)
         EXPECT_EQ(tokensOf(c.text, c.lineComment, c.blockBegin, c.blockEnd), c.tokens) << tyx::toUTF8(c.text);
 }
 
-TEST(TyxTokenizerTest, EmptyLiteralAnswersFalse)
+TEST(TyxTokenizerTest, EmptyLiteralAnswersFalseAndLinesAreCountedInWhiteSpaceCommentsAndLiterals)
 {
-    std::wistringstream stream(L"\"\" next");
-    TyxTokenizer tokenizer(stream, L"", L"", L"", L"", L" ");
+    std::wistringstream stream(L"\"\" a\n\nb # c\n/* \n */ \"x\ny\" d\r\n");
+    TyxTokenizer tokenizer(stream, L"", L"#", L"/*", L"*/", L" ");
     TyxString token = L"old";
     TyxTokenizer::TokenType type = TyxTokenizer::Word;
     EXPECT_FALSE(tokenizer.nextToken(token, type));
     EXPECT_EQ(type, TyxTokenizer::Literal);
     EXPECT_TRUE(token.empty());
-    EXPECT_TRUE(tokenizer.nextToken(token));
-    EXPECT_EQ(token, L"next");
-}
-
-TEST(TyxTokenizerTest, CountsLinesInWhiteSpaceCommentsAndLiterals)
-{
-    std::wistringstream stream(L"a\n\nb # c\n/* \n */ \"x\ny\" d\r\n");
-    TyxTokenizer tokenizer(stream, L"", L"#", L"/*", L"*/", L" ");
     const std::pair<const wchar_t *, int> expected[] = {{L"a", 1}, {L"b", 3}, {L"x\ny", 6}, {L"d", 6}};
-    TyxString token;
     for (const auto &[text, line] : expected) {
         ASSERT_TRUE(tokenizer.nextToken(token));
         EXPECT_EQ(token, text);
