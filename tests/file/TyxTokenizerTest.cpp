@@ -1,5 +1,3 @@
-#include <tyx/TyxCoreLibMgr.h>
-#include <tyx/TyxTextHandler.h>
 #include <tyx/TyxTokenizer.h>
 
 #include "TyxTestDir.h"
