@@ -105,28 +105,42 @@ TEST(TyxFileTest, TwoThreadsShareOneFileThroughPositionedForms)
     EXPECT_TRUE(dir.read("shared") == expected);
 }
 
-TEST(TyxFileInfoTest, StoresTheLinuxNormalForm)
+TEST(TyxFileInfoTest, StoresTheLinuxNormalFormAndSplitsIt)
 {
     const struct {
         const wchar_t *given;
         const wchar_t *stored;
+        const wchar_t *path;
+        const wchar_t *baseName;
+        const wchar_t *suffix;
     } cases[] = {
-        {L"", L""},
-        {L"/", L"/"},
-        {L"//", L"/"},
-        {L".", L"."},
-        {L".\\", L""},
-        {L"./a", L"a"},
-        {L"a/.//./b/", L"a/b"},
-        {L"C:\\a//b/./c/", L"C:/a/b/c"},
-        {L"C:./a", L"C:./a"},
-        {L"/a/..//b/", L"/a/../b"},
-        {L"a/.", L"a/."},
-        {L"..\\x", L"../x"},
-        {L"\\\\server\\share", L"/server/share"},
+        {L"", L"", L".", L"", L""},
+        {L"/", L"/", L"/", L"", L""},
+        {L"//", L"/", L"/", L"", L""},
+        {L".", L".", L".", L"", L""},
+        {L".\\", L"", L".", L"", L""},
+        {L"./a", L"a", L".", L"a", L""},
+        {L"a/.//./b/", L"a/b", L"a", L"b", L""},
+        {L"C:\\a//b/./c/", L"C:/a/b/c", L"C:/a/b", L"c", L""},
+        {L"C:./a", L"C:./a", L"C:.", L"a", L""},
+        {L"/a/..//b/", L"/a/../b", L"/a/..", L"b", L""},
+        {L"a/.", L"a/.", L"a", L"", L""},
+        {L"..\\x", L"../x", L"..", L"x", L""},
+        {L"\\\\server\\share", L"/server/share", L"/server", L"share", L""},
+        {L"file.txt", L"file.txt", L".", L"file", L"txt"},
+        {L"archive.tar.gz", L"archive.tar.gz", L".", L"archive.tar", L"gz"},
+        {L"/top", L"/top", L"/", L"top", L""},
+        {L"dir.d/name", L"dir.d/name", L"dir.d", L"name", L""},
+        {L"a/.hidden", L"a/.hidden", L"a", L"", L"hidden"},
+        {L"a/trailing.", L"a/trailing.", L"a", L"trailing", L""},
     };
-    for (const auto &c : cases)
-        EXPECT_EQ(TyxFileInfo(TyxString(c.given)).filePath(), c.stored) << c.given;
+    for (const auto &c : cases) {
+        const TyxFileInfo info{TyxString(c.given)};
+        EXPECT_EQ(info.filePath(), c.stored) << c.given;
+        EXPECT_EQ(info.path(), c.path) << c.given;
+        EXPECT_EQ(info.baseName(), c.baseName) << c.given;
+        EXPECT_EQ(info.suffix(), c.suffix) << c.given;
+    }
     // setFile normalises too; comparison is by the stored path.
     TyxFileInfo info;
     TyxString moved = L"x\\\\y/";
@@ -136,32 +150,7 @@ TEST(TyxFileInfoTest, StoresTheLinuxNormalForm)
     EXPECT_LT(info, TyxFileInfo(TyxString(L"x/z")));
 }
 
-TEST(TyxFileInfoTest, SplitsPathBaseNameAndSuffix)
-{
-    const struct {
-        const wchar_t *given;
-        const wchar_t *path;
-        const wchar_t *baseName;
-        const wchar_t *suffix;
-    } cases[] = {
-        {L"file.txt", L".", L"file", L"txt"},
-        {L"archive.tar.gz", L".", L"archive.tar", L"gz"},
-        {L"/top", L"/", L"top", L""},
-        {L"/", L"/", L"", L""},
-        {L"dir.d/name", L"dir.d", L"name", L""},
-        {L"a/.hidden", L"a", L"", L"hidden"},
-        {L"a/trailing.", L"a", L"trailing", L""},
-        {L"", L".", L"", L""},
-    };
-    for (const auto &c : cases) {
-        const TyxFileInfo info{TyxString(c.given)};
-        EXPECT_EQ(info.path(), c.path) << c.given;
-        EXPECT_EQ(info.baseName(), c.baseName) << c.given;
-        EXPECT_EQ(info.suffix(), c.suffix) << c.given;
-    }
-}
-
-TEST(TyxFileInfoTest, AbsoluteOnlyWithLeadingSlashAndAbsolutePathJoinsTheCurrentDirectory)
+TEST(TyxFileInfoTest, AbsoluteOnlyWithLeadingSlashAndAbsoluteFilePathJoinsTheCurrentDirectory)
 {
     EXPECT_TRUE(TyxFileInfo(TyxString(L"\\a")).isAbsolute());
     EXPECT_FALSE(TyxFileInfo(TyxString(L"C:a")).isAbsolute());

@@ -69,7 +69,7 @@ TEST(TyxTempFileTest, KeptFileStaysAndDeletedFileGoesOnCloseAndDestruction)
     EXPECT_FALSE(std::filesystem::exists(name));
 }
 
-TEST(TyxTempFileTest, GeneratedNameNeverOverwritesAnExistingFile)
+TEST(TyxTempFileTest, GeneratedNameJoinsItsPartsAndNeverOverwritesAnExistingFile)
 {
     TyxTestDir dir;
     const TmpDirScope scope(dir.path().string());
@@ -86,6 +86,11 @@ TEST(TyxTempFileTest, GeneratedNameNeverOverwritesAnExistingFile)
     EXPECT_NE(temp.fileName(), taken);
     temp.close();
     EXPECT_EQ(dir.read(std::filesystem::path(tyx::toUTF8(taken)).filename().string()), "precious");
+
+    // A directory with a slash, or none, joins the parts as they are.
+    const std::string name = tyx::toUTF8(tyx::internal::tempnam(L"pre_", L".suf", L"/d/"));
+    EXPECT_TRUE(isDrawnName(name, "/d/pre_", ".suf")) << name;
+    EXPECT_TRUE(isDrawnName(tyx::toUTF8(tyx::internal::tempnam(L"p", L"", L"")), "p", ""));
 }
 
 TEST(TyxTempFileTest, NamedFileFileToStreamAndRemove)
@@ -133,13 +138,6 @@ TEST(TyxTempFileTest, MissingModeAndUnopenableFilePostErrors)
     EXPECT_TRUE(
         isDrawnName(posted, "Unable to fopen(w) temporary file '" + dir.file("missing") + "/tyx_", ".tmp'"))
         << posted;
-}
-
-TEST(TyxTempFileTest, TempnamJoinsItsParts)
-{
-    const std::string name = tyx::toUTF8(tyx::internal::tempnam(L"pre_", L".suf", L"/d/"));
-    EXPECT_TRUE(isDrawnName(name, "/d/pre_", ".suf")) << name;
-    EXPECT_TRUE(isDrawnName(tyx::toUTF8(tyx::internal::tempnam(L"p", L"", L"")), "p", ""));
 }
 
 } // namespace

@@ -173,17 +173,7 @@ TEST(TyxTokenizerTest, InvalidCharacterSetsLeaveTheirStatus)
     }
 }
 
-TEST(TyxTokenizerTest, FailedStreamAndFactoryPost)
-{
-    HandlerScope scope;
-    std::wistringstream stream(L"a");
-    stream.setstate(std::ios_base::failbit);
-    auto tokenizer = TyxTokenizer::create(stream, L"", L"", L"", L"", L" ");
-    ASSERT_TRUE(tokenizer);
-    EXPECT_EQ(scope.onlyText(), L"Invalid input stream for the tokenizer.");
-}
-
-TEST(TyxTokenizerTest, FindTokenReadsTheStartOfAFileAndPostsWhenItIsMissing)
+TEST(TyxTokenizerTest, FindTokenReadsTheStartOfAFileAndMissingFilesAndFailedStreamsPost)
 {
     tyx::test::TyxTestDir dir;
     dir.write("head.txt", "  # comment\n{ type = l }");
@@ -196,10 +186,15 @@ TEST(TyxTokenizerTest, FindTokenReadsTheStartOfAFileAndPostsWhenItIsMissing)
     // Cut inside the comment: only newlines follow, so no token.
     EXPECT_FALSE(TyxTokenizer::findToken(token, type, path, 6, L"{}=$", L"#", L"", L"", L" "));
 
+    // A missing file and a failed stream are posted.
     HandlerScope scope;
     const TyxString missing = dir.file("missing.txt");
     EXPECT_FALSE(TyxTokenizer::findToken(token, type, missing, 10, L"", L"", L"", L"", L" "));
-    EXPECT_EQ(scope.onlyText(), L"Cannot open file for read-only access: " + missing);
+    std::wistringstream stream(L"a");
+    stream.setstate(std::ios_base::failbit);
+    EXPECT_TRUE(TyxTokenizer::create(stream, L"", L"", L"", L"", L" "));
+    EXPECT_EQ(scope.texts(), (std::vector<TyxString>{L"Cannot open file for read-only access: " + missing,
+                                                     L"Invalid input stream for the tokenizer."}));
 }
 
 } // namespace
