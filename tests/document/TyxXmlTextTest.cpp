@@ -10,7 +10,6 @@
 #include <tyx/TyxDataType.h>
 #include <tyx/TyxEqnTile.h>
 #include <tyx/TyxMetaProperty.h>
-#include <tyx/TyxRational.h>
 #include <tyx/TyxStrList.h>
 
 namespace {
@@ -48,7 +47,6 @@ TEST(TyxXmlTextTest, EveryKindComesBackWithItsTypeAndExactText)
         {TyxVariant(0.1), R"(<variant type="Double">0.1</variant>)"},
         {TyxVariant(-std::numeric_limits<double>::infinity())},
         {TyxVariant(std::complex<double>(1.5, -1e-300))},
-        {TyxVariant(TyxRational<int64_t>(-3, 7))},
         {TyxVariant(L'\u00e9')},
         {TyxVariant(L"<tag> & \"quotes\" \u00fc\U0001F600")},
         {TyxVariant(L" a"), R"(<variant type="TyxString" encoding="base64">IGE=</variant>)"},
