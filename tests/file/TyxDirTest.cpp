@@ -34,8 +34,7 @@ TEST(TyxDirTest, ListsMatchingNamesInByteOrder)
     EXPECT_EQ(walk(walker, L"*.txt"), (std::vector<TyxString>{L".hidden.txt", L"B.txt", L"_z.txt", L"a.txt",
                                                               L"b.txt", L"sub.txt", L"\u00e9.txt"}));
     EXPECT_EQ(walk(walker, L"[ab].*"), (std::vector<TyxString>{L"a.txt", L"b.txt"}));
-    // A second walk gives the same order; a copied iterator keeps its own position.
-    EXPECT_EQ(walk(walker, L"*"), walk(walker, L"*"));
+    // A copied iterator keeps its own position.
     TyxDir::iterator it = walker.begin(L"[ab].*");
     const TyxDir::iterator copy = it;
     EXPECT_EQ(*it++, L"a.txt");
