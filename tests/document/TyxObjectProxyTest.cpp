@@ -32,56 +32,32 @@ public:
     TyxDataType kind;
 };
 
-TyxNumValidator<int> *rangeValidator(int lower, int upper)
-{
-    auto *validator = new TyxNumValidator<int>();
-    validator->setFlags(0x05);
-    validator->setLower(lower);
-    validator->setUpper(upper);
-    return validator;
-}
-
 class ProbeMeta : public TyxMetaObjectImpl<ProbeMeta, Probe> {
 public:
     using TyxMetaObjectImpl::TyxMetaObjectImpl;
 
+    // Adds \p property read and written straight from the data member \p Member.
+    template <auto Member>
+    void addMember(const TyxMetaProperty &property, const TyxValidator *validator = nullptr)
+    {
+        addProperty(
+            property, [](ProbeMeta &m, const TyxVariant &v) { return take(v, m.object()->*Member) ? 0 : 1; },
+            [](ProbeMeta &m, TyxVariant &v) { return (v = TyxVariant(m.object()->*Member)), 0; }, validator);
+    }
+
     void initProperties() override
     {
         beginProperties(L"Probe");
-        const std::unique_ptr<TyxValidator> range(rangeValidator(0, 10));
-        addProperty(
-            TyxMetaProperty(L"count", TyxMetaType::Int, TyxMetaFlag(), L"Count"),
-            [](ProbeMeta &m, const TyxVariant &v) { return take(v, m.object()->count) ? 0 : 1; },
-            [](ProbeMeta &m, TyxVariant &v) { return (v = m.object()->count), 0; }, range.get());
-        // The text "refused" is refused by the setter itself, after validation.
-        addProperty(
-            TyxMetaProperty(L"label", TyxMetaType::String, TyxMetaFlag(), L"Label"),
-            [](ProbeMeta &m, const TyxVariant &v) {
-                TyxString text;
-                if (!take(v, text) || text == L"refused")
-                    return 1;
-                m.object()->label = text;
-                return 0;
-            },
-            [](ProbeMeta &m, TyxVariant &v) { return (v = m.object()->label), 0; });
-        addProperty(
-            TyxMetaProperty(L"limit", internal::TyxVariantTraits<TyxValidatorConstPtr>::type(), TyxMetaFlag(),
-                            L"Limit"),
-            [](ProbeMeta &m, const TyxVariant &v) { return take(v, m.object()->limit) ? 0 : 1; },
-            [](ProbeMeta &m, TyxVariant &v) { return (v = m.object()->limit), 0; });
-        addProperty(
-            TyxMetaProperty(L"shape", internal::TyxVariantTraits<TyxMetaProperty>::type(), TyxMetaFlag(),
-                            L"Shape"),
-            [](ProbeMeta &m, const TyxVariant &v) { return take(v, m.object()->shape) ? 0 : 1; },
-            [](ProbeMeta &m, TyxVariant &v) { return (v = m.object()->shape), 0; });
-        addProperty(
-            TyxMetaProperty(L"blob", TyxMetaType::BufferPtr, TyxMetaFlag(), L"Blob"),
-            [](ProbeMeta &m, const TyxVariant &v) { return take(v, m.object()->blob) ? 0 : 1; },
-            [](ProbeMeta &m, TyxVariant &v) { return (v = m.object()->blob), 0; });
-        addProperty(
-            TyxMetaProperty(L"kind", TyxMetaType::DataType, TyxMetaFlag(), L"Kind"),
-            [](ProbeMeta &m, const TyxVariant &v) { return take(v, m.object()->kind) ? 0 : 1; },
-            [](ProbeMeta &m, TyxVariant &v) { return (v = TyxVariant(m.object()->kind)), 0; });
+        const TyxNumValidator<int> range(0x05, 0, 10);
+        addMember<&Probe::count>(TyxMetaProperty(L"count", TyxMetaType::Int, TyxMetaFlag(), L"Count"),
+                                 &range);
+        addMember<&Probe::label>(TyxMetaProperty(L"label", TyxMetaType::String, TyxMetaFlag(), L"Label"));
+        addMember<&Probe::limit>(TyxMetaProperty(
+            L"limit", internal::TyxVariantTraits<TyxValidatorConstPtr>::type(), TyxMetaFlag(), L"Limit"));
+        addMember<&Probe::shape>(TyxMetaProperty(
+            L"shape", internal::TyxVariantTraits<TyxMetaProperty>::type(), TyxMetaFlag(), L"Shape"));
+        addMember<&Probe::blob>(TyxMetaProperty(L"blob", TyxMetaType::BufferPtr, TyxMetaFlag(), L"Blob"));
+        addMember<&Probe::kind>(TyxMetaProperty(L"kind", TyxMetaType::DataType, TyxMetaFlag(), L"Kind"));
     }
 };
 
@@ -98,19 +74,14 @@ Probe filledProbe()
     Probe probe;
     probe.count = 7;
     probe.label = L"hello";
-    auto *limit = new TyxNumValidator<double>();
-    limit->setFlags(0x06);
-    limit->setLower(0.5);
-    limit->setUpper(2.5);
-    probe.limit = TyxValidatorConstPtr(limit);
+    probe.limit = TyxValidatorConstPtr(new TyxNumValidator<double>(0x06, 0.5, 2.5));
     probe.shape =
         TyxMetaProperty(L"width", TyxMetaType::UInt16, TyxMetaFlag(0x0008), L"Width", L"in pixels", L'w');
     probe.shape.setData(TyxVariant(uint16_t(640)));
-    const std::unique_ptr<TyxValidator> range(rangeValidator(1, 4096));
-    probe.shape.setValidator(range.get());
-    probe.blob = TyxBufferPtr(new TyxBuffer(5, true));
-    for (int i = 0; i < 5; ++i)
-        static_cast<uint8_t *>(probe.blob->data())[i] = static_cast<uint8_t>(250 + i);
+    const TyxNumValidator<int> range(0x05, 1, 4096);
+    probe.shape.setValidator(&range);
+    static uint8_t bytes[] = {250, 251, 252, 253, 254};
+    probe.blob = TyxBufferPtr(new TyxBuffer(sizeof bytes, bytes, false));
     probe.kind = TyxDataType(TyxNumericType::U16);
     return probe;
 }
@@ -138,43 +109,15 @@ TEST(TyxObjectProxyTest, NestedObjectsRoundTripThroughJsonAndXml)
         const TyxTextMsg msg = stream.readObject(text, made);
         ASSERT_TRUE(msg.empty()) << msg.what() << "\n" << text.str();
         const std::unique_ptr<TyxObject> owner(made);
-        const auto *back = dynamic_cast<Probe *>(made);
+        auto *back = dynamic_cast<Probe *>(made);
         ASSERT_TRUE(back);
-        EXPECT_EQ(back->count, 7);
-        EXPECT_EQ(back->label, L"hello");
-        EXPECT_TRUE(back->shape == probe.shape) << text.str();
-        EXPECT_TRUE(back->limit->isEqual(probe.limit.get()));
-        EXPECT_TRUE(TyxVariant(back->blob) == TyxVariant(probe.blob));
-        EXPECT_TRUE(back->kind == probe.kind);
         // JSON keeps no types: the free-typed "data" comes back as an Int.
-        if (format == TyxSimpleStream::Xml)
-            EXPECT_TRUE(documentOf(*back) == original) << text.str();
-        else
+        if (format == TyxSimpleStream::Json) {
             EXPECT_EQ(back->shape.data().type(), TyxMetaType::Int);
+            back->shape.setData(probe.shape.data());
+        }
+        EXPECT_TRUE(documentOf(*back) == original) << text.str();
     }
-}
-
-TEST(TyxObjectProxyTest, XmlDocumentKeepsTypes)
-{
-    Probe probe;
-    probe.count = 3;
-    probe.shape = TyxMetaProperty(L"n", TyxMetaType::Int, TyxMetaFlag(), L"N");
-    std::ostringstream text;
-    TyxSimpleStream(TyxSimpleStream::Xml, false).write(text, probe);
-    EXPECT_EQ(text.str(), "<object class=\"Probe\"><variant key=\"count\" type=\"Int\">3</variant>"
-                          "<variant key=\"label\" type=\"TyxString\"/>"
-                          "<variant key=\"limit\"/>"
-                          "<variant key=\"shape\" type=\"TyxObjectProxy\"><object class=\"TyxMetaProperty\">"
-                          "<variant key=\"name\" type=\"TyxString\">n</variant>"
-                          "<variant key=\"label\" type=\"TyxString\">N</variant>"
-                          "<variant key=\"type\" type=\"TyxString\">Int</variant>"
-                          "<variant key=\"flags\" type=\"TyxString\">(Editable)</variant>"
-                          "<variant key=\"description\" type=\"TyxString\"/>"
-                          "<variant key=\"command_flag\" type=\"TyxChar\">0</variant>"
-                          "<variant key=\"data\"/>"
-                          "<variant key=\"validator\"/></object></variant>"
-                          "<variant key=\"blob\" type=\"TyxBufferPtr\" null=\"true\"/>"
-                          "<variant key=\"kind\" type=\"TyxDataType\">(,0)</variant></object>");
 }
 
 TEST(TyxObjectProxyTest, RefusedDocumentsSayWhereAndLeaveTheTargetUnchanged)
@@ -185,12 +128,8 @@ TEST(TyxObjectProxyTest, RefusedDocumentsSayWhereAndLeaveTheTargetUnchanged)
         document.setProperty(name, value);
         return document;
     };
-    TyxObjectProxy badLimit = good.property(L"limit").value<TyxObjectProxy>();
-    badLimit.setProperty(L"flags", TyxVariant(300));
     TyxObjectProxy otherClass = good;
     otherClass.setObjectClassName(L"Other");
-    TyxObjectProxy wrongNesting = good;
-    wrongNesting.setProperty(L"count", TyxVariant(TyxObjectProxy(L"Probe")));
 
     const struct {
         TyxObjectProxy document;
@@ -198,12 +137,9 @@ TEST(TyxObjectProxyTest, RefusedDocumentsSayWhereAndLeaveTheTargetUnchanged)
     } cases[] = {
         {with(L"count", TyxVariant(11)),
          L"Property 'count' of class 'Probe' refused the value: The value of '11' is not within [0, 10]."},
-        {with(L"label", TyxVariant(L"refused")),
-         L"Property 'label' of class 'Probe' did not accept the value 'refused'."},
+        // The last property is refused by its setter: all set before it go back.
+        {with(L"kind", TyxVariant(L"Q")), L"Property 'kind' of class 'Probe' did not accept the value 'Q'."},
         {with(L"colour", TyxVariant(1)), L"Unknown property 'colour' of class 'Probe'."},
-        {with(L"limit", TyxVariant(badLimit)), L"In property 'limit' of class 'Probe': Property 'flags' of "
-                                               L"class 'TyxNumValidator' did not accept the "
-                                               L"value '300'."},
         {with(L"limit", TyxVariant(TyxObjectProxy(L"Nobody"))),
          L"In property 'limit' of class 'Probe': No factory is registered for class 'Nobody'."},
         {with(L"limit", TyxVariant(TyxObjectProxy(L"TyxMetaProperty"))),
@@ -211,7 +147,8 @@ TEST(TyxObjectProxyTest, RefusedDocumentsSayWhereAndLeaveTheTargetUnchanged)
         {with(L"blob", TyxVariant(L"AQ=")),
          L"Property 'blob' of class 'Probe': Truncated Base64 group: the text ends after 3 of 4 characters."},
         {otherClass, L"A document of class 'Other' cannot be applied to an object of class 'Probe'."},
-        {wrongNesting, L"Property 'count' of class 'Probe' does not hold objects."},
+        {with(L"count", TyxVariant(TyxObjectProxy(L"Probe"))),
+         L"Property 'count' of class 'Probe' does not hold objects."},
     };
     for (const auto &c : cases) {
         Probe target = filledProbe();
@@ -221,11 +158,6 @@ TEST(TyxObjectProxyTest, RefusedDocumentsSayWhereAndLeaveTheTargetUnchanged)
         EXPECT_EQ(c.document.applyTo(target).text(), c.message);
         EXPECT_TRUE(documentOf(target) == before) << c.message;
     }
-    TyxObject *made = reinterpret_cast<TyxObject *>(&otherClass);
-    EXPECT_EQ(
-        with(L"count", TyxVariant(-1)).createObject(made).text(),
-        L"Property 'count' of class 'Probe' refused the value: The value of '-1' is not within [0, 10].");
-    EXPECT_EQ(made, reinterpret_cast<TyxObject *>(&otherClass));
 }
 
 TEST(TyxObjectProxyTest, BadStreamsSayWhat)
@@ -235,18 +167,13 @@ TEST(TyxObjectProxyTest, BadStreamsSayWhat)
         const char *text;
         const wchar_t *message;
     } cases[] = {
-        {TyxSimpleStream::Json, R"({"class":"Probe","properties":{"count":"x"}})",
-         L"Property 'count' of class 'Probe' did not accept the value 'x'."},
+        {TyxSimpleStream::Json, R"({"class":"Probe","properties":{"count":-1}})",
+         L"Property 'count' of class 'Probe' refused the value: The value of '-1' is not within [0, 10]."},
         {TyxSimpleStream::Json, R"({"properties":{}})", L"A document needs the member \"class\"."},
         {TyxSimpleStream::Json, R"({"class":"Probe","extra":1})", L"Unknown member 'extra' in a document."},
         {TyxSimpleStream::Json, R"([1])",
          L"A document is a map with the members \"class\" and \"properties\", not a "
          L"TyxVariantList."},
-        {TyxSimpleStream::Xml, R"(<object class="Nobody"/>)",
-         L"No factory is registered for class 'Nobody'."},
-        {TyxSimpleStream::Xml,
-         "<object class=\"Probe\">\n<variant key=\"kind\" type=\"TyxDataType\">Q</variant></object>",
-         L"The value 'Q' does not convert to TyxDataType at line 2."},
         {TyxSimpleStream::Xml, R"(<object class="Probe"><variant type="Int">1</variant></object>)",
          L"A property of an <object> has no key at line 1."},
         {TyxSimpleStream::Xml, R"(<variant type="Int">1</variant>)",
@@ -254,9 +181,10 @@ TEST(TyxObjectProxyTest, BadStreamsSayWhat)
     };
     for (const auto &c : cases) {
         std::istringstream is(c.text);
-        TyxObject *made = nullptr;
+        Probe untouched;
+        TyxObject *made = &untouched;
         EXPECT_EQ(TyxSimpleStream(c.format).readObject(is, made).text(), c.message) << c.text;
-        EXPECT_EQ(made, nullptr);
+        EXPECT_EQ(made, &untouched);
     }
 }
 

@@ -6,18 +6,10 @@
 #include <sstream>
 
 #include <tyx/TyxBuffer.h>
-#include <tyx/TyxByteOrder.h>
-#include <tyx/TyxColorModel.h>
-#include <tyx/TyxCoord2D.h>
 #include <tyx/TyxCoord3D.h>
-#include <tyx/TyxDataLayout.h>
 #include <tyx/TyxDataType.h>
 #include <tyx/TyxEqnTile.h>
-#include <tyx/TyxImageROI.h>
-#include <tyx/TyxImageSize.h>
 #include <tyx/TyxMetaProperty.h>
-#include <tyx/TyxRational.h>
-#include <tyx/TyxScalar.h>
 #include <tyx/TyxStrList.h>
 
 namespace {
@@ -31,71 +23,59 @@ std::string xmlOf(const TyxVariant &value)
     return os.str();
 }
 
-TyxBufferPtr bufferOf(std::initializer_list<uint8_t> bytes)
+TEST(TyxXmlTextTest, EveryKindComesBackWithItsTypeAndExactText)
 {
-    TyxBufferPtr buffer(new TyxBuffer(bytes.size(), true));
-    std::copy(bytes.begin(), bytes.end(), static_cast<uint8_t *>(buffer->data()));
-    return buffer;
-}
-
-TEST(TyxXmlTextTest, EveryKindComesBackWithItsType)
-{
-    TyxVariantMap map;
-    map[L"a"] = TyxVariant(1);
-    map[L"B"] = TyxVariant(L"two");
-    TyxStrList strings;
-    strings.push_back(L"x,y");
-    strings.push_back(L"");
+    static uint8_t bytes[] = {0, 1, 2, 250, 255};
     TyxObjectProxy document(L"Thing");
     document.setProperty(L"size", TyxVariant(uint16_t(3)));
-    const TyxVariant values[] = {
-        TyxVariant(),
-        TyxVariant(true),
-        TyxVariant(static_cast<signed char>(-128)),
-        TyxVariant(static_cast<unsigned char>(255)),
-        TyxVariant(static_cast<short>(-32768)),
-        TyxVariant(static_cast<unsigned short>(65535)),
-        TyxVariant(-2147483647 - 1),
-        TyxVariant(4294967295u),
-        TyxVariant(int64_t(-9223372036854775807LL - 1)),
-        TyxVariant(uint64_t(18446744073709551615ULL)),
-        TyxVariant(0.1f),
-        TyxVariant(1.0 / 3.0),
-        TyxVariant(-std::numeric_limits<double>::infinity()),
-        TyxVariant(std::complex<double>(1.5, -1e-300)),
-        TyxVariant(TyxRational<int64_t>(-3, 7)),
-        TyxVariant(TyxRational<uint64_t>(5, 9)),
-        TyxVariant(L'\u00e9'),
-        TyxVariant(L"<tag> & \"quotes\" \u00fc\U0001F600"),
-        TyxVariant(L"  padded\r\nline\x01 "),
-        TyxVariant(L""),
-        TyxVariant(strings),
-        TyxVariant(bufferOf({0, 1, 2, 250, 255})),
-        TyxVariant(TyxBufferPtr()),
-        TyxVariant(TyxCoord3D<int>(-1, 2, 3)),
-        TyxVariant(TyxCoord3D<double>(0.1, 1e300, -2.5)),
-        TyxVariant(TyxCoord2D<double>(1.0 / 7.0, 2)),
-        TyxVariant(TyxSize3D<unsigned int>(1, 2, 3)),
-        TyxVariant(TyxImageSize(640, 480, 3)),
-        TyxVariant(TyxUnits(TyxUnits::Meter, 2)),
-        TyxVariant(TyxScalar(2.5, TyxUnits(TyxUnits::Meter))),
-        TyxVariant(TyxImageROI(TyxImageSize(10, 20, 1))),
-        TyxVariant(TyxDataType(TyxNumericType::U16)),
-        TyxVariant(TyxDataLayout(TyxDataLayout::BandInterleaved)),
-        TyxVariant(TyxColorModel(TyxColorModel::RGB)),
-        TyxVariant(TyxByteOrder(TyxByteOrder::BigEndian)),
-        TyxVariant(TyxVariantPair(L"key", TyxVariant(2.5))),
-        TyxVariant(TyxVariantList{TyxVariant(1), TyxVariant(L"a"), TyxVariant(TyxVariantList{})}),
-        TyxVariant(map),
-        TyxVariant(document),
-        TyxVariant(
-            TyxMetaProperty(L"width", TyxMetaType::Int, TyxMetaFlag(0x0008), L"Width", L"in pixels", L'w')),
+    // Values given with their text must also write exactly that.
+    const struct {
+        TyxVariant value;
+        const char *xml = nullptr;
+    } cases[] = {
+        {TyxVariant()},
+        {TyxVariant(true)},
+        {TyxVariant(static_cast<signed char>(-128))},
+        {TyxVariant(static_cast<unsigned char>(255))},
+        {TyxVariant(static_cast<short>(-32768))},
+        {TyxVariant(static_cast<unsigned short>(65535))},
+        {TyxVariant(-2147483647 - 1)},
+        {TyxVariant(4294967295u)},
+        {TyxVariant(int64_t(-9223372036854775807LL - 1))},
+        {TyxVariant(uint64_t(18446744073709551615ULL))},
+        {TyxVariant(0.1f)},
+        {TyxVariant(0.1), R"(<variant type="Double">0.1</variant>)"},
+        {TyxVariant(-std::numeric_limits<double>::infinity())},
+        {TyxVariant(std::complex<double>(1.5, -1e-300))},
+        {TyxVariant(L'\u00e9')},
+        {TyxVariant(L"<tag> & \"quotes\" \u00fc\U0001F600")},
+        {TyxVariant(L" a"), R"(<variant type="TyxString" encoding="base64">IGE=</variant>)"},
+        {TyxVariant(L"line\r\nend\x01.")},
+        {TyxVariant(L"")},
+        {TyxVariant(TyxStrList{L"x,y", L""})},
+        {TyxVariant(TyxBufferPtr(new TyxBuffer(sizeof bytes, bytes, false))),
+         R"(<variant type="TyxBufferPtr">AAEC+v8=</variant>)"},
+        {TyxVariant(TyxBufferPtr()), R"(<variant type="TyxBufferPtr" null="true"/>)"},
+        {TyxVariant(TyxCoord3D<double>(0.1, 1e300, -2.5))},
+        {TyxVariant(TyxDataType(TyxNumericType::U16)), R"(<variant type="TyxDataType">(U16,16)</variant>)"},
+        {TyxVariant(TyxVariantPair(L"k", TyxVariant(true))),
+         R"(<variant type="TyxKeyValuePair" name="k"><variant type="Bool">true</variant></variant>)"},
+        {TyxVariant(TyxVariantList{TyxVariant(1), TyxVariant(), TyxVariant(TyxVariantList{})}),
+         R"(<variant type="TyxVariantList"><variant type="Int">1</variant><variant/>)"
+         R"(<variant type="TyxVariantList"/></variant>)"},
+        {TyxVariant(TyxVariantMap{{L"a", TyxVariant(1)}, {L"B", TyxVariant(L"two")}})},
+        {TyxVariant(document)},
+        {TyxVariant(
+            TyxMetaProperty(L"width", TyxMetaType::Int, TyxMetaFlag(0x0008), L"Width", L"in pixels", L'w'))},
     };
     TyxEqnTile tile(TyxDataType(TyxNumericType::I16), 3);
     const short samples[] = {-1, 0, 300};
     std::copy(samples, samples + 3, tile.samples<short>().begin());
-    for (const TyxVariant &value : values) {
+    for (const auto &[value, exact] : cases) {
         const std::string xml = xmlOf(value);
+        if (exact) {
+            EXPECT_EQ(xml, exact);
+        }
         TyxVariant back(L"unchanged");
         std::istringstream is(xml);
         const TyxTextMsg msg = fromXml(is, back);
@@ -111,6 +91,14 @@ TEST(TyxXmlTextTest, EveryKindComesBackWithItsType)
     const TyxEqnTile read = back.value<TyxEqnTile>();
     EXPECT_TRUE(read.dataType() == tile.dataType());
     EXPECT_TRUE(std::equal(samples, samples + 3, read.samples<short>().begin(), read.samples<short>().end()));
+
+    // A document alone is written as a top-level <object>; wide streams take the same text.
+    std::ostringstream os;
+    ASSERT_TRUE(TyxSimpleStream(TyxSimpleStream::Xml, false).write(os, document).empty());
+    EXPECT_EQ(os.str(), R"(<object class="Thing"><variant key="size" type="UInt16">3</variant></object>)");
+    std::wostringstream wide;
+    toXml(wide, TyxVariant(L"\u00e9"));
+    EXPECT_EQ(wide.str(), L"<variant type=\"TyxString\">\u00e9</variant>");
 }
 
 TEST(TyxXmlTextTest, TooDeepValuesAreCutSoThatTheTextReadsBack)
@@ -127,29 +115,6 @@ TEST(TyxXmlTextTest, TooDeepValuesAreCutSoThatTheTextReadsBack)
     EXPECT_FALSE(back.isValid());
 }
 
-TEST(TyxXmlTextTest, WritesTypeNamesAndValues)
-{
-    const struct {
-        TyxVariant value;
-        const char *xml;
-    } cases[] = {
-        {TyxVariant(uint16_t(7)), R"(<variant type="UInt16">7</variant>)"},
-        {TyxVariant(0.1), R"(<variant type="Double">0.1</variant>)"},
-        {TyxVariant(TyxDataType(TyxNumericType::U16)), R"(<variant type="TyxDataType">(U16,16)</variant>)"},
-        {TyxVariant(L" a"), R"(<variant type="TyxString" encoding="base64">IGE=</variant>)"},
-        {TyxVariant(bufferOf({1, 2, 3})), R"(<variant type="TyxBufferPtr">AQID</variant>)"},
-        {TyxVariant(TyxVariantList{TyxVariant(1), TyxVariant()}),
-         R"(<variant type="TyxVariantList"><variant type="Int">1</variant><variant/></variant>)"},
-        {TyxVariant(TyxVariantPair(L"k", TyxVariant(true))),
-         R"(<variant type="TyxKeyValuePair" name="k"><variant type="Bool">true</variant></variant>)"},
-    };
-    for (const auto &c : cases)
-        EXPECT_EQ(xmlOf(c.value), c.xml);
-    std::wostringstream wide;
-    toXml(wide, TyxVariant(L"\u00e9"));
-    EXPECT_EQ(wide.str(), L"<variant type=\"TyxString\">\u00e9</variant>");
-}
-
 TEST(TyxXmlTextTest, BadTextSaysWhatAndWhereAndLeavesTheValue)
 {
     const struct {
@@ -158,9 +123,6 @@ TEST(TyxXmlTextTest, BadTextSaysWhatAndWhereAndLeavesTheValue)
     } cases[] = {
         {"<variant type=\"Int\">12x</variant>", L"The value '12x' does not convert to Int at line 1."},
         {"<variant type=\"UInt8\">256</variant>", L"The value '256' does not convert to UInt8 at line 1."},
-        {"<variant type=\"Bool\">yes</variant>", L"The value 'yes' does not convert to Bool at line 1."},
-        {"<variant type=\"TyxDataType\">Q99</variant>",
-         L"The value 'Q99' does not convert to TyxDataType at line 1."},
         {"<variant type=\"Nonsense\">1</variant>", L"Unknown type name 'Nonsense' at line 1."},
         {"<variant type=\"TyxVariantList\">\n<value/></variant>",
          L"Expected a <variant> element, found <value> at line 2."},
@@ -189,9 +151,7 @@ TEST(TyxXmlTextTest, BadTextSaysWhatAndWhereAndLeavesTheValue)
         EXPECT_TRUE(value == TyxVariant(42)) << c.xml;
     }
     TyxVariant value(42);
-    TyxTextMsg msg = fromXml(std::string_view("<variant type=\"Int\">1</wrong>"), value);
-    EXPECT_NE(msg.text().find(L"XML_ERROR_MISMATCHED_ELEMENT"), TyxString::npos) << msg.what();
-    msg = fromXml(std::string_view(""), value);
+    const TyxTextMsg msg = fromXml(std::string_view(""), value);
     EXPECT_NE(msg.text().find(L"XML_ERROR_EMPTY_DOCUMENT"), TyxString::npos) << msg.what();
     EXPECT_TRUE(value == TyxVariant(42));
 }

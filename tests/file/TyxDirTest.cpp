@@ -1,4 +1,6 @@
+// Tests of directory walks and of the process directory state.
 #include <tyx/TyxDir.h>
+#include <tyx/TyxDirControl.h>
 
 #include <filesystem>
 
@@ -9,6 +11,7 @@
 namespace {
 
 using tyx::TyxDir;
+using tyx::TyxDirControl;
 using tyx::TyxString;
 using tyx::test::TyxTestDir;
 
@@ -30,13 +33,19 @@ TEST(TyxDirTest, ListsMatchingNamesInByteOrder)
 
     EXPECT_EQ(walk(walker, L"*.txt"), (std::vector<TyxString>{L".hidden.txt", L"B.txt", L"_z.txt", L"a.txt",
                                                               L"b.txt", L"sub.txt", L"\u00e9.txt"}));
-    EXPECT_EQ(walk(walker, L"?.dat"), (std::vector<TyxString>{L"c.dat"}));
     EXPECT_EQ(walk(walker, L"[ab].*"), (std::vector<TyxString>{L"a.txt", L"b.txt"}));
-    // A second walk gives the same order.
-    EXPECT_EQ(walk(walker, L"*"), walk(walker, L"*"));
+    // A copied iterator keeps its own position.
+    TyxDir::iterator it = walker.begin(L"[ab].*");
+    const TyxDir::iterator copy = it;
+    EXPECT_EQ(*it++, L"a.txt");
+    EXPECT_EQ(*it, L"b.txt");
+    EXPECT_EQ(*copy, L"a.txt");
+    EXPECT_NE(it, copy);
+    EXPECT_EQ(++it, walker.end());
+    EXPECT_EQ(++it, walker.end());
 }
 
-TEST(TyxDirTest, EmptyAndMissingDirectoriesGiveEmptyWalks)
+TEST(TyxDirTest, EmptyAndMissingDirectoriesGiveEmptyWalksAndEmptyPathWalksTheCurrentOne)
 {
     TyxTestDir dir;
     TyxDir walker(tyx::fromUTF8(dir.path().string()));
@@ -44,37 +53,51 @@ TEST(TyxDirTest, EmptyAndMissingDirectoriesGiveEmptyWalks)
     dir.write("file", "");
     EXPECT_EQ(walker.begin(L"*.none"), walker.end());
 
-    walker.setPath(tyx::fromUTF8(dir.file("missing")));
-    EXPECT_EQ(walker.begin(), walker.end());
-    walker.setPath(tyx::fromUTF8(dir.file("file")));
-    EXPECT_EQ(walker.begin(), walker.end());
-    walker.setPath(TyxString(L"a\0b", 3));
-    EXPECT_EQ(walker.begin(), walker.end());
+    for (const TyxString &path :
+         {tyx::fromUTF8(dir.file("missing")), tyx::fromUTF8(dir.file("file")), TyxString(L"a\0b", 3)}) {
+        walker.setPath(path);
+        EXPECT_EQ(walker.begin(), walker.end());
+    }
     EXPECT_EQ(*walker.end(), L"");
-}
 
-TEST(TyxDirTest, IteratorsAreIndependentPositions)
-{
-    TyxTestDir dir;
-    dir.write("1", "");
-    dir.write("2", "");
-    const TyxDir walker(tyx::fromUTF8(dir.path().string()));
-    TyxDir::iterator it = walker.begin();
-    const TyxDir::iterator copy = it;
-    EXPECT_EQ(*it++, L"1");
-    EXPECT_EQ(*it, L"2");
-    EXPECT_EQ(*copy, L"1");
-    EXPECT_NE(it, copy);
-    EXPECT_EQ(++it, walker.end());
-    EXPECT_EQ(++it, walker.end());
-}
-
-TEST(TyxDirTest, EmptyPathWalksTheCurrentDirectory)
-{
-    TyxTestDir dir;
-    dir.write("only", "");
     const tyx::test::TyxCurrentDir inside(dir.path());
-    EXPECT_EQ(walk(TyxDir(), L"*"), (std::vector<TyxString>{L"only"}));
+    EXPECT_EQ(walk(TyxDir(), L"*"), (std::vector<TyxString>{L"file"}));
+}
+
+TEST(TyxDirControlTest, MakesChangesToAndRemovesDirectoriesWithoutLengthLimit)
+{
+    // Eight levels of a hundred characters: longer than s_pathMax.
+    TyxTestDir dir;
+    TyxString deep = tyx::fromUTF8(std::filesystem::canonical(dir.path()).string());
+    for (int i = 0; i < 8; ++i) {
+        deep += L"/" + TyxString(100, L'd');
+        ASSERT_EQ(TyxDirControl::mkdir(deep, 0700), 0);
+    }
+    const TyxString made = deep + L"/made \u00e9";
+    ASSERT_EQ(TyxDirControl::mkdir(made, 0700), 0);
+    EXPECT_TRUE(std::filesystem::is_directory(tyx::toUTF8(made)));
+    EXPECT_EQ(TyxDirControl::mkdir(made, 0700), -1);
+    EXPECT_EQ(TyxDirControl::rmdir(made), 0);
+    EXPECT_EQ(TyxDirControl::rmdir(made), -1);
+    EXPECT_EQ(TyxDirControl::mkdir(TyxString(L"x\0y", 3), 0700), -1);
+
+    // Restores the current directory when the test ends.
+    const tyx::test::TyxCurrentDir restore(dir.path());
+    ASSERT_EQ(TyxDirControl::chdir(deep), 0);
+    EXPECT_EQ(TyxDirControl::getcwd(), deep);
+    EXPECT_GT(deep.size(), static_cast<size_t>(TyxDirControl::s_pathMax));
+    EXPECT_EQ(TyxDirControl::chdir(deep + L"/missing"), -1);
+}
+
+TEST(TyxDirControlTest, RemembersTheDriveLetter)
+{
+    EXPECT_EQ(TyxDirControl::getdrive(), L'C');
+    EXPECT_EQ(TyxDirControl::chdrive(L'd'), 0);
+    EXPECT_EQ(TyxDirControl::getdrive(), L'D');
+    EXPECT_EQ(TyxDirControl::chdrive(L'1'), -1);
+    EXPECT_EQ(TyxDirControl::chdrive(L'\u00e9'), -1);
+    EXPECT_EQ(TyxDirControl::getdrive(), L'D');
+    EXPECT_EQ(TyxDirControl::chdrive(L'C'), 0);
 }
 
 } // namespace

@@ -1,8 +1,10 @@
+// Tests of files, their names and their status.
 #include <tyx/TyxFile.h>
+#include <tyx/TyxFileInfo.h>
 
 #include <array>
-#include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -15,15 +17,15 @@
 namespace {
 
 using tyx::TyxFile;
+using tyx::TyxFileInfo;
 using tyx::TyxString;
 using tyx::test::TyxTestDir;
 
-TEST(TyxFileTest, WritesAndReadsAtTheCurrentPosition)
+TEST(TyxFileTest, TransfersOnANonAsciiNameAndAFailedOpenClosesTheFile)
 {
     TyxTestDir dir;
-    const TyxString name = tyx::fromUTF8(dir.file("data.bin"));
     TyxFile file;
-    ASSERT_EQ(file.open(name, O_RDWR | O_CREAT, 0640), 0);
+    ASSERT_EQ(file.open(tyx::fromUTF8(dir.file("\xe6\x97\xa5\xe6\x9c\xac")), O_RDWR | O_CREAT, 0640), 0);
     EXPECT_NE(::fcntl(file.fileDescriptor(), F_GETFD) & FD_CLOEXEC, 0);
 
     EXPECT_EQ(file.write("hello world", 11), 11u);
@@ -32,68 +34,29 @@ TEST(TyxFileTest, WritesAndReadsAtTheCurrentPosition)
     char buffer[16] = {};
     EXPECT_EQ(file.read(buffer, sizeof buffer), 5u);
     EXPECT_STREQ(buffer, "world");
-    EXPECT_EQ(file.read(buffer, sizeof buffer), 0u);
 
+    // The positioned forms seek first and leave the position after the transfer.
+    EXPECT_EQ(file.write(13, "abcd", 4), 4u);
+    EXPECT_EQ(file.read(14, buffer, 2), 2u);
+    EXPECT_EQ(std::string(buffer, 2), "bc");
+    EXPECT_EQ(file.offset(), 16);
+    EXPECT_EQ(file.read(-1, buffer, 1), TyxFile::ERROR_CODE);
     struct stat status {};
     ASSERT_EQ(file.stat(status), 0);
-    EXPECT_EQ(status.st_size, 11);
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    EXPECT_EQ(status.st_mode & 0777, 0640u & ~mask);
-}
+    EXPECT_EQ(status.st_size, 17);
+    EXPECT_EQ(dir.read("\xe6\x97\xa5\xe6\x9c\xac"), std::string("hello world\0\0abcd", 17));
 
-TEST(TyxFileTest, PositionedFormsSeekFirst)
-{
-    TyxTestDir dir;
-    TyxFile file;
-    ASSERT_EQ(file.open(tyx::fromUTF8(dir.file("f")), O_RDWR | O_CREAT), 0);
-    EXPECT_EQ(file.write(4, "abcd", 4), 4u);
-    char buffer[4] = {};
-    EXPECT_EQ(file.read(5, buffer, 2), 2u);
-    EXPECT_EQ(std::string(buffer, 2), "bc");
-    EXPECT_EQ(file.offset(), 7);
-    EXPECT_EQ(file.read(-1, buffer, 1), TyxFile::ERROR_CODE);
-    EXPECT_EQ(dir.read("f"), std::string("\0\0\0\0abcd", 8));
-}
-
-TEST(TyxFileTest, ClosedFileFailsEveryTransfer)
-{
-    TyxFile file;
-    char buffer[4];
-    EXPECT_EQ(file.read(buffer, 4), TyxFile::ERROR_CODE);
-    EXPECT_EQ(file.write(buffer, 4), TyxFile::ERROR_CODE);
-    EXPECT_EQ(file.offset(), -1);
-    struct stat status {};
-    EXPECT_EQ(file.stat(status), -1);
-    file.close();
-    EXPECT_FALSE(file.isOpen());
-}
-
-TEST(TyxFileTest, FailedOpenClosesTheOldDescriptor)
-{
-    TyxTestDir dir;
-    TyxFile file;
-    ASSERT_EQ(file.open(tyx::fromUTF8(dir.file("a")), O_WRONLY | O_CREAT), 0);
+    // A failed open closes the old descriptor; a closed file fails the transfers.
     const int old = file.fileDescriptor();
     const TyxString missing = tyx::fromUTF8(dir.file("no/such/file"));
     EXPECT_EQ(file.open(missing, O_RDONLY), -1);
     EXPECT_EQ(file.fileDescriptor(), -1);
     EXPECT_EQ(file.fileName(), missing);
     EXPECT_EQ(::fcntl(old, F_GETFD), -1);
+    EXPECT_EQ(file.read(buffer, 4), TyxFile::ERROR_CODE);
+    EXPECT_EQ(file.write(buffer, 4), TyxFile::ERROR_CODE);
 
-    EXPECT_EQ(file.open(TyxString(), O_RDONLY), -1);
     EXPECT_EQ(file.open(TyxString(L"a\0b", 3), O_RDONLY | O_CREAT), -1);
-    EXPECT_EQ(file.open(TyxString(100000, L'x'), O_RDONLY), -1);
-}
-
-TEST(TyxFileTest, NonAsciiNamesRoundTrip)
-{
-    TyxTestDir dir;
-    TyxFile file;
-    ASSERT_EQ(file.open(tyx::fromUTF8(dir.file("\xe6\x97\xa5\xe6\x9c\xac")), O_WRONLY | O_CREAT), 0);
-    EXPECT_EQ(file.write("x", 1), 1u);
-    file.close();
-    EXPECT_EQ(dir.read("\xe6\x97\xa5\xe6\x9c\xac"), "x");
 }
 
 TEST(TyxFileTest, TwoThreadsShareOneFileThroughPositionedForms)
@@ -126,14 +89,128 @@ TEST(TyxFileTest, TwoThreadsShareOneFileThroughPositionedForms)
     EXPECT_EQ(failures[0], 0);
     EXPECT_EQ(failures[1], 0);
 
-    const std::string contents = dir.read("shared");
-    ASSERT_EQ(contents.size(), 2 * blocksPerThread * blockSize);
-    for (size_t i = 0; i < contents.size(); ++i) {
-        if (contents[i] != static_cast<char>('A' + (i / blockSize) % 2)) {
-            ADD_FAILURE() << "byte " << i << " is " << contents[i];
-            break;
-        }
+    std::string expected;
+    for (int i = 0; i < 2 * blocksPerThread; ++i)
+        expected.append(blockSize, static_cast<char>('A' + i % 2));
+    EXPECT_TRUE(dir.read("shared") == expected);
+}
+
+TEST(TyxFileInfoTest, StoresTheLinuxNormalFormAndSplitsIt)
+{
+    const struct {
+        const wchar_t *given;
+        const wchar_t *stored;
+        const wchar_t *path;
+        const wchar_t *baseName;
+        const wchar_t *suffix;
+    } cases[] = {
+        {L"", L"", L".", L"", L""},
+        {L"/", L"/", L"/", L"", L""},
+        {L"//", L"/", L"/", L"", L""},
+        {L".", L".", L".", L"", L""},
+        {L".\\", L"", L".", L"", L""},
+        {L"./a", L"a", L".", L"a", L""},
+        {L"a/.//./b/", L"a/b", L"a", L"b", L""},
+        {L"C:\\a//b/./c/", L"C:/a/b/c", L"C:/a/b", L"c", L""},
+        {L"C:./a", L"C:./a", L"C:.", L"a", L""},
+        {L"/a/..//b/", L"/a/../b", L"/a/..", L"b", L""},
+        {L"a/.", L"a/.", L"a", L"", L""},
+        {L"..\\x", L"../x", L"..", L"x", L""},
+        {L"\\\\server\\share", L"/server/share", L"/server", L"share", L""},
+        {L"file.txt", L"file.txt", L".", L"file", L"txt"},
+        {L"archive.tar.gz", L"archive.tar.gz", L".", L"archive.tar", L"gz"},
+        {L"/top", L"/top", L"/", L"top", L""},
+        {L"dir.d/name", L"dir.d/name", L"dir.d", L"name", L""},
+        {L"a/.hidden", L"a/.hidden", L"a", L"", L"hidden"},
+        {L"a/trailing.", L"a/trailing.", L"a", L"trailing", L""},
+    };
+    for (const auto &c : cases) {
+        const TyxFileInfo info{TyxString(c.given)};
+        EXPECT_EQ(info.filePath(), c.stored) << c.given;
+        EXPECT_EQ(info.path(), c.path) << c.given;
+        EXPECT_EQ(info.baseName(), c.baseName) << c.given;
+        EXPECT_EQ(info.suffix(), c.suffix) << c.given;
     }
+    // setFile normalises too; comparison is by the stored path.
+    TyxFileInfo info;
+    TyxString moved = L"x\\\\y/";
+    info.setFile(std::move(moved));
+    EXPECT_EQ(info.filePath(), L"x/y");
+    EXPECT_EQ(info, TyxFileInfo(TyxString(L"x/y")));
+    EXPECT_LT(info, TyxFileInfo(TyxString(L"x/z")));
+}
+
+TEST(TyxFileInfoTest, AbsoluteOnlyWithLeadingSlashAndAbsoluteFilePathJoinsTheCurrentDirectory)
+{
+    EXPECT_TRUE(TyxFileInfo(TyxString(L"\\a")).isAbsolute());
+    EXPECT_FALSE(TyxFileInfo(TyxString(L"C:a")).isAbsolute());
+    EXPECT_FALSE(TyxFileInfo().isAbsolute());
+    TyxTestDir dir;
+    const tyx::test::TyxCurrentDir inside(dir.path());
+    const TyxString current = tyx::fromUTF8(std::filesystem::current_path().string());
+    EXPECT_EQ(TyxFileInfo(TyxString(L"sub/f.txt")).absoluteFilePath(), current + L"/sub/f.txt");
+    EXPECT_EQ(TyxFileInfo(TyxString(L"/etc/x")).absoluteFilePath(), L"/etc/x");
+    EXPECT_EQ(TyxFileInfo().absoluteFilePath(), L"");
+}
+
+TEST(TyxFileInfoTest, CanonicalizeResolvesSymbolicLinksAndDots)
+{
+    TyxTestDir dir;
+    const std::filesystem::path realPath = std::filesystem::canonical(dir.path());
+    std::filesystem::create_directory(realPath / "target");
+    std::filesystem::create_directory_symlink(realPath / "target", realPath / "link");
+    const TyxString expected = tyx::fromUTF8((realPath / "target").string());
+
+    EXPECT_EQ(tyx::canonicalizePath(tyx::fromUTF8((realPath / "link").string())), expected);
+    // The link is resolved even when the name behind it does not exist.
+    EXPECT_EQ(tyx::canonicalizePath(tyx::fromUTF8((realPath / "link/new/file.txt").string())),
+              expected + L"/new/file.txt");
+
+    // Missing paths have their dots resolved by text.
+    const TyxString real = tyx::fromUTF8(realPath.string());
+    EXPECT_EQ(tyx::canonicalizePath(real + L"/no/such/../file"), real + L"/no/file");
+    EXPECT_EQ(tyx::canonicalizePath(L"/../../no_such_tyx_dir/x"), L"/no_such_tyx_dir/x");
+    EXPECT_EQ(tyx::canonicalizePath(L""), L"");
+
+    const tyx::test::TyxCurrentDir inside(dir.path());
+    EXPECT_EQ(tyx::canonicalizePath(L"missing/../other"), real + L"/other");
+    EXPECT_EQ(tyx::canonicalizePath(L"."), real);
+}
+
+TEST(TyxFileInfoTest, StatusOfFilesDirectoriesMissingAndOddPaths)
+{
+    // Non-ASCII names go to the system as UTF-8.
+    TyxTestDir dir;
+    const TyxString folder = tyx::fromUTF8(std::filesystem::canonical(dir.path()).string());
+    const TyxFileInfo file(folder + L"/\u00fcber \u65e5\u672c.txt");
+    dir.write("\xc3\xbc"
+              "ber \xe6\x97\xa5\xe6\x9c\xac.txt",
+              "12345");
+    const TyxFileInfo missing(folder + L"/missing");
+    EXPECT_TRUE(file.isFile());
+    EXPECT_TRUE(TyxFileInfo(folder).isDir());
+    EXPECT_FALSE(missing.isFile());
+    struct stat buffer {};
+    ASSERT_EQ(file.stat(buffer), 0);
+    EXPECT_EQ(buffer.st_size, 5);
+    EXPECT_EQ(file.access(R_OK | W_OK), 0);
+    EXPECT_EQ(file.canonicalize(), file.filePath());
+    // A null character inside a path names nothing, instead of a shorter path.
+    const TyxString withNull = folder + TyxString(L"/\0x", 3);
+    EXPECT_FALSE(TyxFileInfo(withNull).isDir());
+    EXPECT_EQ(TyxFileInfo(withNull).access(F_OK), -1);
+    EXPECT_EQ(tyx::canonicalizePath(withNull), withNull);
+
+    // A text that is not Unicode, and a very long path.
+    const TyxString surrogate(1, static_cast<wchar_t>(0xD800));
+    EXPECT_FALSE(TyxFileInfo(surrogate).isFile());
+    TyxString longPath;
+    for (int i = 0; i < 20000; ++i)
+        longPath += L"/segment";
+    const TyxFileInfo longInfo(longPath);
+    EXPECT_FALSE(longInfo.isDir());
+    EXPECT_EQ(longInfo.canonicalize(), longPath);
+    EXPECT_EQ(TyxFileInfo(TyxString(100000, L'/')).filePath(), L"/");
 }
 
 } // namespace

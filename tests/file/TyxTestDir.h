@@ -24,8 +24,6 @@ public:
         std::error_code ignored;
         std::filesystem::remove_all(m_path, ignored);
     }
-    TyxTestDir(const TyxTestDir &) = delete;
-    TyxTestDir &operator=(const TyxTestDir &) = delete;
 
     const std::filesystem::path &path() const { return m_path; }
     /// \p name inside the directory, as UTF-8.
@@ -53,8 +51,6 @@ public:
         std::filesystem::current_path(path);
     }
     ~TyxCurrentDir() { std::filesystem::current_path(m_previous); }
-    TyxCurrentDir(const TyxCurrentDir &) = delete;
-    TyxCurrentDir &operator=(const TyxCurrentDir &) = delete;
 
 private:
     std::filesystem::path m_previous;

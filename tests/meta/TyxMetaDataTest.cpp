@@ -202,7 +202,7 @@ public:
     bool canRead() const override { return ready; }
 };
 
-TEST(TyxMetaDataSetTest, ReaderFillsOnceOnDemand)
+TEST(TyxMetaDataSetTest, ReaderFillsOnceOnDemandAndNotReadyIsAskedLater)
 {
     auto *reader = new CountingReader;
     TyxMetaDataReaderPtr keep(reader);
@@ -214,19 +214,15 @@ TEST(TyxMetaDataSetTest, ReaderFillsOnceOnDemand)
     md.root().readAll();
     EXPECT_EQ(reader->fieldReads, 1);
     EXPECT_EQ(reader->subsetReads, 1);
-}
 
-TEST(TyxMetaDataSetTest, ReaderNotReadyIsAskedLater)
-{
-    auto *reader = new CountingReader;
-    TyxMetaDataReaderPtr keep(reader);
+    auto *late = new CountingReader;
     TyxMetaDataSet set(L"s");
-    set.setReader(keep);
-    reader->ready = false;
+    set.setReader(TyxMetaDataReaderPtr(late));
+    late->ready = false;
     EXPECT_FALSE(set.containsField(L"width"));
-    reader->ready = true;
+    late->ready = true;
     EXPECT_TRUE(set.containsField(L"width"));
-    EXPECT_EQ(reader->fieldReads, 1);
+    EXPECT_EQ(late->fieldReads, 1);
 }
 
 // A reader that always fails.

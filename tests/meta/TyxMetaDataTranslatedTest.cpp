@@ -49,7 +49,7 @@ TyxMetaDataPtr makeSource()
     return source;
 }
 
-TEST(TyxMetaDataTranslatedTest, ReadsByKind)
+TEST(TyxMetaDataTranslatedTest, ReadsByKindAndWritesThroughToTheSource)
 {
     const TyxMetaDataPtr source = makeSource();
     RasterView view(source);
@@ -59,12 +59,7 @@ TEST(TyxMetaDataTranslatedTest, ReadsByKind)
     EXPECT_EQ(view.get(L"pixels").value<int>(), 640 * 2000);
     EXPECT_EQ(view.get(L"missing").value<TyxString>(), L"fallback");
     EXPECT_FALSE(view.get(L"unknown").isValid());
-}
 
-TEST(TyxMetaDataTranslatedTest, WritesThroughToTheSource)
-{
-    const TyxMetaDataPtr source = makeSource();
-    RasterView view(source);
     EXPECT_EQ(view.setValue(L"columns", TyxVariant(800)), 0);
     EXPECT_EQ(source->value(L"image/width").value<int>(), 800);
     EXPECT_EQ(view.pushBack(L"columns", TyxVariant(900)), 0);

@@ -25,49 +25,37 @@ std::string writeText(const TyxVariant &value)
     return os.str();
 }
 
-TEST(TyxJsonNodeTest, EmptyStreamGivesReaderTextWithLineAndOffset)
-{
-    TyxVariant value(5);
-    const TyxTextMsg msg = parseText("", value);
-    EXPECT_EQ(msg.type(), TyxTextMsg::Error);
-    EXPECT_EQ(msg.text(), L"The document is empty. (Line: 1 Offset: 0)");
-    EXPECT_EQ(value.value<int>(), 5);
-}
-
-TEST(TyxJsonNodeTest, MalformedTextsGiveTheirMessages)
+TEST(TyxJsonNodeTest, MalformedTextsGiveTheirMessagesAndLeaveTheValue)
 {
     struct Case {
         std::string text;
         std::wstring message;
     };
     const Case cases[] = {
+        {"", L"The document is empty. (Line: 1 Offset: 0)"},
         {"{\"a\":1", L"Missing a comma or '}' after an object member. (Line: 1 Offset: 6)"},
         {"[1,\n2,\n", L"Invalid value. (Line: 3 Offset: 7)"},
         {"[1] x", L"The document root must not be followed by other values. (Line: 1 Offset: 4)"},
         {"\"\xff\"", L"Invalid encoding in string. (Line: 1 Offset: 1)"},
     };
     for (const Case &c : cases) {
-        TyxVariant value;
-        EXPECT_EQ(parseText(c.text, value).text(), c.message) << c.text;
-        EXPECT_FALSE(value.isValid());
+        TyxVariant value(5);
+        const TyxTextMsg msg = parseText(c.text, value);
+        EXPECT_EQ(msg.text(), c.message) << c.text;
+        EXPECT_EQ(msg.type(), TyxTextMsg::Error);
+        EXPECT_EQ(value.value<int>(), 5);
     }
 }
 
-TEST(TyxJsonNodeTest, DeepNestingFailsWithoutExhaustingTheStack)
-{
-    const std::string deep(100000, '[');
-    TyxVariant value;
-    const TyxTextMsg msg = parseText(deep, value);
-    EXPECT_EQ(msg.text(), L"The document nests arrays and objects deeper than 512 levels. (Line: 1 Offset: " +
-                              std::to_wstring(TyxJsonMaxDepth) + L")");
-}
-
-TEST(TyxJsonNodeTest, NestingAtTheLimitRoundTrips)
+TEST(TyxJsonNodeTest, NestingRoundTripsAtTheLimitAndFailsPastItWithoutExhaustingTheStack)
 {
     const std::string text = std::string(TyxJsonMaxDepth, '[') + std::string(TyxJsonMaxDepth, ']');
     TyxVariant value;
     ASSERT_TRUE(parseText(text, value).empty());
     EXPECT_EQ(writeText(value), text);
+    EXPECT_EQ(parseText(std::string(100000, '['), value).text(),
+              L"The document nests arrays and objects deeper than 512 levels. (Line: 1 Offset: " +
+                  std::to_wstring(TyxJsonMaxDepth) + L")");
 }
 
 TEST(TyxJsonNodeTest, ValuesMapToVariantKinds)
@@ -139,18 +127,7 @@ TEST(TyxJsonNodeTest, WideTextParsesAndWrites)
     }
 }
 
-TEST(TyxJsonNodeTest, PrettyFormUsesTheIndent)
-{
-    TyxVariantList list{TyxVariant(1), TyxVariant(2)};
-    std::ostringstream os;
-    toJson(os, TyxVariant(list), L"\t", true);
-    EXPECT_EQ(os.str(), "[\n\t1,\n\t2\n]");
-    std::ostringstream other;
-    toJson(other, TyxVariant(list), L"x", true);
-    EXPECT_EQ(other.str(), "[\n    1,\n    2\n]");
-}
-
-TEST(TyxJsonNodeTest, OtherValuesAreWrittenAsNumbersOrText)
+TEST(TyxJsonNodeTest, OtherValuesAreWrittenAsNumbersOrTextAndPrettyFormUsesTheIndent)
 {
     EXPECT_EQ(writeText(TyxVariant(std::numeric_limits<double>::infinity())), "null");
     EXPECT_EQ(writeText(TyxVariant(static_cast<unsigned char>(7))), "7");
@@ -159,6 +136,14 @@ TEST(TyxJsonNodeTest, OtherValuesAreWrittenAsNumbersOrText)
     // Units that no UTF-8 can carry are written as U+FFFD.
     EXPECT_EQ(writeText(TyxVariant(TyxString(std::wstring{L'a', static_cast<wchar_t>(0xD800)}))),
               "\"a\xef\xbf\xbd\"");
+
+    const TyxVariant list(TyxVariantList{TyxVariant(1), TyxVariant(2)});
+    std::ostringstream tab;
+    toJson(tab, list, L"\t", true);
+    EXPECT_EQ(tab.str(), "[\n\t1,\n\t2\n]");
+    std::ostringstream other; // an indent of other characters falls back to four spaces
+    toJson(other, list, L"x", true);
+    EXPECT_EQ(other.str(), "[\n    1,\n    2\n]");
 }
 
 TEST(TyxJsonNodeTest, MembersMatchIgnoringCase)
@@ -221,31 +206,12 @@ TEST(TyxJsonNodeTest, TypeFollowsTheVariant)
     EXPECT_EQ(TyxJsonNode(TyxJsonNodeType::Number).toJson(), L"0.0");
 }
 
-TEST(TyxJsonNodeTest, NodeTypeIsACodeClass)
+TEST(TyxJsonNodeTest, NodeTypeNamesParseInAnyCase)
 {
     EXPECT_EQ(TyxJsonNodeType::allKeys(),
               (std::vector<TyxString>{L"Null", L"String", L"Number", L"Bool", L"Array", L"Node"}));
     EXPECT_EQ(TyxJsonNodeType::fromString(L"aRRay"), TyxJsonNodeType::Array);
     EXPECT_EQ(TyxJsonNodeType::fromString(L"Object"), TyxJsonNodeType::Invalid);
-    EXPECT_EQ(TyxJsonNodeType(static_cast<TyxJsonNodeType::Code>(9)).toString(), L"");
-    EXPECT_EQ(TyxJsonNodeType().className(), L"TyxJsonNodeType");
-    std::wistringstream is(L"node");
-    TyxJsonNodeType type;
-    is >> type;
-    std::wostringstream os;
-    os << type;
-    EXPECT_EQ(os.str(), L"Node");
-}
-
-TEST(TyxJsonNodeTest, CopiesDoNotShare)
-{
-    TyxJsonNode original = TyxJsonNode::parse(L"[1]");
-    TyxJsonNode copy = original;
-    copy.pushBack(TyxJsonNode(L"", TyxVariant(2)));
-    copy.setName(L"c");
-    EXPECT_EQ(original.toJson(), L"[1]");
-    EXPECT_EQ(copy.toJson(), L"[1,2]");
-    EXPECT_EQ(original.name(), L"");
 }
 
 TEST(TyxJsonNodeTest, ConversionsKeepTheNameAndCopiesKeepTheComment)
@@ -278,14 +244,16 @@ TEST(TyxJsonNodeTest, BrokenParseGivesNodeHoldingNothing)
     EXPECT_EQ(offset, 6u);
 }
 
-TEST(TyxJsonNodeTest, PushBackAppendsValuesAsAList)
+TEST(TyxJsonNodeTest, PushBackAppendsValuesAsAListAndCopiesDoNotShare)
 {
     TyxJsonNode node(L"n", TyxVariant(1));
     node.pushBack(TyxJsonNode(L"x", TyxVariant(L"a")));
-    const TyxJsonNode shared = node;
+    TyxJsonNode copy = node;
     node.pushBack(TyxJsonNode::parse(L"{}"));
+    copy.setName(L"c");
     EXPECT_EQ(node.toJson(), L"[1,\"a\",{}]");
-    EXPECT_EQ(shared.toJson(), L"[1,\"a\"]");
+    EXPECT_EQ(copy.toJson(), L"[1,\"a\"]");
+    EXPECT_EQ(node.name(), L"n");
 }
 
 TEST(TyxJsonNodeTest, PushBackOfNodeHoldingNothingIsRefused)

@@ -7,54 +7,42 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
+
+#include "../file/TyxTestDir.h"
 
 namespace {
 
 using namespace tyx;
 namespace fs = std::filesystem;
+using tyx::test::TyxTestDir;
 
-// A fresh directory below the system's temporary one, removed at the end.
-class TempDir {
-public:
-    TempDir()
-    {
-        std::string pattern = (fs::temp_directory_path() / "tyx-plugin-XXXXXX").string();
-        const char *made = mkdtemp(pattern.data());
-        m_path = made ? fs::path(made) : fs::path();
-    }
-    ~TempDir()
-    {
-        std::error_code ignored;
-        fs::remove_all(m_path, ignored);
-    }
-    const fs::path &path() const { return m_path; }
-    // Copies \p source in as \p name and answers the new path.
-    TyxString copy(const char *source, const std::string &name) const
-    {
-        fs::create_directories((m_path / name).parent_path());
-        fs::copy_file(source, m_path / name, fs::copy_options::overwrite_existing);
-        return TyxString(fs::canonical(m_path / name).string());
-    }
-    TyxString write(const std::string &name, const std::string &text) const
-    {
-        std::ofstream(m_path / name) << text;
-        return TyxString(fs::canonical(m_path / name).string());
-    }
-    TyxString text() const { return TyxString(fs::canonical(m_path).string()); }
+// The canonical path of \p name inside \p dir, as the library names it.
+TyxString inDir(const TyxTestDir &dir, const std::string &name = "")
+{
+    return TyxString(fs::canonical(dir.path() / name).string());
+}
 
-private:
-    fs::path m_path;
-};
+// Copies \p source into \p dir as \p name and answers the new path.
+TyxString copyIn(const TyxTestDir &dir, const char *source, const std::string &name)
+{
+    fs::create_directories((dir.path() / name).parent_path());
+    fs::copy_file(source, dir.path() / name, fs::copy_options::overwrite_existing);
+    return inDir(dir, name);
+}
+
+TyxString writeIn(const TyxTestDir &dir, const std::string &name, const std::string &text)
+{
+    dir.write(name, text);
+    return inDir(dir, name);
+}
 
 TEST(TyxPluginTest, GoodPluginPassesTheHandshake)
 {
-    TempDir dir;
-    const TyxString path = dir.copy(TYX_TEST_PLUGIN_GOOD, "good.so");
+    TyxTestDir dir;
+    const TyxString path = copyIn(dir, TYX_TEST_PLUGIN_GOOD, "good.so");
     TyxPlugin plugin;
     const TyxTextMsg msg = plugin.load(TyxURI(path));
     EXPECT_TRUE(msg.empty()) << msg.what();
@@ -77,21 +65,21 @@ TEST(TyxPluginTest, GoodPluginPassesTheHandshake)
 
 TEST(TyxPluginTest, RefusalsGiveTheirMessagesAndLeaveNothingLoaded)
 {
-    TempDir dir;
+    TyxTestDir dir;
     struct Case {
         TyxString path;
         TyxString prefix;
     };
-    const TyxString newer = dir.copy(TYX_TEST_PLUGIN_NEWER, "newer.so");
-    const TyxString noEntry = dir.copy(TYX_TEST_PLUGIN_NOENTRY, "noentry.so");
-    const TyxString text = dir.write("text.so", "not a shared object");
-    const TyxString missing = dir.text() + L"/missing.so";
+    const TyxString newer = copyIn(dir, TYX_TEST_PLUGIN_NEWER, "newer.so");
+    const TyxString noEntry = copyIn(dir, TYX_TEST_PLUGIN_NOENTRY, "noentry.so");
+    const TyxString text = writeIn(dir, "text.so", "not a shared object");
+    const TyxString missing = inDir(dir) + L"/missing.so";
     const Case cases[] = {
         {newer, L"Incompatible TYX version for plugin: " + newer},
         {noEntry, L"Dynamic shared object is not a plugin: " + noEntry},
         {text, text + L" : "},
         {missing, missing + L" : "},
-        {dir.text(), dir.text() + L" : "},
+        {inDir(dir), inDir(dir) + L" : "},
     };
     for (const Case &c : cases) {
         TyxPlugin plugin;
@@ -109,12 +97,12 @@ TEST(TyxPluginTest, RefusalsGiveTheirMessagesAndLeaveNothingLoaded)
 
 TEST(TyxDsoHandleTest, SameFileLoadsOnceAndSymbolsResolve)
 {
-    TempDir dir;
-    const TyxString path = dir.copy(TYX_TEST_PLUGIN_NOENTRY, "noentry.so");
+    TyxTestDir dir;
+    const TyxString path = copyIn(dir, TYX_TEST_PLUGIN_NOENTRY, "noentry.so");
     TyxDsoHandle handle;
     EXPECT_EQ(handle.addressOf(L"notAPlugin"), nullptr);
     ASSERT_TRUE(handle.load(TyxURI(path)).empty());
-    ASSERT_TRUE(handle.load(TyxURI(dir.text() + L"/./noentry.so")).empty());
+    ASSERT_TRUE(handle.load(TyxURI(inDir(dir) + L"/./noentry.so")).empty());
     EXPECT_EQ(handle.fileName().text(), path);
     auto function = reinterpret_cast<int (*)()>(handle.addressOf(L"notAPlugin"));
     ASSERT_NE(function, nullptr);
@@ -127,17 +115,17 @@ TEST(TyxDsoHandleTest, SameFileLoadsOnceAndSymbolsResolve)
 
 TEST(TyxPluginLibraryTest, ScanOfMixedDirectoryKeepsGoing)
 {
-    TempDir dir;
-    const TyxString good = dir.copy(TYX_TEST_PLUGIN_GOOD, "good.so");
-    const TyxString newer = dir.copy(TYX_TEST_PLUGIN_NEWER, "newer.so");
-    const TyxString noEntry = dir.copy(TYX_TEST_PLUGIN_NOENTRY, "noentry.so");
-    const TyxString text = dir.write("text.so", "garbage");
+    TyxTestDir dir;
+    const TyxString good = copyIn(dir, TYX_TEST_PLUGIN_GOOD, "good.so");
+    const TyxString newer = copyIn(dir, TYX_TEST_PLUGIN_NEWER, "newer.so");
+    const TyxString noEntry = copyIn(dir, TYX_TEST_PLUGIN_NOENTRY, "noentry.so");
+    const TyxString text = writeIn(dir, "text.so", "garbage");
     dir.write("notes.txt", "not matched");
     fs::create_directory(dir.path() / "folder.so");
-    dir.copy(TYX_TEST_PLUGIN_GOOD, "sub/nested.so"); // sub-directories are not entered
+    copyIn(dir, TYX_TEST_PLUGIN_GOOD, "sub/nested.so"); // sub-directories are not entered
 
     TyxPluginLibrary library;
-    EXPECT_EQ(library.discoverPlugins(L";" + dir.text() + L";;" + dir.text() + L"/nowhere"), 1);
+    EXPECT_EQ(library.discoverPlugins(L";" + inDir(dir) + L";;" + inDir(dir) + L"/nowhere"), 1);
     EXPECT_EQ(library.allKeys(), std::vector<TyxString>{good});
     const TyxPluginLibrary::ErrorMap &errors = library.loadErrors();
     ASSERT_EQ(errors.count(newer), 1u);
@@ -145,52 +133,43 @@ TEST(TyxPluginLibraryTest, ScanOfMixedDirectoryKeepsGoing)
     ASSERT_EQ(errors.count(noEntry), 1u);
     EXPECT_EQ(errors.at(noEntry).text(), L"Dynamic shared object is not a plugin: " + noEntry);
     EXPECT_EQ(errors.count(text), 1u);
-    EXPECT_EQ(errors.count(dir.text() + L"/sub/nested.so"), 0u);
+    EXPECT_EQ(errors.count(inDir(dir) + L"/sub/nested.so"), 0u);
     library.clearLoadErrors();
     EXPECT_TRUE(library.loadErrors().empty());
 }
 
-TEST(TyxPluginLibraryTest, SecondLoadOfOnePathIsRefused)
+TEST(TyxPluginLibraryTest, SecondLoadOfOnePathIsRefusedAndRemoveLeavesTheCallersPlugin)
 {
-    TempDir dir;
-    const TyxString path = dir.copy(TYX_TEST_PLUGIN_GOOD, "good.so");
+    TyxTestDir dir;
+    const TyxString path = copyIn(dir, TYX_TEST_PLUGIN_GOOD, "good.so");
     TyxPluginLibrary library;
     TyxTextMsg msg;
     const TyxPluginPtr first = library.loadPlugin(path, msg);
     ASSERT_TRUE(first) << msg.what();
     EXPECT_TRUE(msg.empty());
     EXPECT_FALSE(
-        library.loadPlugin(dir.text() + L"/../" + dir.path().filename().wstring() + L"/good.so", msg));
+        library.loadPlugin(inDir(dir) + L"/../" + dir.path().filename().wstring() + L"/good.so", msg));
     EXPECT_EQ(msg.text(), L"Dynamic shared object is already loaded as a plugin: " + path);
     ASSERT_EQ(library.loadErrors().count(path), 1u);
     EXPECT_EQ(library.loadErrors().at(path).text(), msg.text());
     // The first plug-in is untouched by the refused second one.
     EXPECT_TRUE(first->isLoaded());
     EXPECT_EQ(first->protocol()->factories().size(), 2u);
-}
 
-TEST(TyxPluginLibraryTest, RemoveAndClearUnloadThePlugins)
-{
-    TempDir dir;
-    const TyxString path = dir.copy(TYX_TEST_PLUGIN_GOOD, "good.so");
-    TyxPluginLibrary library;
-    TyxTextMsg msg;
-    TyxPluginPtr plugin = library.loadPlugin(path, msg);
-    ASSERT_TRUE(plugin);
-    EXPECT_EQ(library.remove(dir.text() + L"/unknown.so"), 1);
+    EXPECT_EQ(library.remove(inDir(dir) + L"/unknown.so"), 1);
     EXPECT_EQ(library.remove(path), 0);
     EXPECT_EQ(library.remove(path), 1);
-    EXPECT_TRUE(plugin->isLoaded()); // the caller's reference keeps it
+    EXPECT_TRUE(first->isLoaded()); // the caller's reference keeps it
 }
 
 TEST(TyxPluginLibraryTest, FactoriesGoBeforeTheirPlugin)
 {
-    TempDir dir;
-    const TyxString path = dir.copy(TYX_TEST_PLUGIN_GOOD, "good.so");
+    TyxTestDir dir;
+    const TyxString path = copyIn(dir, TYX_TEST_PLUGIN_GOOD, "good.so");
     TyxFactoryRegistry registry;
     {
         TyxPluginLibrary library;
-        EXPECT_EQ(library.discoverPlugins(dir.text()), 1);
+        EXPECT_EQ(library.discoverPlugins(inDir(dir)), 1);
         for (const auto &[name, plugin] : library) {
             for (const TyxString &key : plugin->protocol()->factories().allKeys())
                 EXPECT_EQ(registry.insert(plugin->protocol()->factories().factory(key)), 0);
