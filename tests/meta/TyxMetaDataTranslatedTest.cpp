@@ -72,17 +72,13 @@ TEST(TyxMetaDataTranslatedTest, ReadsByKindAndWritesThroughToTheSource)
     EXPECT_EQ(view.get(L"format").value<TyxString>(), L"GeoTIFF");
 }
 
-TEST(TyxMetaDataTranslatedTest, NoSourceAndQuietFlag)
+TEST(TyxMetaDataTranslatedTest, NoSourceQuietFlagAndFieldNames)
 {
     RasterView view{TyxMetaDataPtr()};
     EXPECT_FALSE(view.get(L"format").isValid());
     EXPECT_EQ(view.setValue(L"columns", TyxVariant(1)), 1);
     view.quiet(true);
     EXPECT_FALSE(view.quiet());
-}
-
-TEST(TyxMetaDataTranslatedTest, ToFieldName)
-{
     EXPECT_EQ(TyxMetaDataTranslated::toFieldName(L"abc[12]"), L"abc");
     EXPECT_EQ(TyxMetaDataTranslated::toFieldName(L"[1]"), L"[1]");
     EXPECT_EQ(TyxMetaDataTranslated::toFieldName(L"abc[x]"), L"abc[x]");

@@ -6,7 +6,6 @@
 #include <memory>
 
 #include <tyx/TyxMetaProperty.h>
-#include <tyx/TyxNumValidator.h>
 #include <tyx/TyxTextMsg.h>
 
 namespace {
@@ -49,10 +48,6 @@ TEST(TyxObjectFactoryTest, LibraryFactoriesAreThereFromTheStart)
     const tyx::TyxStrList names = TyxObjectFactory::registeredNames();
     EXPECT_TRUE(names.contains(L"TyxNumValidator", false));
     EXPECT_TRUE(names.contains(L"TyxMetaProperty", false));
-    TyxVariantMap arguments;
-    arguments[L"template_type"] = tyx::TyxVariant(3);
-    std::unique_ptr<TyxObject> made(TyxObjectFactory::createObject(L"TyxNumValidator", arguments));
-    EXPECT_TRUE(dynamic_cast<tyx::TyxNumValidator<unsigned short> *>(made.get()));
 }
 
 TEST(TyxObjectFactoryTest, CreationFailuresSayWhy)

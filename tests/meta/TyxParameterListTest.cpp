@@ -33,7 +33,7 @@ TEST(TyxParameterTest, StreamFormAndMetaObject)
     EXPECT_EQ(p.properties().name(), L"n");
 }
 
-TEST(TyxParameterListTest, InsertPositionsAndMembership)
+TEST(TyxParameterListTest, InsertPositionsRenameAndMembership)
 {
     TyxParameterList list(L"inner");
     EXPECT_EQ(list.insertParm(value(L"a", 1)), 0);
@@ -44,6 +44,11 @@ TEST(TyxParameterListTest, InsertPositionsAndMembership)
     EXPECT_EQ(list.parmNames(), (TyxStrList{L"a", L"e", L"b", L"c", L"d"}));
     EXPECT_EQ(list.insertParm(value(L"a", 9)), 1);
     EXPECT_EQ(list.parmValue(L"a").value<int>(), 1);
+    // A rename keeps the position and refuses a taken or unknown name.
+    EXPECT_EQ(list.renameParm(L"e", L"c"), 1);
+    EXPECT_EQ(list.renameParm(L"x", L"y"), 1);
+    EXPECT_EQ(list.renameParm(L"e", L"z"), 0);
+    EXPECT_EQ(list.parmNames(), (TyxStrList{L"a", L"z", L"b", L"c", L"d"}));
 
     TyxParameterList other(L"other");
     const TyxParameterPtr b = list.parameter(L"b");
@@ -53,18 +58,6 @@ TEST(TyxParameterListTest, InsertPositionsAndMembership)
     EXPECT_EQ(b->parent(), nullptr);
     EXPECT_EQ(other.insertParm(b), 0);
     EXPECT_FALSE(list.removeParm(L"b"));
-}
-
-TEST(TyxParameterListTest, RenameKeepsPosition)
-{
-    TyxParameterList list(L"l");
-    list.insertParm(value(L"a", 1));
-    list.insertParm(value(L"b", 2));
-    list.insertParm(value(L"c", 3));
-    EXPECT_EQ(list.renameParm(L"b", L"c"), 1);
-    EXPECT_EQ(list.renameParm(L"x", L"y"), 1);
-    EXPECT_EQ(list.renameParm(L"b", L"z"), 0);
-    EXPECT_EQ(list.parmNames(), (TyxStrList{L"a", L"z", L"c"}));
 }
 
 TEST(TyxParameterListTest, ReferencesResolveTwoListsUp)
