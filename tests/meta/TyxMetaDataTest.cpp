@@ -30,7 +30,7 @@ TEST(TyxMetaDataSegmentedPathTest, SegmentsIndexesAndTrailingSlash)
     EXPECT_EQ(TyxMetaDataSegmentedPath(L"x[a]")[0].index, TyxMetaDataSegmentedPath::NO_INDEX);
 }
 
-TEST(TyxMetaDataTest, IndexedWritesPushBackAndCaseKeepingTheFirstSpelling)
+TEST(TyxMetaDataTest, IndexedWritesPushBackSubsetPathsAndCaseKeepingTheFirstSpelling)
 {
     TyxMetaData md;
     EXPECT_EQ(md.setValue(L"a/b[3]", TyxVariant(1)), 0);
@@ -52,16 +52,11 @@ TEST(TyxMetaDataTest, IndexedWritesPushBackAndCaseKeepingTheFirstSpelling)
     const auto &repeats = md.root().subset(L"c").repeatIndex();
     ASSERT_EQ(repeats.size(), 1u);
     EXPECT_EQ(repeats[0].second, (std::vector<uint64_t>{0, 1, 2}));
-}
 
-TEST(TyxMetaDataTest, SubsetPathsAndGet)
-{
-    TyxMetaData md;
-    md.setValue(L"a/b", TyxVariant(1));
     EXPECT_FALSE(md.value(L"a/b/").isValid());
     const TyxVariant group = md.get(L"a/");
     ASSERT_EQ(group.type(), internal::TyxVariantTraits<TyxMetaData>::type());
-    EXPECT_EQ(group.value<TyxMetaData>().value(L"b").value<int>(), 1);
+    EXPECT_EQ(group.value<TyxMetaData>().value(L"b").value<int>(), 2);
     EXPECT_EQ(group.value<TyxMetaData>().name(), L"a");
     EXPECT_FALSE(md.get(L"a/zz").isValid());
     EXPECT_TRUE(md.isPath(L"a/"));
@@ -140,7 +135,7 @@ TEST(TyxMetaDataTest, RemoveRenameAndIteration)
     EXPECT_TRUE(md.empty());
 }
 
-TEST(TyxMetaDataTest, ParseFieldName)
+TEST(TyxMetaDataTest, ParseFieldNameAndValueValidators)
 {
     std::vector<TyxString> subsets{L"old"};
     TyxString field = L"old";
@@ -150,10 +145,7 @@ TEST(TyxMetaDataTest, ParseFieldName)
     EXPECT_FALSE(TyxMetaData::parseFieldName(L"a/", subsets, field));
     EXPECT_TRUE(subsets.empty());
     EXPECT_TRUE(field.empty());
-}
 
-TEST(TyxMetaDataTest, ValueValidators)
-{
     EXPECT_TRUE(TyxMetaData::isValidCharVariant(L"c", TyxVariant(L'x')));
     EXPECT_FALSE(TyxMetaData::isValidCharVariant(L"c", TyxVariant(L"xy")));
     EXPECT_TRUE(TyxMetaData::isValidIntegerVariant(L"i", TyxVariant(10), 0, 10));

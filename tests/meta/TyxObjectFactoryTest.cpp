@@ -43,15 +43,11 @@ TEST(TyxObjectFactoryTest, RegistersLooksUpAndRefusesDuplicates)
     EXPECT_FALSE(TyxObjectFactory::factory(L"Widget"));
 }
 
-TEST(TyxObjectFactoryTest, LibraryFactoriesAreThereFromTheStart)
+TEST(TyxObjectFactoryTest, LibraryFactoriesAreThereFromTheStartAndFailuresSayWhy)
 {
     const tyx::TyxStrList names = TyxObjectFactory::registeredNames();
     EXPECT_TRUE(names.contains(L"TyxNumValidator", false));
     EXPECT_TRUE(names.contains(L"TyxMetaProperty", false));
-}
-
-TEST(TyxObjectFactoryTest, CreationFailuresSayWhy)
-{
     TyxTextMsg msg;
     EXPECT_EQ(TyxObjectFactory::createObject(L"Nobody", TyxVariantMap(), &msg), nullptr);
     EXPECT_EQ(msg.text(), L"No factory is registered for class 'Nobody'.");
