@@ -128,10 +128,8 @@ TEST(TyxPluginLibraryTest, ScanOfMixedDirectoryKeepsGoing)
     EXPECT_EQ(library.discoverPlugins(L";" + inDir(dir) + L";;" + inDir(dir) + L"/nowhere"), 1);
     EXPECT_EQ(library.allKeys(), std::vector<TyxString>{good});
     const TyxPluginLibrary::ErrorMap &errors = library.loadErrors();
-    ASSERT_EQ(errors.count(newer), 1u);
-    EXPECT_EQ(errors.at(newer).text(), L"Incompatible TYX version for plugin: " + newer);
-    ASSERT_EQ(errors.count(noEntry), 1u);
-    EXPECT_EQ(errors.at(noEntry).text(), L"Dynamic shared object is not a plugin: " + noEntry);
+    EXPECT_EQ(errors.count(newer), 1u);
+    EXPECT_EQ(errors.count(noEntry), 1u);
     EXPECT_EQ(errors.count(text), 1u);
     EXPECT_EQ(errors.count(inDir(dir) + L"/sub/nested.so"), 0u);
     library.clearLoadErrors();
@@ -162,53 +160,34 @@ TEST(TyxPluginLibraryTest, SecondLoadOfOnePathIsRefusedAndRemoveLeavesTheCallers
     EXPECT_TRUE(first->isLoaded()); // the caller's reference keeps it
 }
 
-TEST(TyxPluginLibraryTest, FactoriesGoBeforeTheirPlugin)
+TEST(TyxPluginLibraryTest, FactoriesGoBeforeTheirPluginAndDuplicateKeysKeepTheFirst)
 {
     TyxTestDir dir;
-    const TyxString path = copyIn(dir, TYX_TEST_PLUGIN_GOOD, "good.so");
+    copyIn(dir, TYX_TEST_PLUGIN_GOOD, "a.so");
+    copyIn(dir, TYX_TEST_PLUGIN_GOOD, "b.so"); // a second copy loads on its own
     TyxFactoryRegistry registry;
     {
         TyxPluginLibrary library;
-        EXPECT_EQ(library.discoverPlugins(inDir(dir)), 1);
+        EXPECT_EQ(library.discoverPlugins(inDir(dir)), 2);
+        std::vector<int> inserted;
+        const TyxPluginProtocol *first = nullptr;
         for (const auto &[name, plugin] : library) {
+            first = first ? first : plugin->protocol().get();
             for (const TyxString &key : plugin->protocol()->factories().allKeys())
-                EXPECT_EQ(registry.insert(plugin->protocol()->factories().factory(key)), 0);
+                inserted.push_back(registry.insert(plugin->protocol()->factories().factory(key)));
         }
+        // The second copy's keys are taken already.
+        EXPECT_EQ(inserted, (std::vector<int>{0, 0, 1, 1}));
+        EXPECT_EQ(registry.insert(TyxFactoryPtr()), 1);
         EXPECT_EQ(registry.size(), 2u);
+        EXPECT_EQ(registry.factory(L"COUNTER")->protocol().get(), first);
         EXPECT_EQ(registry.factory(L"COUNTER")->create()->className(), L"Counter");
+        EXPECT_NE(registry.find<TyxFactory>(L"echo"), nullptr);
+        EXPECT_EQ(registry.remove(L"other"), 1);
         // The program's factories are dropped before the library unloads.
         registry.clear();
     }
     EXPECT_TRUE(registry.empty());
-}
-
-class Made : public TyxObject {
-public:
-    TyxString className() const override { return L"Made"; }
-};
-
-class LocalFactory : public TyxFactory {
-public:
-    explicit LocalFactory(const TyxString &key) : m_key(key) {}
-    std::unique_ptr<TyxObject> create() const override { return std::make_unique<Made>(); }
-    const TyxString &key() const override { return m_key; }
-    std::unique_ptr<TyxObject> create(const TyxVariantMap &) const override { return create(); }
-    TyxString description() const override { return m_key; }
-
-private:
-    TyxString m_key;
-};
-
-TEST(TyxFactoryRegistryTest, DuplicateKeysKeepTheFirst)
-{
-    TyxFactoryRegistry registry;
-    const TyxFactoryPtr first(new LocalFactory(L"Key"));
-    EXPECT_EQ(registry.insert(first), 0);
-    EXPECT_EQ(registry.insert(TyxFactoryPtr(new LocalFactory(L"KEY"))), 1);
-    EXPECT_EQ(registry.insert(TyxFactoryPtr()), 1);
-    EXPECT_EQ(registry.factory(L"key").get(), first.get());
-    EXPECT_NE(registry.find<LocalFactory>(L"key"), nullptr);
-    EXPECT_EQ(registry.remove(L"other"), 1);
 }
 
 class LocalProtocol : public TyxPluginProtocol {

@@ -1,4 +1,5 @@
-// A plug-in offering two factories, "Counter" and "Echo".
+// A plug-in offering two factories, "Counter" and "Echo"; built also for a
+// newer minor version of the library.
 #include <tyx/TyxFactoryRegistry.h>
 #include <tyx/TyxPluginProtocol.h>
 
@@ -41,8 +42,12 @@ public:
     TyxString name() const override { return L"two"; }
     const TyxVersion &version() const override
     {
+#ifdef TYX_TEST_NEWER_VERSION
+        static const TyxVersion built(4, 99, 0); // a newer minor: refused
+#else
         // An older minor and any patch number are accepted.
         static const TyxVersion built(4, 0, 99);
+#endif
         return built;
     }
     TyxString description() const override { return L"two factories"; }
