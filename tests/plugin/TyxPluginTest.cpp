@@ -51,12 +51,6 @@ TEST(TyxPluginTest, GoodPluginPassesTheHandshake)
     EXPECT_EQ(plugin.protocol()->name(), L"two");
     const TyxFactoryRegistry &factories = plugin.protocol()->factories();
     EXPECT_EQ(factories.allKeys(), (std::vector<TyxString>{L"Counter", L"Echo"}));
-    {
-        const TyxFactoryPtr factory = factories.factory(L"echo");
-        ASSERT_TRUE(factory);
-        EXPECT_EQ(factory->create()->className(), L"Echo");
-        EXPECT_EQ(factory->protocol().get(), plugin.protocol().get());
-    }
     plugin.unload();
     EXPECT_FALSE(plugin.isLoaded());
     EXPECT_FALSE(plugin.protocol());
