@@ -33,13 +33,7 @@ TyxString copyIn(const TyxTestDir &dir, const char *source, const std::string &n
     return inDir(dir, name);
 }
 
-TyxString writeIn(const TyxTestDir &dir, const std::string &name, const std::string &text)
-{
-    dir.write(name, text);
-    return inDir(dir, name);
-}
-
-TEST(TyxPluginTest, GoodPluginPassesTheHandshake)
+TEST(TyxPluginTest, GoodPluginPassesTheHandshakeAndFilesTheLoaderCannotOpenAreRefused)
 {
     TyxTestDir dir;
     const TyxString path = copyIn(dir, TYX_TEST_PLUGIN_GOOD, "good.so");
@@ -55,37 +49,13 @@ TEST(TyxPluginTest, GoodPluginPassesTheHandshake)
     EXPECT_FALSE(plugin.isLoaded());
     EXPECT_FALSE(plugin.protocol());
     EXPECT_TRUE(plugin.fileName().empty());
-}
-
-TEST(TyxPluginTest, RefusalsGiveTheirMessagesAndLeaveNothingLoaded)
-{
-    TyxTestDir dir;
-    struct Case {
-        TyxString path;
-        TyxString prefix;
-    };
-    const TyxString newer = copyIn(dir, TYX_TEST_PLUGIN_NEWER, "newer.so");
-    const TyxString noEntry = copyIn(dir, TYX_TEST_PLUGIN_NOENTRY, "noentry.so");
-    const TyxString text = writeIn(dir, "text.so", "not a shared object");
-    const TyxString missing = inDir(dir) + L"/missing.so";
-    const Case cases[] = {
-        {newer, L"Incompatible TYX version for plugin: " + newer},
-        {noEntry, L"Dynamic shared object is not a plugin: " + noEntry},
-        {text, text + L" : "},
-        {missing, missing + L" : "},
-        {inDir(dir), inDir(dir) + L" : "},
-    };
-    for (const Case &c : cases) {
-        TyxPlugin plugin;
-        const TyxTextMsg msg = plugin.load(TyxURI(c.path));
-        EXPECT_EQ(msg.type(), TyxTextMsg::Error);
-        EXPECT_EQ(msg.text().substr(0, c.prefix.size()), c.prefix) << msg.what();
-        if (c.prefix.ends_with(L" : ")) // the loader's own text follows
-            EXPECT_GT(msg.text().size(), c.prefix.size());
-        else
-            EXPECT_EQ(msg.text(), c.prefix);
+    for (const TyxString &bad : {TyxString(inDir(dir) + L"/missing.so"), inDir(dir)}) {
+        const TyxTextMsg refused = plugin.load(TyxURI(bad));
+        EXPECT_EQ(refused.type(), TyxTextMsg::Error);
+        // The loader's own text follows the path.
+        EXPECT_EQ(refused.text().substr(0, bad.size() + 3), bad + L" : ") << refused.what();
+        EXPECT_GT(refused.text().size(), bad.size() + 3);
         EXPECT_FALSE(plugin.isLoaded());
-        EXPECT_FALSE(plugin.protocol());
     }
 }
 
@@ -107,13 +77,14 @@ TEST(TyxDsoHandleTest, SameFileLoadsOnceAndSymbolsResolve)
     handle.unload();
 }
 
-TEST(TyxPluginLibraryTest, ScanOfMixedDirectoryKeepsGoing)
+TEST(TyxPluginLibraryTest, ScanOfMixedDirectoryKeepsGoingAndRefusalsLeaveNothingLoaded)
 {
     TyxTestDir dir;
     const TyxString good = copyIn(dir, TYX_TEST_PLUGIN_GOOD, "good.so");
     const TyxString newer = copyIn(dir, TYX_TEST_PLUGIN_NEWER, "newer.so");
     const TyxString noEntry = copyIn(dir, TYX_TEST_PLUGIN_NOENTRY, "noentry.so");
-    const TyxString text = writeIn(dir, "text.so", "garbage");
+    dir.write("text.so", "not a shared object");
+    const TyxString text = inDir(dir, "text.so");
     dir.write("notes.txt", "not matched");
     fs::create_directory(dir.path() / "folder.so");
     copyIn(dir, TYX_TEST_PLUGIN_GOOD, "sub/nested.so"); // sub-directories are not entered
@@ -122,10 +93,20 @@ TEST(TyxPluginLibraryTest, ScanOfMixedDirectoryKeepsGoing)
     EXPECT_EQ(library.discoverPlugins(L";" + inDir(dir) + L";;" + inDir(dir) + L"/nowhere"), 1);
     EXPECT_EQ(library.allKeys(), std::vector<TyxString>{good});
     const TyxPluginLibrary::ErrorMap &errors = library.loadErrors();
-    EXPECT_EQ(errors.count(newer), 1u);
-    EXPECT_EQ(errors.count(noEntry), 1u);
-    EXPECT_EQ(errors.count(text), 1u);
+    ASSERT_EQ(errors.count(newer), 1u);
+    EXPECT_EQ(errors.at(newer).text(), L"Incompatible TYX version for plugin: " + newer);
+    ASSERT_EQ(errors.count(noEntry), 1u);
+    EXPECT_EQ(errors.at(noEntry).text(), L"Dynamic shared object is not a plugin: " + noEntry);
+    ASSERT_EQ(errors.count(text), 1u);
+    EXPECT_EQ(errors.at(text).text().substr(0, text.size() + 3), text + L" : ");
     EXPECT_EQ(errors.count(inDir(dir) + L"/sub/nested.so"), 0u);
+    // Both plug-ins refused after opening are closed again.
+    for (const TyxString &refused : {newer, noEntry}) {
+        TyxPlugin plugin;
+        EXPECT_EQ(plugin.load(TyxURI(refused)).type(), TyxTextMsg::Error);
+        EXPECT_FALSE(plugin.isLoaded());
+        EXPECT_FALSE(plugin.protocol());
+    }
     library.clearLoadErrors();
     EXPECT_TRUE(library.loadErrors().empty());
 }
