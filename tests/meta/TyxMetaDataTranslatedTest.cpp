@@ -41,17 +41,11 @@ public:
     int lastPixels = 0;
 };
 
-TyxMetaDataPtr makeSource()
-{
-    TyxMetaDataPtr source(new TyxMetaData);
-    source->setValue(L"image/width", TyxVariant(640));
-    source->setValue(L"image/height", TyxVariant(2000));
-    return source;
-}
-
 TEST(TyxMetaDataTranslatedTest, ReadsByKindAndWritesThroughToTheSource)
 {
-    const TyxMetaDataPtr source = makeSource();
+    const TyxMetaDataPtr source(new TyxMetaData);
+    source->setValue(L"image/width", TyxVariant(640));
+    source->setValue(L"image/height", TyxVariant(2000));
     RasterView view(source);
     EXPECT_EQ(view.get(L"format").value<TyxString>(), L"GeoTIFF");
     EXPECT_EQ(view.get(L" columns ").value<int>(), 640);
