@@ -87,6 +87,7 @@ TYPED_TEST(TyxNumValidatorTypedTest, InclusiveEndsFactoryAndMetaObject)
     EXPECT_EQ(meta->setProperty(L"lower_bound", TyxVariant(2)), 0);
     EXPECT_EQ(meta->setProperty(L"upper_bound", TyxVariant(8)), 0);
     EXPECT_TRUE(typed->isEqual(&validator));
+    EXPECT_FALSE(typed->isEqual(nullptr));
     EXPECT_EQ(
         meta->setProperty(L"template_type", TyxVariant(TyxNumValidator<T>::templateType() == 9 ? 8 : 9)), 1);
     TyxVariant type;
