@@ -7,8 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <climits>
-
 #include "TyxRecordingHandler.h"
 
 namespace {
@@ -32,45 +30,30 @@ TEST(TyxMetaDataSegmentedPathTest, SegmentsIndexesAndTrailingSlash)
     EXPECT_EQ(TyxMetaDataSegmentedPath(L"x[a]")[0].index, TyxMetaDataSegmentedPath::NO_INDEX);
 }
 
-TEST(TyxMetaDataTest, LookupIgnoresCaseAndKeepsFirstSpelling)
-{
-    TyxMetaData md;
-    EXPECT_EQ(md.setValue(L"a/b", TyxVariant(1)), 0);
-    EXPECT_EQ(md.value(L"A/B").value<int>(), 1);
-    EXPECT_EQ(md.setValue(L"A/B", TyxVariant(2)), 0);
-    EXPECT_EQ(md.root().subsetNames(), (TyxStrList{L"a"}));
-    EXPECT_EQ(md.root().subset(L"a").fieldNames(), (TyxStrList{L"b"}));
-    EXPECT_EQ(md.value(L"a/b").value<int>(), 2);
-}
-
-TEST(TyxMetaDataTest, IndexedWritesAndPushBack)
+TEST(TyxMetaDataTest, IndexedWritesPushBackSubsetPathsAndCaseKeepingTheFirstSpelling)
 {
     TyxMetaData md;
     EXPECT_EQ(md.setValue(L"a/b[3]", TyxVariant(1)), 0);
     const TyxMetaDataField &field = md.field(L"a/b");
     ASSERT_EQ(field.size(), 4u);
     EXPECT_FALSE(field[0].isValid());
-    EXPECT_EQ(md.value(L"a/b[3]").value<int>(), 1);
+    EXPECT_EQ(md.value(L"A/B[3]").value<int>(), 1);
     EXPECT_FALSE(md.value(L"a/b[9]").isValid());
+    EXPECT_EQ(md.setValue(L"A/B", TyxVariant(2)), 0);
+    EXPECT_EQ(md.root().subsetNames(), (TyxStrList{L"a"}));
+    EXPECT_EQ(md.root().subset(L"a").fieldNames(), (TyxStrList{L"b"}));
+    EXPECT_EQ(md.value(L"a/b").value<int>(), 2);
 
     EXPECT_EQ(md.pushBack(L"c/d", TyxVariant(10)), 0);
     EXPECT_EQ(md.pushBack(L"c/d", TyxVariant(11)), 0);
     EXPECT_EQ(md.value(L"c/d[0]").value<int>(), 10);
     EXPECT_TRUE(md.push_back(L"c/d", TyxVariant(12)));
     EXPECT_EQ(md.size(L"c/d"), 3u);
-    const auto &repeats = md.root().subset(L"c").repeatIndex();
-    ASSERT_EQ(repeats.size(), 1u);
-    EXPECT_EQ(repeats[0].second, (std::vector<uint64_t>{0, 1, 2}));
-}
 
-TEST(TyxMetaDataTest, SubsetPathsAndGet)
-{
-    TyxMetaData md;
-    md.setValue(L"a/b", TyxVariant(1));
     EXPECT_FALSE(md.value(L"a/b/").isValid());
     const TyxVariant group = md.get(L"a/");
     ASSERT_EQ(group.type(), internal::TyxVariantTraits<TyxMetaData>::type());
-    EXPECT_EQ(group.value<TyxMetaData>().value(L"b").value<int>(), 1);
+    EXPECT_EQ(group.value<TyxMetaData>().value(L"b").value<int>(), 2);
     EXPECT_EQ(group.value<TyxMetaData>().name(), L"a");
     EXPECT_FALSE(md.get(L"a/zz").isValid());
     EXPECT_TRUE(md.isPath(L"a/"));
@@ -114,8 +97,6 @@ TEST(TyxMetaDataTest, RepeatingGroupsWithIndexNames)
     }
     EXPECT_EQ(md.size(L"bands/band"), 102u);
     EXPECT_EQ(md.value(L"bands/band[100]/index").value<int>(), 100);
-    EXPECT_EQ(md.value(L"bands/BAND[101]/Index").value<int>(), 101);
-    EXPECT_EQ(md.root().subset(L"bands").subsetNames()[100], L"band[100]");
     TyxStrList repeating;
     for (auto it = md.begin(L"bands/").paths().repeating(); it != md.end(); ++it)
         repeating.push_back(*it);
@@ -130,10 +111,6 @@ TEST(TyxMetaDataTest, RemoveRenameAndIteration)
     md.setValue(L"g/y", TyxVariant(2));
     md.setValue(L"g/s/z", TyxVariant(3));
     md.setValue(L"top", TyxVariant(4));
-    TyxStrList paths;
-    for (auto it = md.begin(); it != md.end(); ++it)
-        paths.push_back(*it);
-    EXPECT_EQ(paths, (TyxStrList{L"top", L"g/x", L"g/y", L"g/s/z"}));
     TyxStrList shallow;
     for (auto it = md.begin(L"g").norecurse(); it != md.end(); ++it)
         shallow.push_back(*it);
@@ -154,23 +131,11 @@ TEST(TyxMetaDataTest, RemoveRenameAndIteration)
     EXPECT_TRUE(md.empty());
 }
 
-TEST(TyxMetaDataTest, ParseFieldName)
-{
-    std::vector<TyxString> subsets{L"old"};
-    TyxString field = L"old";
-    EXPECT_TRUE(TyxMetaData::parseFieldName(L"a/b[2]/c[1]", subsets, field));
-    EXPECT_EQ(subsets, (std::vector<TyxString>{L"a", L"b[2]"}));
-    EXPECT_EQ(field, L"c");
-    EXPECT_FALSE(TyxMetaData::parseFieldName(L"a/", subsets, field));
-    EXPECT_TRUE(subsets.empty());
-    EXPECT_TRUE(field.empty());
-}
-
 TEST(TyxMetaDataTest, ValueValidators)
 {
     EXPECT_TRUE(TyxMetaData::isValidCharVariant(L"c", TyxVariant(L'x')));
     EXPECT_FALSE(TyxMetaData::isValidCharVariant(L"c", TyxVariant(L"xy")));
-    EXPECT_TRUE(TyxMetaData::isValidIntegerVariant(L"i", TyxVariant(5), INT_MIN, INT_MAX));
+    EXPECT_TRUE(TyxMetaData::isValidIntegerVariant(L"i", TyxVariant(10), 0, 10));
     EXPECT_FALSE(TyxMetaData::isValidIntegerVariant(L"i", TyxVariant(L"seven"), 0, 10));
     EXPECT_FALSE(TyxMetaData::isValidIntegerVariant(L"i", TyxVariant(11), 0, 10));
     EXPECT_TRUE(TyxMetaData::isValidDoubleVariant(L"d", TyxVariant(2.5), 0, 3));
@@ -180,29 +145,30 @@ TEST(TyxMetaDataTest, ValueValidators)
     EXPECT_FALSE(TyxMetaData::isValidDoubleVariantList(L"l", TyxVariant(TyxVariantList{TyxVariant(L"x")})));
 }
 
-// Fills a set with two fields and one subset, counting its calls.
+// Fills a set with one field and one subset, counting its calls; answers
+// \p status.
 class CountingReader : public TyxMetaDataReader {
 public:
     int fieldReads = 0;
     int subsetReads = 0;
     bool ready = true;
+    int status = 0;
     int readFields(TyxMetaDataSet &set) override
     {
         ++fieldReads;
         set.appendFieldValue(L"width", TyxVariant(640));
-        set.appendFieldValue(L"height", TyxVariant(480));
-        return 0;
+        return status;
     }
     int readSubsets(TyxMetaDataSet &set) override
     {
         ++subsetReads;
         set.rsubset(L"crs").appendFieldValue(L"name", TyxVariant(L"WGS 84"));
-        return 0;
+        return status;
     }
     bool canRead() const override { return ready; }
 };
 
-TEST(TyxMetaDataSetTest, ReaderFillsOnceOnDemandAndNotReadyIsAskedLater)
+TEST(TyxMetaDataSetTest, ReaderFillsOnceOnDemandNotReadyIsAskedLaterAndFailureIsPostedUnlessQuiet)
 {
     auto *reader = new CountingReader;
     TyxMetaDataReaderPtr keep(reader);
@@ -223,34 +189,28 @@ TEST(TyxMetaDataSetTest, ReaderFillsOnceOnDemandAndNotReadyIsAskedLater)
     late->ready = true;
     EXPECT_TRUE(set.containsField(L"width"));
     EXPECT_EQ(late->fieldReads, 1);
-}
 
-// A reader that always fails.
-class FailingReader : public TyxMetaDataReader {
-public:
-    int readFields(TyxMetaDataSet &) override { return 1; }
-    int readSubsets(TyxMetaDataSet &) override { return 1; }
-    bool canRead() const override { return true; }
-};
-
-TEST(TyxMetaDataSetTest, FailedReadIsPostedUnlessQuiet)
-{
     tyx::test::HandlerScope scope;
     const auto &messages = scope.messages();
-    TyxMetaData md;
-    md.root().setName(L"scene");
-    md.root().setReader(TyxMetaDataReaderPtr(new FailingReader));
-    EXPECT_FALSE(md.value(L"width").isValid());
+    auto *failing = new CountingReader;
+    failing->status = 1;
+    TyxMetaData scene;
+    scene.root().setName(L"scene");
+    scene.root().setReader(TyxMetaDataReaderPtr(failing));
+    EXPECT_FALSE(scene.value(L"depth").isValid());
     // A field is looked for, then a group of that name: both kinds are read.
     ASSERT_EQ(messages.size(), 2u);
     EXPECT_EQ(messages[0].text(), L"The fields of the metadata set 'scene' could not be read.");
     EXPECT_EQ(messages[1].text(), L"The subsets of the metadata set 'scene' could not be read.");
-    EXPECT_FALSE(md.value(L"width").isValid());
+    EXPECT_FALSE(scene.value(L"depth").isValid());
     EXPECT_EQ(messages.size(), 2u); // asked once only
+    EXPECT_EQ(failing->fieldReads, 1);
 
     TyxMetaData quietOne;
     quietOne.quiet(true);
-    quietOne.root().setReader(TyxMetaDataReaderPtr(new FailingReader));
+    failing = new CountingReader;
+    failing->status = 1;
+    quietOne.root().setReader(TyxMetaDataReaderPtr(failing));
     EXPECT_FALSE(quietOne.value(L"a/b").isValid());
     EXPECT_EQ(messages.size(), 2u);
 }

@@ -41,17 +41,11 @@ public:
     int lastPixels = 0;
 };
 
-TyxMetaDataPtr makeSource()
-{
-    TyxMetaDataPtr source(new TyxMetaData);
-    source->setValue(L"image/width", TyxVariant(640));
-    source->setValue(L"image/height", TyxVariant(2000));
-    return source;
-}
-
 TEST(TyxMetaDataTranslatedTest, ReadsByKindAndWritesThroughToTheSource)
 {
-    const TyxMetaDataPtr source = makeSource();
+    const TyxMetaDataPtr source(new TyxMetaData);
+    source->setValue(L"image/width", TyxVariant(640));
+    source->setValue(L"image/height", TyxVariant(2000));
     RasterView view(source);
     EXPECT_EQ(view.get(L"format").value<TyxString>(), L"GeoTIFF");
     EXPECT_EQ(view.get(L" columns ").value<int>(), 640);
@@ -72,17 +66,13 @@ TEST(TyxMetaDataTranslatedTest, ReadsByKindAndWritesThroughToTheSource)
     EXPECT_EQ(view.get(L"format").value<TyxString>(), L"GeoTIFF");
 }
 
-TEST(TyxMetaDataTranslatedTest, NoSourceAndQuietFlag)
+TEST(TyxMetaDataTranslatedTest, NoSourceQuietFlagAndFieldNames)
 {
     RasterView view{TyxMetaDataPtr()};
     EXPECT_FALSE(view.get(L"format").isValid());
     EXPECT_EQ(view.setValue(L"columns", TyxVariant(1)), 1);
     view.quiet(true);
     EXPECT_FALSE(view.quiet());
-}
-
-TEST(TyxMetaDataTranslatedTest, ToFieldName)
-{
     EXPECT_EQ(TyxMetaDataTranslated::toFieldName(L"abc[12]"), L"abc");
     EXPECT_EQ(TyxMetaDataTranslated::toFieldName(L"[1]"), L"[1]");
     EXPECT_EQ(TyxMetaDataTranslated::toFieldName(L"abc[x]"), L"abc[x]");

@@ -9,12 +9,17 @@ namespace {
 
 using tyx::TyxMetaFlag;
 
-TEST(TyxMetaFlagTest, NormalisesReturnAndFileBits)
+TEST(TyxMetaFlagTest, NormalisesReturnAndFileBitsAndNamesTheirRoles)
 {
     EXPECT_EQ(TyxMetaFlag(0x0082u).value(), 0x0080u);
     EXPECT_EQ(TyxMetaFlag(0x1800u).value(), 0u);
     EXPECT_EQ(TyxMetaFlag(0x1802u).value(), 0x0002u);
     EXPECT_EQ(TyxMetaFlag(0x2000u).value(), 0x2000u);
+    // The system bit hides; each file bit names one direction.
+    EXPECT_TRUE(TyxMetaFlag(0x0100u).isHidden());
+    EXPECT_FALSE(TyxMetaFlag(0x0100u).isReadable());
+    EXPECT_TRUE(TyxMetaFlag(0x0800u).isInFilename());
+    EXPECT_FALSE(TyxMetaFlag(0x0800u).isOutFilename());
 }
 
 TEST(TyxMetaFlagTest, TextFormListsSetBitsLowFirst)
@@ -34,23 +39,12 @@ TEST(TyxMetaFlagTest, FromStringIgnoresCaseAndUnknownWords)
     EXPECT_EQ(TyxMetaFlag::fromString(L"Required|ignorable").value(), 0x0028u);
     EXPECT_EQ(TyxMetaFlag::fromString(L"(Return | NoCrossRef)").value(), 0x0080u);
     EXPECT_EQ(TyxMetaFlag(TyxMetaFlag(0x1234u).toString()), TyxMetaFlag(0x1234u));
-}
-
-TEST(TyxMetaFlagTest, UnclosedParenthesisFailsAndKeepsValue)
-{
+    // An unclosed parenthesis fails and keeps the value.
     std::wistringstream is(L"(ReadOnly | Hidden");
     TyxMetaFlag flags(0x0008u);
     is >> flags;
     EXPECT_TRUE(is.fail());
     EXPECT_EQ(flags.value(), 0x0008u);
-}
-
-TEST(TyxMetaFlagTest, SystemBitHidesAndFileBitsNameOneDirection)
-{
-    EXPECT_TRUE(TyxMetaFlag(0x0100u).isHidden());
-    EXPECT_FALSE(TyxMetaFlag(0x0100u).isReadable());
-    EXPECT_TRUE(TyxMetaFlag(0x0800u).isInFilename());
-    EXPECT_FALSE(TyxMetaFlag(0x0800u).isOutFilename());
 }
 
 } // namespace

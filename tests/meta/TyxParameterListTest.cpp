@@ -33,7 +33,7 @@ TEST(TyxParameterTest, StreamFormAndMetaObject)
     EXPECT_EQ(p.properties().name(), L"n");
 }
 
-TEST(TyxParameterListTest, InsertPositionsAndMembership)
+TEST(TyxParameterListTest, InsertPositionsRenameAndMembership)
 {
     TyxParameterList list(L"inner");
     EXPECT_EQ(list.insertParm(value(L"a", 1)), 0);
@@ -44,6 +44,11 @@ TEST(TyxParameterListTest, InsertPositionsAndMembership)
     EXPECT_EQ(list.parmNames(), (TyxStrList{L"a", L"e", L"b", L"c", L"d"}));
     EXPECT_EQ(list.insertParm(value(L"a", 9)), 1);
     EXPECT_EQ(list.parmValue(L"a").value<int>(), 1);
+    // A rename keeps the position and refuses a taken or unknown name.
+    EXPECT_EQ(list.renameParm(L"e", L"c"), 1);
+    EXPECT_EQ(list.renameParm(L"x", L"y"), 1);
+    EXPECT_EQ(list.renameParm(L"e", L"z"), 0);
+    EXPECT_EQ(list.parmNames(), (TyxStrList{L"a", L"z", L"b", L"c", L"d"}));
 
     TyxParameterList other(L"other");
     const TyxParameterPtr b = list.parameter(L"b");
@@ -55,19 +60,7 @@ TEST(TyxParameterListTest, InsertPositionsAndMembership)
     EXPECT_FALSE(list.removeParm(L"b"));
 }
 
-TEST(TyxParameterListTest, RenameKeepsPosition)
-{
-    TyxParameterList list(L"l");
-    list.insertParm(value(L"a", 1));
-    list.insertParm(value(L"b", 2));
-    list.insertParm(value(L"c", 3));
-    EXPECT_EQ(list.renameParm(L"b", L"c"), 1);
-    EXPECT_EQ(list.renameParm(L"x", L"y"), 1);
-    EXPECT_EQ(list.renameParm(L"b", L"z"), 0);
-    EXPECT_EQ(list.parmNames(), (TyxStrList{L"a", L"z", L"c"}));
-}
-
-TEST(TyxParameterListTest, ReferencesResolveTwoListsUp)
+TEST(TyxParameterListTest, ReferencesResolveTwoListsUpAndCyclesEndInAnInvalidVariant)
 {
     // Enclosing lists are shared through pointers, so they live on the heap.
     TyxParameterList inner(L"inner");
@@ -77,6 +70,9 @@ TEST(TyxParameterListTest, ReferencesResolveTwoListsUp)
                                                       TyxParameterListConstPtr(outer)};
     inner.insertParm(ref(L"x", L"y"));
     inner.insertParm(ref(L"gain", L"gain"));
+    inner.insertParm(ref(L"a", L"b"));
+    inner.insertParm(ref(L"b", L"a"));
+    inner.insertParm(TyxParameterPtr(new TyxParameter(L"e", TyxVariant(3), true)));
     middle->insertParm(value(L"m", 1));
     outer->insertParm(value(L"y", 5));
     outer->insertParm(value(L"gain", 7));
@@ -86,25 +82,13 @@ TEST(TyxParameterListTest, ReferencesResolveTwoListsUp)
     EXPECT_EQ(inner.parmValue(L"w", scope).value<int>(), 9); // not here: looked up outwards
     EXPECT_FALSE(inner.parmValue(L"x").isValid());
     EXPECT_FALSE(inner.parmValue(L"missing", scope).isValid());
-}
-
-TEST(TyxParameterListTest, CyclesAndExpressionsEndInAnInvalidVariant)
-{
-    TyxParameterList list(L"l");
-    list.insertParm(ref(L"self", L"self"));
-    list.insertParm(ref(L"a", L"b"));
-    list.insertParm(ref(L"b", L"a"));
-    list.insertParm(TyxParameterPtr(new TyxParameter(L"e", TyxVariant(3), true)));
-    EXPECT_FALSE(list.parmValue(L"self").isValid());
-    EXPECT_FALSE(list.parmValue(L"e").isValid());
-    EXPECT_FALSE(list.parmValue(L"a").isValid());
-
-    auto *outer = new TyxParameterList(L"outer");
-    const std::vector<TyxParameterListConstPtr> scope{TyxParameterListConstPtr(outer)};
-    outer->insertParm(value(L"a", 4));
+    EXPECT_FALSE(inner.parmValue(L"gain").isValid()); // refers to itself
+    EXPECT_FALSE(inner.parmValue(L"e").isValid());
+    EXPECT_FALSE(inner.parmValue(L"a").isValid());
     // a -> b -> a closes the loop here; the search for "a" moves outwards.
-    EXPECT_EQ(list.parmValue(L"a", scope).value<int>(), 4);
-    EXPECT_FALSE(list.parmValue(L"b", scope).isValid());
+    outer->insertParm(value(L"a", 4));
+    EXPECT_EQ(inner.parmValue(L"a", scope).value<int>(), 4);
+    EXPECT_FALSE(inner.parmValue(L"b", scope).isValid());
 }
 
 TEST(TyxParameterListTest, CopyIsDeep)

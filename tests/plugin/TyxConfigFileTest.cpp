@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <map>
 #include <string>
+#include <utility>
 
 #include "../file/TyxTestDir.h"
 
@@ -22,25 +23,20 @@ TyxString configIn(const TyxTestDir &dir, const std::string &text)
     return homeOf(dir) + L"/plugins.json";
 }
 
-struct Listed {
-    TyxTextMsg msg;
-    std::map<TyxString, TyxString> plugins;
-};
-
-Listed listOf(const TyxTestDir &dir, const std::string &text)
+// The message of reading the config file \p text and what it lists.
+std::pair<TyxTextMsg, std::map<TyxString, TyxString>> listOf(const TyxTestDir &dir, const std::string &text)
 {
     TyxConfigFile file(configIn(dir, text), homeOf(dir));
-    Listed listed;
-    listed.msg = file.read();
-    if (listed.msg.empty())
-        listed.msg = file.plugins(listed.plugins);
+    std::pair<TyxTextMsg, std::map<TyxString, TyxString>> listed{file.read(), {}};
+    if (listed.first.empty())
+        listed.first = file.plugins(listed.second);
     return listed;
 }
 
 TEST(TyxConfigFileTest, PlatformKeyAndRelativePaths)
 {
     TyxTestDir dir;
-    const Listed listed = listOf(dir, R"({ "Plugins_Home": "x",
+    const auto [msg, plugins] = listOf(dir, R"({ "Plugins_Home": "x",
         "plugins": [ { "name": "alpha", "linux": "alpha.so", "windows": "alpha.dll" },
                      { "name": ["beta", "gamma", 3, null], "LINUX": { "release": "sub/beta.so" } },
                      { "name": "abs", "linux": "/opt/abs.so" },
@@ -49,17 +45,17 @@ TEST(TyxConfigFileTest, PlatformKeyAndRelativePaths)
                      { "linux": "nameless.so" },
                      7,
                      { "name": "alpha", "linux": "second.so" } ] })");
-    ASSERT_TRUE(listed.msg.empty()) << listed.msg.what();
+    ASSERT_TRUE(msg.empty()) << msg.what();
     const TyxString home = homeOf(dir) + L"/x/";
     const std::map<TyxString, TyxString> expected{{L"alpha", home + L"alpha.so"},
                                                   {L"beta", home + L"sub/beta.so"},
                                                   {L"gamma", home + L"sub/beta.so"},
                                                   {L"3", home + L"sub/beta.so"},
                                                   {L"abs", L"/opt/abs.so"}};
-    EXPECT_EQ(listed.plugins, expected);
+    EXPECT_EQ(plugins, expected);
 }
 
-TEST(TyxConfigFileTest, HomeDefaultsToTheGivenFolder)
+TEST(TyxConfigFileTest, HomeDefaultsToTheGivenFolderAndUnreadOrMissingFileSaySo)
 {
     TyxTestDir dir;
     TyxConfigFile file(configIn(dir, R"({"plugins":[{"name":"a","linux":"a.so"}]})"), homeOf(dir));
@@ -71,6 +67,11 @@ TEST(TyxConfigFileTest, HomeDefaultsToTheGivenFolder)
     std::map<TyxString, TyxString> out;
     EXPECT_TRUE(absolute.plugins(out).empty());
     EXPECT_TRUE(out.empty());
+
+    TyxConfigFile missing(homeOf(dir) + L"/none.json", homeOf(dir));
+    EXPECT_EQ(missing.plugins(out).text(), L"read() must be called successfully before accessing plugins");
+    EXPECT_EQ(missing.read().text(), L"Unable to open config file: " + homeOf(dir) + L"/none.json");
+    EXPECT_EQ(missing.plugins(out).text(), L"read() must be called successfully before accessing plugins");
 }
 
 TEST(TyxConfigFileTest, BadFilesGiveTheirMessagesAndKeepWhatWasListed)
@@ -94,21 +95,11 @@ TEST(TyxConfigFileTest, BadFilesGiveTheirMessagesAndKeepWhatWasListed)
          L"Invalid value type for plugin: b platform: linux - value must be a string or an object.", 1},
     };
     for (const Case &c : cases) {
-        const Listed listed = listOf(dir, c.text);
-        EXPECT_EQ(listed.msg.text(), c.message) << c.text;
-        EXPECT_EQ(listed.plugins.size(), c.listed) << c.text;
-        EXPECT_EQ(listed.plugins.count(L"a"), c.listed) << c.text;
+        const auto [msg, plugins] = listOf(dir, c.text);
+        EXPECT_EQ(msg.text(), c.message) << c.text;
+        EXPECT_EQ(plugins.size(), c.listed) << c.text;
+        EXPECT_EQ(plugins.count(L"a"), c.listed) << c.text;
     }
-}
-
-TEST(TyxConfigFileTest, UnreadOrMissingFile)
-{
-    TyxTestDir dir;
-    TyxConfigFile file(homeOf(dir) + L"/none.json", homeOf(dir));
-    std::map<TyxString, TyxString> out;
-    EXPECT_EQ(file.plugins(out).text(), L"read() must be called successfully before accessing plugins");
-    EXPECT_EQ(file.read().text(), L"Unable to open config file: " + homeOf(dir) + L"/none.json");
-    EXPECT_EQ(file.plugins(out).text(), L"read() must be called successfully before accessing plugins");
 }
 
 } // namespace

@@ -58,28 +58,10 @@ TEST(TyxJsonNodeTest, NestingRoundTripsAtTheLimitAndFailsPastItWithoutExhausting
                   std::to_wstring(TyxJsonMaxDepth) + L")");
 }
 
-TEST(TyxJsonNodeTest, ValuesMapToVariantKinds)
-{
-    TyxVariant value;
-    ASSERT_TRUE(parseText(R"({"i":-3,"u":3000000000,"big":-9000000000,"huge":18446744073709551615,)"
-                          R"("d":0.5,"s":"x","t":true,"f":false,"n":null,"a":[],"o":{}})",
-                          value)
-                    .empty());
-    ASSERT_EQ(value.type(), TyxMetaType::VariantMap);
-    const TyxVariantMap map = value.value<TyxVariantMap>();
-    EXPECT_EQ(map.at(L"i").type(), TyxMetaType::Int);
-    EXPECT_EQ(map.at(L"u").type(), TyxMetaType::UInt);
-    EXPECT_EQ(map.at(L"big").type(), TyxMetaType::Int64);
-    EXPECT_EQ(map.at(L"huge").type(), TyxMetaType::UInt64);
-    EXPECT_EQ(map.at(L"huge").value<uint64_t>(), std::numeric_limits<uint64_t>::max());
-    EXPECT_FALSE(map.at(L"n").isValid());
-}
-
-TEST(TyxJsonNodeTest, TextsRoundTrip)
+TEST(TyxJsonNodeTest, TextsRoundTripAndValuesMapToVariantKinds)
 {
     const std::string texts[] = {
         "null",
-        "[]",
         "[[],{},[{}]]",
         R"({"a":[1,-2,3.25,1e300],"b":{"c":"d"}})",
         "18446744073709551615",
@@ -96,9 +78,23 @@ TEST(TyxJsonNodeTest, TextsRoundTrip)
         ASSERT_TRUE(parseText(text, value).empty()) << text;
         EXPECT_EQ(writeText(value), text);
     }
+
+    // Integers take the smallest kind that holds them.
+    TyxVariant value;
+    ASSERT_TRUE(
+        parseText(R"({"i":-3,"u":3000000000,"big":-9000000000,"huge":18446744073709551615,"n":null})", value)
+            .empty());
+    ASSERT_EQ(value.type(), TyxMetaType::VariantMap);
+    const TyxVariantMap map = value.value<TyxVariantMap>();
+    EXPECT_EQ(map.at(L"i").type(), TyxMetaType::Int);
+    EXPECT_EQ(map.at(L"u").type(), TyxMetaType::UInt);
+    EXPECT_EQ(map.at(L"big").type(), TyxMetaType::Int64);
+    EXPECT_EQ(map.at(L"huge").type(), TyxMetaType::UInt64);
+    EXPECT_EQ(map.at(L"huge").value<uint64_t>(), std::numeric_limits<uint64_t>::max());
+    EXPECT_FALSE(map.at(L"n").isValid());
 }
 
-TEST(TyxJsonNodeTest, TextEndingInsideASequenceFailsWithinItsBuffer)
+TEST(TyxJsonNodeTest, TextEndingInsideASequenceFailsWithinItsBufferAndWideTextParsesAndWrites)
 {
     // A short text lives inside the string object: a read past its end is
     // what AddressSanitizer sees.
@@ -107,10 +103,7 @@ TEST(TyxJsonNodeTest, TextEndingInsideASequenceFailsWithinItsBuffer)
         TyxVariant value;
         EXPECT_NE(fromJson(is, value).text().find(L"Invalid encoding in string."), TyxString::npos) << text;
     }
-}
 
-TEST(TyxJsonNodeTest, WideTextParsesAndWrites)
-{
     std::wistringstream is(L"{\"n\\u00e9\":\"\u20ac\"}");
     TyxVariant value;
     ASSERT_TRUE(fromJson(is, value).empty());
@@ -118,8 +111,6 @@ TEST(TyxJsonNodeTest, WideTextParsesAndWrites)
     std::wostringstream os;
     toJson(os, value);
     EXPECT_EQ(os.str(), L"{\"n\u00e9\":\"\u20ac\"}");
-    std::wistringstream bad(L"[1,");
-    EXPECT_EQ(fromJson(bad, value).text(), L"Invalid value. (Line: 1 Offset: 3)");
     // Units that are no Unicode scalar value fail instead of reaching the encoder.
     for (const wchar_t unit : {wchar_t(0x110000), wchar_t(-95)}) {
         std::wistringstream strange(std::wstring(L"[\n\"a") + unit + L"\"]");
@@ -146,30 +137,23 @@ TEST(TyxJsonNodeTest, OtherValuesAreWrittenAsNumbersOrTextAndPrettyFormUsesTheIn
     EXPECT_EQ(other.str(), "[\n    1,\n    2\n]");
 }
 
-TEST(TyxJsonNodeTest, MembersMatchIgnoringCase)
+TEST(TyxJsonNodeTest, MembersMatchIgnoringCaseAndIterationWalksMembersAndElements)
 {
-    const TyxJsonNode node = TyxJsonNode::parse(L"{\"A\":1,\"b\":[true,\"x\"]}");
+    const TyxJsonNode node = TyxJsonNode::parse(L"{\"c\":3,\"b\":[true,\"x\"],\"A\":1}");
     EXPECT_EQ(node.find(L"a")->toInt(), 1);
     EXPECT_EQ(node.find(L"a")->name(), L"A");
     EXPECT_EQ(node.find(L"zz"), node.end());
     EXPECT_EQ(node.find(L"B")->at(1)->toString(), L"x");
     EXPECT_EQ(node.find(L"B")->at(2), node.end());
-    EXPECT_EQ(node.at(1)->name(), L"b");
-    EXPECT_EQ(TyxJsonNode(L"s", TyxVariant(3)).find(L"s"), node.end());
-}
-
-TEST(TyxJsonNodeTest, IterationWalksMembersAndElements)
-{
-    const TyxJsonNode node = TyxJsonNode::parse(L"{\"c\":3,\"b\":2,\"A\":1}");
     std::vector<TyxString> names;
     for (const TyxJsonNode &member : node)
-        names.push_back(member.name() + L"=" + member.toString());
-    EXPECT_EQ(names, (std::vector<TyxString>{L"A=1", L"b=2", L"c=3"}));
+        names.push_back(member.name());
+    EXPECT_EQ(names, (std::vector<TyxString>{L"A", L"b", L"c"}));
+    EXPECT_EQ(node.begin()->toInt(), 1);
     // A walk that starts at a found member goes on from there.
     auto found = node.find(L"B");
     EXPECT_EQ((++found)->name(), L"c");
     EXPECT_EQ(++found, node.end());
-    EXPECT_EQ(node.at(2)->name(), L"c");
     TyxJsonNode array = TyxJsonNode::parse(L"[true,null]");
     auto it = array.begin();
     EXPECT_EQ(it->type(), TyxJsonNodeType::Bool);
@@ -183,7 +167,7 @@ TEST(TyxJsonNodeTest, IterationWalksMembersAndElements)
     EXPECT_EQ(TyxJsonNode().begin(), TyxJsonNode().end());
 }
 
-TEST(TyxJsonNodeTest, TypeFollowsTheVariant)
+TEST(TyxJsonNodeTest, TypeFollowsTheVariantAndConversionsKeepTheName)
 {
     struct Case {
         TyxVariant value;
@@ -191,8 +175,6 @@ TEST(TyxJsonNodeTest, TypeFollowsTheVariant)
     };
     const Case cases[] = {
         {TyxVariant(), TyxJsonNodeType::Null},
-        {TyxVariant(true), TyxJsonNodeType::Bool},
-        {TyxVariant(L"t"), TyxJsonNodeType::String},
         {TyxVariant(2.5), TyxJsonNodeType::Number},
         {TyxVariant(L'c'), TyxJsonNodeType::Number},
         {TyxVariant(TyxStrList{L"a"}), TyxJsonNodeType::String},
@@ -201,21 +183,9 @@ TEST(TyxJsonNodeTest, TypeFollowsTheVariant)
     };
     for (const Case &c : cases)
         EXPECT_EQ(TyxJsonNode(L"n", c.value).type(), c.type) << c.value;
-    EXPECT_EQ(TyxJsonNode().type(), TyxJsonNodeType::Null);
-    EXPECT_EQ(TyxJsonNode(TyxJsonNodeType::Node).toJson(), L"{}");
     EXPECT_EQ(TyxJsonNode(TyxJsonNodeType::Number).toJson(), L"0.0");
-}
 
-TEST(TyxJsonNodeTest, NodeTypeNamesParseInAnyCase)
-{
-    EXPECT_EQ(TyxJsonNodeType::allKeys(),
-              (std::vector<TyxString>{L"Null", L"String", L"Number", L"Bool", L"Array", L"Node"}));
-    EXPECT_EQ(TyxJsonNodeType::fromString(L"aRRay"), TyxJsonNodeType::Array);
-    EXPECT_EQ(TyxJsonNodeType::fromString(L"Object"), TyxJsonNodeType::Invalid);
-}
-
-TEST(TyxJsonNodeTest, ConversionsKeepTheNameAndCopiesKeepTheComment)
-{
+    // Conversions keep the name; copies keep the comment.
     TyxJsonNode node(L"n", TyxVariant(TyxVariantList{TyxVariant(1)}));
     node.setComment(L"c");
     const TyxJsonNode copy = node;
@@ -230,21 +200,34 @@ TEST(TyxJsonNodeTest, ConversionsKeepTheNameAndCopiesKeepTheComment)
     EXPECT_EQ(TyxJsonNode(L"", TyxVariant(L"7")).toInt(), 7);
 }
 
-TEST(TyxJsonNodeTest, BrokenParseGivesNodeHoldingNothing)
+TEST(TyxJsonNodeTest, BrokenTextGivesNodeHoldingNothingFailsTheStreamAndStaysUnstripped)
 {
-    const TyxJsonNode node = TyxJsonNode::parse(L"{\"a\":");
-    EXPECT_TRUE(node.isNull());
+    EXPECT_TRUE(TyxJsonNode::parse(L"{\"a\":").isNull());
     EXPECT_FALSE(TyxJsonNode::isValid(L"[1,]"));
-    EXPECT_TRUE(TyxJsonNode::isValid(L" [1] "));
     std::istringstream is("[1,\n\n x]");
     uint64_t line = 0;
     uint64_t offset = 0;
     EXPECT_FALSE(TyxJsonNode::isValid(is, line, offset));
     EXPECT_EQ(line, 3u);
     EXPECT_EQ(offset, 6u);
+
+    std::istringstream good("{\"k\":\"v\"}");
+    TyxJsonNode node;
+    good >> node;
+    EXPECT_FALSE(good.fail());
+    std::ostringstream os;
+    os << node;
+    EXPECT_EQ(os.str(), "{\"k\":\"v\"}");
+    std::istringstream bad("{");
+    bad >> node;
+    EXPECT_TRUE(bad.fail());
+
+    EXPECT_EQ(TyxJsonNode::stripWhiteSpace(L" { \"b\" : [ 1.50 , 2 ] ,\n \"A\":\"\u00e9 \" } "),
+              L"{\"b\":[1.5,2],\"A\":\"\u00e9 \"}");
+    EXPECT_EQ(TyxJsonNode::stripWhiteSpace(L" [1, "), L" [1, "); // broken text stays as it is
 }
 
-TEST(TyxJsonNodeTest, PushBackAppendsValuesAsAListAndCopiesDoNotShare)
+TEST(TyxJsonNodeTest, PushBackAppendsValuesAsAListCopiesDoNotShareAndNodeHoldingNothingIsRefused)
 {
     TyxJsonNode node(L"n", TyxVariant(1));
     node.pushBack(TyxJsonNode(L"x", TyxVariant(L"a")));
@@ -254,11 +237,6 @@ TEST(TyxJsonNodeTest, PushBackAppendsValuesAsAListAndCopiesDoNotShare)
     EXPECT_EQ(node.toJson(), L"[1,\"a\",{}]");
     EXPECT_EQ(copy.toJson(), L"[1,\"a\"]");
     EXPECT_EQ(node.name(), L"n");
-}
-
-TEST(TyxJsonNodeTest, PushBackOfNodeHoldingNothingIsRefused)
-{
-    TyxJsonNode node(TyxJsonNodeType::Array);
     // Without a handler an Error is thrown.
     try {
         node.pushBack(TyxJsonNode());
@@ -268,28 +246,7 @@ TEST(TyxJsonNodeTest, PushBackOfNodeHoldingNothingIsRefused)
             msg.text(),
             L"Cannot pushBack an TyxJsonNodeIFPtr instantiated by a different TyxJsonNode implementation.");
     }
-    EXPECT_EQ(node.size(), 0u);
-}
-
-TEST(TyxJsonNodeTest, StripWhiteSpaceGivesCompactForm)
-{
-    EXPECT_EQ(TyxJsonNode::stripWhiteSpace(L" { \"b\" : [ 1.50 , 2 ] ,\n \"A\":\"\u00e9 \" } "),
-              L"{\"b\":[1.5,2],\"A\":\"\u00e9 \"}");
-    EXPECT_EQ(TyxJsonNode::stripWhiteSpace(L" [1, "), L" [1, ");
-}
-
-TEST(TyxJsonNodeTest, StreamOperatorsParseAndWrite)
-{
-    std::istringstream is("{\"k\":\"v\"}");
-    TyxJsonNode node;
-    is >> node;
-    EXPECT_FALSE(is.fail());
-    std::ostringstream os;
-    os << node;
-    EXPECT_EQ(os.str(), "{\"k\":\"v\"}");
-    std::istringstream bad("{");
-    bad >> node;
-    EXPECT_TRUE(bad.fail());
+    EXPECT_EQ(node.size(), 3u);
 }
 
 } // namespace
