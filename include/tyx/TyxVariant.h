@@ -59,9 +59,12 @@ struct TyxValueTarget;
 class TYX_EXPORT TyxVariant {
 public:
     /// The invalid variant.
-    TyxVariant();
+    TyxVariant() noexcept;
     TyxVariant(const TyxVariant &other) = default;
     TyxVariant &operator=(const TyxVariant &other) = default;
+    /// Takes the value of \p other, which is left invalid.
+    TyxVariant(TyxVariant &&other) noexcept;
+    TyxVariant &operator=(TyxVariant &&other) noexcept;
     ~TyxVariant() = default;
 
     /// Holds \p value under the code its traits give: bool, the integers,
@@ -111,7 +114,8 @@ public:
     /// Makes the variant invalid.
     void clear();
     /// Whether another variant shares this one's value. Code that writes
-    /// into a value it made itself checks this first.
+    /// into a value it made itself checks this first. The invalid value is
+    /// never counted as shared.
     bool isShared() const noexcept { return m_impl.use_count() > 1; }
 
     /// Converts to \p target into \p dest; false when that fails.

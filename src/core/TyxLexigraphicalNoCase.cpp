@@ -9,9 +9,17 @@ namespace tyx {
 
 bool TyxLexigraphicalNoCase::operator()(const TyxString &a, const TyxString &b) const
 {
-    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), [](wchar_t x, wchar_t y) {
-        return internal::lowerUnit(x) < internal::lowerUnit(y);
-    });
+    // Equal units need no lowering, which spares C tolower on shared prefixes.
+    const size_t common = std::min(a.size(), b.size());
+    for (size_t i = 0; i < common; ++i) {
+        if (a[i] == b[i])
+            continue;
+        const wchar_t x = internal::lowerUnit(a[i]);
+        const wchar_t y = internal::lowerUnit(b[i]);
+        if (x != y)
+            return x < y;
+    }
+    return a.size() < b.size();
 }
 
 } // namespace tyx

@@ -8,6 +8,7 @@
 #include <mutex>
 #include <ostream>
 #include <sstream>
+#include <utility>
 
 #include "core/TyxVariantRegistry.h"
 
@@ -100,10 +101,19 @@ std::shared_ptr<TyxVariantIF> findPrototype(const TyxMetaType &type)
 
 } // namespace
 
-std::shared_ptr<TyxVariantIF> invalidVariantImpl()
+std::shared_ptr<TyxVariantIF> invalidVariantImpl() noexcept
 {
-    static const std::shared_ptr<TyxVariantIF> invalid = std::make_shared<TyxInvalidVariant>();
-    return invalid;
+    // The one invalid value is never destroyed, so variants released during
+    // the program's exit may still use it, and it is held without a count
+    // (an empty owner): making, copying, moving from and dropping an invalid
+    // variant touches no counter that all threads share.
+    union Immortal {
+        Immortal() : value() {}
+        ~Immortal() {}
+        TyxInvalidVariant value;
+    };
+    static Immortal invalid;
+    return std::shared_ptr<TyxVariantIF>(std::shared_ptr<TyxVariantIF>(), &invalid.value);
 }
 
 void writeDefault(const TyxMetaType &target, void *dest)
@@ -312,7 +322,19 @@ TyxString readRest(std::wistream &is)
 
 // ---- TyxVariant ----------------------------------------------------------------
 
-TyxVariant::TyxVariant() : m_impl(internal::invalidVariantImpl()) {}
+TyxVariant::TyxVariant() noexcept : m_impl(internal::invalidVariantImpl()) {}
+
+TyxVariant::TyxVariant(TyxVariant &&other) noexcept
+    : m_impl(std::exchange(other.m_impl, internal::invalidVariantImpl()))
+{
+}
+
+TyxVariant &TyxVariant::operator=(TyxVariant &&other) noexcept
+{
+    if (this != &other)
+        m_impl = std::exchange(other.m_impl, internal::invalidVariantImpl());
+    return *this;
+}
 
 TyxVariant::TyxVariant(char value)
     : m_impl(std::make_shared<TyxVariantImpl<wchar_t>>(static_cast<wchar_t>(value)))

@@ -8,7 +8,7 @@
 namespace tyx::internal {
 
 /// The one implementation object that every invalid variant shares.
-std::shared_ptr<TyxVariantIF> invalidVariantImpl();
+std::shared_ptr<TyxVariantIF> invalidVariantImpl() noexcept;
 
 /// Writes the default of \p target into \p dest when the target is a built-in
 /// code whose type has joined; otherwise leaves \p dest alone.

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstring>
 #include <istream>
+#include <iterator>
 #include <ostream>
 #include <string_view>
 #include <tuple>
@@ -207,7 +208,7 @@ public:
     {
         --m_depth;
         const auto first = m_values.end() - static_cast<std::ptrdiff_t>(count);
-        TyxVariantList list(first, m_values.end());
+        TyxVariantList list(std::make_move_iterator(first), std::make_move_iterator(m_values.end()));
         m_values.erase(first, m_values.end());
         m_values.emplace_back(std::move(list));
         return true;
@@ -223,7 +224,7 @@ public:
             // search; a repeated name keeps its first value, as a lookup in a
             // RapidJSON object finds the first.
             map.emplace_hint(map.end(), std::move(firstKey[static_cast<std::ptrdiff_t>(i)]),
-                             firstValue[static_cast<std::ptrdiff_t>(i)]);
+                             std::move(firstValue[static_cast<std::ptrdiff_t>(i)]));
         }
         m_values.erase(firstValue, m_values.end());
         m_keys.erase(firstKey, m_keys.end());

@@ -2,12 +2,14 @@
 // string lists.
 #include <gtest/gtest.h>
 
+#include <tyx/TyxLexigraphicalNoCase.h>
 #include <tyx/TyxStrList.h>
 #include <tyx/TyxString.h>
 
 #include <clocale>
 #include <limits>
 #include <sstream>
+#include <utility>
 
 namespace {
 
@@ -141,6 +143,28 @@ TEST(TyxStringTest, TrimCaseRulesAndComparisons)
     const wchar_t high[] = {static_cast<wchar_t>(0x80000000), 0};
     EXPECT_EQ(tyx::strcmp(high, L"a"), 1); // unsigned comparison
     EXPECT_EQ(tyx::stricmp(L"ABC", L"abc"), 0);
+}
+
+TEST(TyxStringTest, NoCaseOrderLowersOnlyTheUnitsThatDiffer)
+{
+    const TyxLexigraphicalNoCase less;
+    // Each pair in order: the first orders before the second.
+    const std::pair<const wchar_t *, const wchar_t *> ordered[] = {
+        {L"abc", L"ABD"},
+        {L"a", L"B"},
+        {L"ab", L"AbC"},
+        {L"", L"a"},
+        // 'A' orders as 'a' (97), after '_' (95), not as itself (65).
+        {L"_", L"A"},
+        {L"x_", L"XA"},
+        // Units outside the byte range keep their value.
+        {L"z", L"\u0100"}};
+    for (const auto &[first, second] : ordered) {
+        EXPECT_TRUE(less(first, second)) << "'" << first << "' before '" << second << "'";
+        EXPECT_FALSE(less(second, first)) << "'" << second << "' before '" << first << "'";
+    }
+    EXPECT_FALSE(less(L"abc", L"ABC"));
+    EXPECT_FALSE(less(L"ABC", L"abc"));
 }
 
 TEST(TyxStringTest, ApproximateByContinuedFractions)

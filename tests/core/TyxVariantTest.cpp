@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <utility>
 
 namespace {
 
@@ -143,6 +144,37 @@ TEST(TyxVariantTest, EqualityInTheLeftSidesTypeAndCopiesShare)
     d = 'b';
     EXPECT_EQ(d.value<wchar_t>(), L'b');
     EXPECT_EQ(e.value<wchar_t>(), L'a');
+}
+
+TEST(TyxVariantTest, MovesTakeTheValueAndLeaveTheSourceInvalid)
+{
+    TyxVariant a(L"text");
+    const TyxVariant copy = a;
+    const void *data = a.impl().constData();
+
+    TyxVariant b(std::move(a));
+    EXPECT_EQ(b.impl().constData(), data);
+    EXPECT_TRUE(b.isShared()); // with the copy, as before the move
+    EXPECT_FALSE(a.isValid());
+    a = "again"; // a moved-from variant takes a new value
+    EXPECT_EQ(a.value<TyxString>(), L"again");
+    EXPECT_EQ(copy.value<TyxString>(), L"text");
+
+    TyxVariant c(7);
+    c = std::move(b);
+    EXPECT_EQ(c.impl().constData(), data);
+    EXPECT_FALSE(b.isValid());
+    TyxVariant &same = c;
+    c = std::move(same);
+    EXPECT_EQ(c.value<TyxString>(), L"text");
+
+    // Every invalid variant holds the one invalid value, which no count marks
+    // as shared.
+    const TyxVariant none;
+    const TyxVariant other = none;
+    EXPECT_EQ(&none.impl(), &b.impl());
+    EXPECT_FALSE(other.isShared());
+    EXPECT_TRUE(none == other);
 }
 
 TEST(TyxVariantTest, StreamFormsReadBack)
