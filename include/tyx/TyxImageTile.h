@@ -97,7 +97,8 @@ public:
     /// type (int8_t to uint64_t, float, double, std::complex<float>,
     /// std::complex<double>); allocates on demand. Another \p T, or a
     /// position outside the tile, posts an error saying why and gives null
-    /// when the handler returns; so does a tile without memory, silently.
+    /// when the handler returns; so does a tile without memory, or whose
+    /// shared buffer is smaller than its description, silently.
     /// Typed access is the library's addition beside the untyped ptrAt().
     template <class T>
     T *ptrAt(unsigned int x, unsigned int y, unsigned int band)
@@ -105,7 +106,7 @@ public:
         static_assert(TyxNumericType::codeOf<T>() != TyxNumericType::Invalid, "T is not a sample type");
         if (!typedAccessAllowed(TyxNumericType::codeOf<T>(), x, y, band))
             return nullptr;
-        return static_cast<T *>(ptrAt(x, y, band));
+        return static_cast<T *>(samplePtr(x, y, band));
     }
     /// As the typed ptrAt(), read-only; never allocates.
     template <class T>
@@ -114,7 +115,7 @@ public:
         static_assert(TyxNumericType::codeOf<T>() != TyxNumericType::Invalid, "T is not a sample type");
         if (!typedAccessAllowed(TyxNumericType::codeOf<T>(), x, y, band))
             return nullptr;
-        return static_cast<const T *>(ptrAt(x, y, band));
+        return static_cast<const T *>(samplePtr(x, y, band));
     }
 
     /// All bands at x, y as samples of the tile's type. Outside the tile,
@@ -157,6 +158,10 @@ private:
     // The block when the tile has one that covers numBytes(), else null.
     const unsigned char *block() const;
     unsigned char *block();
+    // A sample of the block, allocating on demand in the non-const form;
+    // null when there is no block that covers the description.
+    void *samplePtr(unsigned int x, unsigned int y, unsigned int band);
+    const void *samplePtr(unsigned int x, unsigned int y, unsigned int band) const;
 
     TyxImageTileDesc m_tileDesc;
     TyxBufferPtr m_buffer;

@@ -279,6 +279,19 @@ const unsigned char *TyxImageTile::block() const
 
 unsigned char *TyxImageTile::block() { return const_cast<unsigned char *>(std::as_const(*this).block()); }
 
+void *TyxImageTile::samplePtr(unsigned int x, unsigned int y, unsigned int band)
+{
+    if (!buffer())
+        return nullptr;
+    return const_cast<void *>(std::as_const(*this).samplePtr(x, y, band));
+}
+
+const void *TyxImageTile::samplePtr(unsigned int x, unsigned int y, unsigned int band) const
+{
+    const unsigned char *data = block();
+    return data ? data + byteOffset(x, y, band) : nullptr;
+}
+
 TyxPixel TyxImageTile::operator()(unsigned int x, unsigned int y) const
 {
     // Positions outside the tile give the empty pixel instead of a read

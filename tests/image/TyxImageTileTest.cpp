@@ -5,6 +5,7 @@
 
 #include <complex>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "TyxRecordingHandler.h"
@@ -310,6 +311,8 @@ TEST(TyxImageTileTest, TooSmallSharedBufferIsNeverTouched)
     TyxImageTile tile(descOf(4, 4, 1, L::PixelInterleaved, N::U8), small);
     EXPECT_TRUE(tile.isAllocated());
     EXPECT_TRUE(tile(3, 3).isEmpty());
+    EXPECT_EQ(tile.ptrAt<uint8_t>(3, 3, 0), nullptr);
+    EXPECT_EQ(std::as_const(tile).ptrAt<uint8_t>(0, 0, 0), nullptr);
     EXPECT_FALSE(tile.clone()->isAllocated());
     EXPECT_FALSE(tile.crop(TyxImageROI(TyxImageSize(2, 2, 1))));
     EXPECT_EQ(tile.fill(TyxPixel(1, Sample(3.0))), 1);
