@@ -23,17 +23,17 @@ std::vector<TyxString> walk(const TyxDir &dir, const TyxString &pattern)
     return names;
 }
 
-TEST(TyxDirTest, ListsMatchingNamesInByteOrder)
+TEST(TyxDirTest, ListsMatchingNamesInByteOrderAndNothingForEmptyOrMissingDirectories)
 {
     TyxTestDir dir;
+    TyxDir walker(tyx::fromUTF8(dir.path().string()));
+    EXPECT_EQ(walker.begin(L"*"), walker.end());
     for (const char *name : {"b.txt", "a.txt", "B.txt", "c.dat", ".hidden.txt", "\xc3\xa9.txt", "_z.txt"})
         dir.write(name, "");
     std::filesystem::create_directory(dir.path() / "sub.txt");
-    const TyxDir walker(tyx::fromUTF8(dir.path().string()));
 
     EXPECT_EQ(walk(walker, L"*.txt"), (std::vector<TyxString>{L".hidden.txt", L"B.txt", L"_z.txt", L"a.txt",
                                                               L"b.txt", L"sub.txt", L"\u00e9.txt"}));
-    EXPECT_EQ(walk(walker, L"[ab].*"), (std::vector<TyxString>{L"a.txt", L"b.txt"}));
     // A copied iterator keeps its own position.
     TyxDir::iterator it = walker.begin(L"[ab].*");
     const TyxDir::iterator copy = it;
@@ -43,25 +43,17 @@ TEST(TyxDirTest, ListsMatchingNamesInByteOrder)
     EXPECT_NE(it, copy);
     EXPECT_EQ(++it, walker.end());
     EXPECT_EQ(++it, walker.end());
-}
-
-TEST(TyxDirTest, EmptyAndMissingDirectoriesGiveEmptyWalksAndEmptyPathWalksTheCurrentOne)
-{
-    TyxTestDir dir;
-    TyxDir walker(tyx::fromUTF8(dir.path().string()));
-    EXPECT_EQ(walker.begin(L"*"), walker.end());
-    dir.write("file", "");
-    EXPECT_EQ(walker.begin(L"*.none"), walker.end());
 
     for (const TyxString &path :
-         {tyx::fromUTF8(dir.file("missing")), tyx::fromUTF8(dir.file("file")), TyxString(L"a\0b", 3)}) {
+         {tyx::fromUTF8(dir.file("missing")), tyx::fromUTF8(dir.file("a.txt")), TyxString(L"a\0b", 3)}) {
         walker.setPath(path);
         EXPECT_EQ(walker.begin(), walker.end());
     }
     EXPECT_EQ(*walker.end(), L"");
 
+    // An empty path walks the current directory.
     const tyx::test::TyxCurrentDir inside(dir.path());
-    EXPECT_EQ(walk(TyxDir(), L"*"), (std::vector<TyxString>{L"file"}));
+    EXPECT_EQ(walk(TyxDir(), L"[ab].*"), (std::vector<TyxString>{L"a.txt", L"b.txt"}));
 }
 
 TEST(TyxDirControlTest, MakesChangesToAndRemovesDirectoriesWithoutLengthLimit)
@@ -76,9 +68,7 @@ TEST(TyxDirControlTest, MakesChangesToAndRemovesDirectoriesWithoutLengthLimit)
     const TyxString made = deep + L"/made \u00e9";
     ASSERT_EQ(TyxDirControl::mkdir(made, 0700), 0);
     EXPECT_TRUE(std::filesystem::is_directory(tyx::toUTF8(made)));
-    EXPECT_EQ(TyxDirControl::mkdir(made, 0700), -1);
     EXPECT_EQ(TyxDirControl::rmdir(made), 0);
-    EXPECT_EQ(TyxDirControl::rmdir(made), -1);
     EXPECT_EQ(TyxDirControl::mkdir(TyxString(L"x\0y", 3), 0700), -1);
 
     // Restores the current directory when the test ends.
@@ -86,7 +76,6 @@ TEST(TyxDirControlTest, MakesChangesToAndRemovesDirectoriesWithoutLengthLimit)
     ASSERT_EQ(TyxDirControl::chdir(deep), 0);
     EXPECT_EQ(TyxDirControl::getcwd(), deep);
     EXPECT_GT(deep.size(), static_cast<size_t>(TyxDirControl::s_pathMax));
-    EXPECT_EQ(TyxDirControl::chdir(deep + L"/missing"), -1);
 }
 
 TEST(TyxDirControlTest, RemembersTheDriveLetter)
