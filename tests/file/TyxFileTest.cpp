@@ -128,13 +128,10 @@ TEST(TyxFileInfoTest, StoresTheLinuxNormalFormAndSplitsIt)
         EXPECT_EQ(info.suffix(), c.suffix) << c.given;
         EXPECT_EQ(info.isAbsolute(), c.absolute) << c.given;
     }
-    // setFile normalises too; comparison is by the stored path.
+    // setFile normalises too.
     TyxFileInfo info;
-    TyxString moved = L"x\\\\y/";
-    info.setFile(std::move(moved));
+    info.setFile(TyxString(L"x\\\\y/"));
     EXPECT_EQ(info.filePath(), L"x/y");
-    EXPECT_EQ(info, TyxFileInfo(TyxString(L"x/y")));
-    EXPECT_LT(info, TyxFileInfo(TyxString(L"x/z")));
     EXPECT_EQ(TyxFileInfo(TyxString(100000, L'/')).filePath(), L"/");
 }
 

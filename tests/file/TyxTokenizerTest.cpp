@@ -65,23 +65,28 @@ TEST(TyxTokenizerTest, QuotesBackslashesAndCommentsSplitTheText)
         EXPECT_EQ(tokensOf(c.text, c.lineComment, c.blockBegin, c.blockEnd), c.tokens) << tyx::toUTF8(c.text);
 }
 
-TEST(TyxTokenizerTest, EmptyLiteralAnswersFalseAndLinesAreCountedInWhiteSpaceCommentsAndLiterals)
+TEST(TyxTokenizerTest, EmptyLiteralAnswersFalseLinesAreCountedEverywhereAndNextDataReadsRawText)
 {
-    std::wistringstream stream(L"\"\" a\n\nb # c\n/* \n */ \"x\ny\" d\r\n");
-    TyxTokenizer tokenizer(stream, L"", L"#", L"/*", L"*/", L" ");
+    std::wistringstream stream(L"\"\" a\n\nb # c\n/* \n */ \"x\ny\" d\r\n= a # b\nc;tail");
+    TyxTokenizer tokenizer(stream, L"=", L"#", L"/*", L"*/", L" ");
     TyxString token = L"old";
     TyxTokenizer::TokenType type = TyxTokenizer::Word;
     EXPECT_FALSE(tokenizer.nextToken(token, type));
     EXPECT_EQ(type, TyxTokenizer::Literal);
     EXPECT_TRUE(token.empty());
-    const std::pair<const wchar_t *, int> expected[] = {{L"a", 1}, {L"b", 3}, {L"x\ny", 6}, {L"d", 6}};
+    const std::pair<const wchar_t *, int> expected[] = {
+        {L"a", 1}, {L"b", 3}, {L"x\ny", 6}, {L"d", 6}, {L"=", 7}};
     for (const auto &[text, line] : expected) {
         ASSERT_TRUE(tokenizer.nextToken(token));
         EXPECT_EQ(token, text);
         EXPECT_EQ(tokenizer.lineNumber(), line) << tyx::toUTF8(text);
     }
-    EXPECT_FALSE(tokenizer.nextToken(token));
-    EXPECT_EQ(tokenizer.lineNumber(), 7);
+    // Raw text runs to the terminator, comments and newlines included.
+    EXPECT_TRUE(tokenizer.nextData(token, L';'));
+    EXPECT_EQ(token, L" a # b\nc");
+    EXPECT_EQ(tokenizer.lineNumber(), 8);
+    EXPECT_FALSE(tokenizer.nextData(token, L';'));
+    EXPECT_EQ(token, L"tail");
 }
 
 TEST(TyxTokenizerTest, UnclosedLiteralOrBlockCommentReportsItsFirstLineOnEveryLaterCall)
@@ -107,20 +112,6 @@ TEST(TyxTokenizerTest, UnclosedLiteralOrBlockCommentReportsItsFirstLineOnEveryLa
         EXPECT_EQ(scope.handler->messages.size(), 2u);
         EXPECT_EQ(tokenizer.status().text(), c.message);
     }
-}
-
-TEST(TyxTokenizerTest, NextDataReadsRawTextToTerminator)
-{
-    std::wistringstream stream(L" = a # b\nc;tail");
-    TyxTokenizer tokenizer(stream, L"=", L"#", L"", L"", L" ");
-    TyxString text;
-    ASSERT_TRUE(tokenizer.nextToken(text));
-    EXPECT_EQ(text, L"=");
-    EXPECT_TRUE(tokenizer.nextData(text, L';'));
-    EXPECT_EQ(text, L" a # b\nc");
-    EXPECT_EQ(tokenizer.lineNumber(), 2);
-    EXPECT_FALSE(tokenizer.nextData(text, L';'));
-    EXPECT_EQ(text, L"tail");
 }
 
 TEST(TyxTokenizerTest, InvalidCharacterSetsLeaveTheirStatus)
