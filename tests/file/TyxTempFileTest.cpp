@@ -42,49 +42,39 @@ bool isDrawnName(const std::string &name, const std::string &head, const std::st
                        [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); });
 }
 
-TEST(TyxTempFileTest, KeptFileStaysOnCloseAndDeletedFileGoesWithTheObject)
+TEST(TyxTempFileTest, DrawnNamesNeverOverwriteAFileAndOnlyDeletedFilesGoWithTheObject)
 {
     TyxTestDir dir;
     const TmpDirScope scope(dir.path().string());
+    // The generator is seeded once; seeding it again replays the next name,
+    // which is taken. No directory leaves the bare name.
+    tyx::internal::tempnam(L"", L"", L"");
+    std::srand(1234);
+    const std::string taken = tyx::toUTF8(tyx::internal::tempnam(L"tyx_", L".tmp", L""));
+    EXPECT_TRUE(isDrawnName(taken, "tyx_", ".tmp")) << taken;
+    dir.write(taken, "precious");
+    std::srand(1234);
     std::string name;
     {
         TyxTempFile temp;
         ASSERT_EQ(temp.open(L"w+", false), 0);
         const std::string kept = tyx::toUTF8(temp.fileName());
         EXPECT_TRUE(isDrawnName(kept, dir.path().string() + "/tyx_", ".tmp")) << kept;
+        EXPECT_NE(kept, dir.file(taken));
         EXPECT_EQ(temp.write("kept", 4), 4u);
         temp.close();
         EXPECT_EQ(dir.read(std::filesystem::path(kept).filename().string()), "kept");
+        EXPECT_EQ(dir.read(taken), "precious");
 
         ASSERT_EQ(temp.open(L"wb", true), 0);
         name = tyx::toUTF8(temp.fileName());
         EXPECT_TRUE(std::filesystem::exists(name));
     }
     EXPECT_FALSE(std::filesystem::exists(name));
-}
-
-TEST(TyxTempFileTest, GeneratedNameJoinsItsPartsAndNeverOverwritesAnExistingFile)
-{
-    TyxTestDir dir;
-    const TmpDirScope scope(dir.path().string());
-    // The generator is seeded once; seeding it again replays the next name.
-    // No directory leaves the bare name.
-    tyx::internal::tempnam(L"", L"", L"");
-    std::srand(1234);
-    const std::string taken = tyx::toUTF8(tyx::internal::tempnam(L"tyx_", L".tmp", L""));
-    EXPECT_TRUE(isDrawnName(taken, "tyx_", ".tmp")) << taken;
-    dir.write(taken, "precious");
-
-    std::srand(1234);
-    TyxTempFile temp;
-    ASSERT_EQ(temp.open(L"w", true), 0);
-    EXPECT_NE(temp.fileName(), tyx::fromUTF8(dir.file(taken)));
-    temp.close();
-    EXPECT_EQ(dir.read(taken), "precious");
 
     // A directory ending in a slash gets no second one.
-    const std::string name = tyx::toUTF8(tyx::internal::tempnam(L"pre_", L".suf", L"/d/"));
-    EXPECT_TRUE(isDrawnName(name, "/d/pre_", ".suf")) << name;
+    const std::string drawn = tyx::toUTF8(tyx::internal::tempnam(L"pre_", L".suf", L"/d/"));
+    EXPECT_TRUE(isDrawnName(drawn, "/d/pre_", ".suf")) << drawn;
 }
 
 TEST(TyxTempFileTest, NamedFileFileToStreamAndRemove)
