@@ -55,8 +55,7 @@ TEST(TyxTokenizerTest, QuotesBackslashesAndCommentsSplitTheText)
         // Comments are skipped anywhere between tokens; a line comment on the
         // last line needs no newline, and a two-character marker must match
         // both characters.
-        {L"# first\na# tail\n/* block\n */{b", {a, brace, b}},
-        {L"a { b # end", {a, brace, b}},
+        {L"# first\na/* block\n */{b# tail", {a, brace, b}},
         {L"a/* * / **/{/***/b", {a, brace, b}},
         {L"a<skip>{b", {a, brace, b}, L"#", L"<", L">"},
         {L"a/b{//d\nb", {{L"a/b", TyxTokenizer::Word}, brace, b}, L"//", L"", L""},
@@ -109,8 +108,7 @@ TEST(TyxTokenizerTest, UnclosedLiteralOrBlockCommentReportsItsFirstLineOnEveryLa
         ASSERT_EQ(scope.onlyText(), c.message);
         EXPECT_EQ(scope.handler->messages[0].type(), TyxTextMsg::Error);
         EXPECT_FALSE(tokenizer.nextToken(token));
-        EXPECT_EQ(scope.handler->messages.size(), 2u);
-        EXPECT_EQ(tokenizer.status().text(), c.message);
+        EXPECT_EQ(scope.texts(), (std::vector<TyxString>{c.message, c.message}));
     }
 }
 
@@ -149,9 +147,8 @@ TEST(TyxTokenizerTest, InvalidCharacterSetsLeaveTheirStatus)
         EXPECT_EQ(tokenizer.status().text(), c.message);
         EXPECT_EQ(tokenizer.status().type(), TyxTextMsg::Error);
         HandlerScope scope;
-        TyxString token = L"x";
+        TyxString token;
         EXPECT_FALSE(tokenizer.nextToken(token));
-        EXPECT_TRUE(token.empty());
         EXPECT_EQ(scope.onlyText(), c.message);
     }
 }
