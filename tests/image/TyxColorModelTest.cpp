@@ -97,7 +97,6 @@ TEST(TyxColorModelTest, TextFormsRoundTrip)
         {TyxColorModel(CM::RGB, Extra{CM::UnassociatedAlpha}), L"(RGB,3,1:2)"},
         {TyxColorModel(CM::GrayScale), L"(GrayScale,1,0)"},
         {TyxColorModel(CM::CMYK), L"(CMYK,4,0)"},
-        {TyxColorModel(CM::Alpha), L"(Alpha,1,0)"},
         {TyxColorModel(CM::MultiSpectral, 12, Extra{CM::Mask, CM::Depth, CM::Unspecified}),
          L"(MultiSpectral,12,3:3,4,0)"},
         {TyxColorModel(), L"(,0,0)"},

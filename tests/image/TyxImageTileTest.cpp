@@ -72,7 +72,6 @@ TEST(TyxImageTileDescTest, SampleCountWrapsAndStrides)
                           {L::Invalid, 0, 0, 0, 0}};
     for (const Case &c : cases) {
         const TyxImageTile tile(descOf(3, 2, 2, c.layout, N::U16));
-        EXPECT_EQ(tile.numBytes(), 24u);
         EXPECT_EQ(tile.pixelStrideSamples(), c.pixel);
         EXPECT_EQ(tile.lineStrideSamples(), c.line);
         EXPECT_EQ(tile.bandStrideSamples(), c.band);
@@ -98,11 +97,6 @@ TEST(TyxImageTileTest, TypedPointersCheckTypeAndPosition)
         L"TyxImageTile::ptrAt: (0,0) band 2 lies outside the tile of 3 x 2 x 2",
     };
     EXPECT_EQ(scope.texts(), expected);
-
-    // Without memory: null, and nothing to say.
-    const TyxImageTile empty(descOf(3, 2, 2, L::BandInterleaved, N::U16));
-    EXPECT_EQ(empty.ptrAt<uint16_t>(0, 0, 0), nullptr);
-    EXPECT_EQ(scope.messages().size(), 3u);
 }
 
 TEST(TyxImageTileTest, AllocationSharingAndClones)
@@ -191,28 +185,12 @@ struct ComplexCase {
 using Widths = ::testing::Types<U16Case, ComplexCase>;
 TYPED_TEST_SUITE(TyxImageTileLayoutTest, Widths);
 
-TYPED_TEST(TyxImageTileLayoutTest, EveryLayoutPairRoundTrips)
-{
-    using T = typename TypeParam::type;
-    for (unsigned bands : {1u, 3u}) {
-        for (L from : kLayouts) {
-            const TyxImageTile source = patterned<T>(7, 4, bands, from, TypeParam::code);
-            for (L to : kLayouts) {
-                const TyxImageTilePtr moved = source.clone(to);
-                ASSERT_TRUE(moved);
-                EXPECT_EQ(moved->layout(), to);
-                expectPattern<T>(*moved);
-                const TyxImageTilePtr back = moved->clone(from);
-                EXPECT_TRUE(back->isEqual(source, 0.0));
-            }
-        }
-    }
-}
-
-TYPED_TEST(TyxImageTileLayoutTest, CropThenInsertInEveryLayoutPair)
+TYPED_TEST(TyxImageTileLayoutTest, EveryLayoutPairRoundTripsCropsAndInserts)
 {
     using T = typename TypeParam::type;
     for (L from : kLayouts) {
+        // One band copies the block; four take the sample loops.
+        const TyxImageTile one = patterned<T>(7, 4, 1, from, TypeParam::code);
         const TyxImageTile source = patterned<T>(9, 7, 4, from, TypeParam::code, {100, 200, 3});
         const TyxImageTilePtr inner =
             source.crop(TyxImageROI(TyxCoord3D<int>(2, 3, 1), TyxImageSize(4, 4, 2)));
@@ -223,6 +201,13 @@ TYPED_TEST(TyxImageTileLayoutTest, CropThenInsertInEveryLayoutPair)
         // The whole tile is a plain copy.
         EXPECT_TRUE(source.crop(TyxImageROI(TyxImageSize(9, 7, 4)))->isEqual(source, 0.0));
         for (L to : kLayouts) {
+            for (const TyxImageTile *tile : {&one, &source}) {
+                const TyxImageTilePtr moved = tile->clone(to);
+                ASSERT_TRUE(moved);
+                EXPECT_EQ(moved->layout(), to);
+                expectPattern<T>(*moved);
+                EXPECT_TRUE(moved->clone(from)->isEqual(*tile, 0.0));
+            }
             // The cut part covers columns 102..105, rows 203..206 and bands 4..5
             // of the image; the target columns 98..103, rows 205..209, bands 3..5.
             TyxImageTile target(descOf(6, 5, 3, to, TypeParam::code, {98, 205, 3}));
