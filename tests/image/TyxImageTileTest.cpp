@@ -250,7 +250,7 @@ TEST(TyxImageTileTest, CropAndInsertEdgeCases)
     EXPECT_EQ(noMemory.insert(far), 1);
 
     // Another type is converted first; the same geometry copies the block.
-    TyxImageTile doubles(descOf(4, 4, 1, L::BandInterleaved, N::Double));
+    TyxImageTile doubles(descOf(4, 4, 1, L::PixelInterleaved, N::Double));
     doubles.fill(TyxPixel(1, Sample(1000.9)));
     EXPECT_EQ(target.insert(doubles), 0);
     EXPECT_EQ(at<uint16_t>(std::as_const(target), 3, 3, 0), 1000);
