@@ -82,7 +82,6 @@ TEST(TyxImageROITest, IntersectionAndBoundingROI)
     const TyxImageROI box = scattered().boundingROI(far);
     EXPECT_EQ(box.origin(), TyxCoord3D<int>(-2, 0, 0));
     EXPECT_EQ(box.size(), TyxImageSize(12, 24, 8));
-    EXPECT_EQ(box.bands(), (Bands{0, 1, 2, 3, 4, 5, 6, 7}));
     // A height that is negative as a signed number counts as empty.
     const TyxImageROI huge(TyxCoord3D<int>(0, 0, 0), TyxImageSize(1, 0x80000000u, 1));
     EXPECT_EQ(huge.boundingROI(scattered()), scattered());
@@ -129,11 +128,11 @@ TEST(TyxTileGridTest, HundredByHundredInSixtyFourCells)
     EXPECT_EQ(grid.imageToCell(100, 0, 0), 0xFFFFFFFFu);
     EXPECT_EQ(grid.imageToCell(0, 0, 1), 0xFFFFFFFFu);
 
-    std::vector<TyxImageROI> walked;
-    for (auto it = grid.begin(); it != grid.end(); ++it)
-        walked.push_back(*it);
-    ASSERT_EQ(walked.size(), 4u);
-    EXPECT_EQ(walked[2].origin(), TyxCoord3D<int>(0, 64, 0));
+    unsigned walked = 0;
+    for (const TyxImageROI &each : grid)
+        EXPECT_EQ(each, grid[walked++]);
+    EXPECT_EQ(walked, 4u);
+    EXPECT_EQ(grid[2].origin(), TyxCoord3D<int>(0, 64, 0));
     // Bands are clipped like columns.
     EXPECT_EQ(TyxTileGrid(TyxImageSize(10, 10, 3), TyxImageSize(4, 4, 2))(0, 0, 2).size(),
               TyxImageSize(4, 4, 1));

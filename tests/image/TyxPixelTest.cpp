@@ -24,7 +24,6 @@ TEST(TyxPixelSampleTest, PlainCastsAndComparisonInCommonType)
 {
     EXPECT_EQ(static_cast<unsigned char>(Sample(300.7)), 44);
     EXPECT_EQ(static_cast<unsigned short>(Sample(static_cast<signed char>(-1))), 65535);
-    EXPECT_EQ(static_cast<double>(Sample(uint64_t(UINT64_MAX))), 18446744073709551616.0);
     EXPECT_EQ(static_cast<int>(Sample(3.9, 2.0)), 3);
     EXPECT_EQ(static_cast<std::complex<float>>(Sample(1.5, -2.0)), std::complex<float>(1.5f, -2.0f));
     EXPECT_EQ(static_cast<int>(Sample()), 0);
