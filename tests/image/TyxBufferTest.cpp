@@ -50,12 +50,10 @@ TEST(TyxBufferTest, WrappedBlockIsLeftToItsOwner)
     unsigned char block[32];
     for (int i = 0; i < 32; ++i)
         block[i] = static_cast<unsigned char>(i);
-    {
-        TyxBuffer buffer(16, block, false);
-        EXPECT_FALSE(buffer.ownsData());
-        EXPECT_FALSE(buffer.deallocate());
-        EXPECT_TRUE(buffer.ownsData());
-    }
+    TyxBuffer wrapped(16, block, false);
+    EXPECT_FALSE(wrapped.ownsData());
+    EXPECT_FALSE(wrapped.deallocate());
+    EXPECT_TRUE(wrapped.ownsData());
     {
         TyxBuffer buffer(16, block, false);
         void *own = buffer.reallocate(32, true);
