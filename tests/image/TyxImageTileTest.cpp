@@ -48,8 +48,7 @@ TEST(TyxImageTileDescTest, ValidateMessagesInOrder)
         EXPECT_EQ(c.desc.validate().text(), c.text);
         EXPECT_EQ(c.desc.isValid(), c.text.empty());
     }
-    const auto msg = TyxImageTileDesc().validate();
-    EXPECT_EQ(msg.type(), TyxTextMsg::Error);
+    EXPECT_EQ(TyxImageTileDesc().validate().type(), TyxTextMsg::Error);
 }
 
 TEST(TyxImageTileDescTest, SampleCountWrapsAndStrides)
@@ -239,8 +238,7 @@ TEST(TyxImageTileTest, CropAndInsertEdgeCases)
     EXPECT_EQ(target.insert(far), 0);
     EXPECT_TRUE(target.isEqual(*before, 0.0));
     EXPECT_EQ(target.insert(TyxImageTile(descOf(2, 2, 1, L::PixelInterleaved, N::U16))), 1);
-    TyxImageTile noMemory;
-    EXPECT_EQ(noMemory.insert(far), 1);
+    EXPECT_EQ(TyxImageTile().insert(far), 1);
 
     // Another type is converted first; the same geometry copies the block.
     TyxImageTile doubles(descOf(4, 4, 1, L::PixelInterleaved, N::Double));
