@@ -48,16 +48,13 @@ TEST(TyxImageTileDescTest, ValidateMessagesInOrder)
         EXPECT_EQ(c.desc.validate().text(), c.text);
         EXPECT_EQ(c.desc.isValid(), c.text.empty());
     }
-    const auto msg = TyxImageTileDesc().validate();
-    EXPECT_EQ(msg.type(), TyxTextMsg::Error);
-    EXPECT_EQ(msg.srcFname(), L"TyxImageTileDesc.cpp");
+    EXPECT_EQ(TyxImageTileDesc().validate().type(), TyxTextMsg::Error);
 }
 
 TEST(TyxImageTileDescTest, SampleCountWrapsAndStrides)
 {
-    TyxImageTileDesc desc;
     // The sample count is 32-bit and wraps before the byte count is formed.
-    desc.setSize(TyxImageSize(65536, 65536, 1));
+    const TyxImageTileDesc desc = descOf(65536, 65536, 1, L::PixelInterleaved, N::U8);
     EXPECT_EQ(desc.numSamples(), 0u);
     EXPECT_EQ(desc.numBytes(), 0u);
 
@@ -72,7 +69,6 @@ TEST(TyxImageTileDescTest, SampleCountWrapsAndStrides)
                           {L::Invalid, 0, 0, 0, 0}};
     for (const Case &c : cases) {
         const TyxImageTile tile(descOf(3, 2, 2, c.layout, N::U16));
-        EXPECT_EQ(tile.numBytes(), 24u);
         EXPECT_EQ(tile.pixelStrideSamples(), c.pixel);
         EXPECT_EQ(tile.lineStrideSamples(), c.line);
         EXPECT_EQ(tile.bandStrideSamples(), c.band);
@@ -86,23 +82,17 @@ TEST(TyxImageTileTest, TypedPointersCheckTypeAndPosition)
     TyxImageTile tile(descOf(3, 2, 2, L::BandInterleaved, N::U16));
     // The writable view allocates on first use.
     ASSERT_NE(tile.ptrAt<uint16_t>(1, 1, 1), nullptr);
-    const TyxImageTile &constTile = tile;
 
     tyx::test::HandlerScope scope;
     EXPECT_EQ(tile.ptrAt<int16_t>(0, 0, 0), nullptr);
-    EXPECT_EQ(constTile.ptrAt<uint16_t>(3, 0, 0), nullptr);
-    EXPECT_EQ(constTile.ptrAt<uint16_t>(0, 0, 2), nullptr);
+    EXPECT_EQ(std::as_const(tile).ptrAt<uint16_t>(3, 0, 0), nullptr);
+    EXPECT_EQ(std::as_const(tile).ptrAt<uint16_t>(0, 0, 2), nullptr);
     const std::vector<TyxString> expected = {
         L"TyxImageTile::ptrAt: asked for I16 samples, but the tile holds U16",
         L"TyxImageTile::ptrAt: (3,0) band 0 lies outside the tile of 3 x 2 x 2",
         L"TyxImageTile::ptrAt: (0,0) band 2 lies outside the tile of 3 x 2 x 2",
     };
     EXPECT_EQ(scope.texts(), expected);
-
-    // Without memory: null, and nothing to say.
-    const TyxImageTile empty(descOf(3, 2, 2, L::BandInterleaved, N::U16));
-    EXPECT_EQ(empty.ptrAt<uint16_t>(0, 0, 0), nullptr);
-    EXPECT_EQ(scope.messages().size(), 3u);
 }
 
 TEST(TyxImageTileTest, AllocationSharingAndClones)
@@ -127,7 +117,6 @@ TEST(TyxImageTileTest, AllocationSharingAndClones)
     EXPECT_EQ(at<uint16_t>(std::as_const(shared), 2, 1, 1), 77);
     // A clone owns a copy.
     const TyxImageTilePtr deep = tile.clone();
-    EXPECT_TRUE(deep->isEqual(shared, 0.0));
     at<uint16_t>(tile, 2, 1, 1) = 5;
     EXPECT_EQ(at<uint16_t>(std::as_const(*deep), 2, 1, 1), 77);
 
@@ -154,26 +143,24 @@ TEST(TyxImageTileTest, ConversionsArePlainCasts)
         std::vector<Sample> values;
         N::Code to;
         std::vector<Sample> expected;
+        unsigned depth = 0;
     } cases[] = {
         {N::Double, {300.7, -1.5, 1e300}, N::U8, {44.0, 255.0, 0.0}},
         {N::Double, {1e300}, N::I32, {INT32_MIN}},
         {N::I8, {static_cast<signed char>(-1)}, N::U16, {65535.0}},
         {N::U32, {0xFFFFFFFFu}, N::I8, {-1.0}},
+        // The depth alone differs: a conversion that keeps the bits.
+        {N::U32, {0xFFFFFFFFu}, N::U32, {4294967295.0}, 12},
     };
     for (const auto &c : cases) {
         TyxImageTile source(descOf(1, 1, unsigned(c.values.size()), L::PixelInterleaved, c.from));
         ASSERT_EQ(source.fill(TyxPixel(c.values)), 0);
-        const TyxImageTilePtr converted = source.clone(TyxDataType(c.to));
+        const TyxImageTilePtr converted = source.clone(TyxDataType(c.to, c.depth));
         ASSERT_TRUE(converted);
+        EXPECT_EQ(converted->dataType(), TyxDataType(c.to, c.depth));
         EXPECT_EQ((*converted)(0, 0), TyxPixel(c.expected)) << "case " << &c - cases;
+        EXPECT_FALSE(source.clone(TyxDataType()));
     }
-    // The depth alone differs: a conversion that keeps the bits.
-    TyxImageTile u32(descOf(1, 1, 1, L::PixelInterleaved, N::U32));
-    at<uint32_t>(u32, 0, 0, 0) = 0xFFFFFFFFu;
-    const TyxImageTilePtr twelve = u32.clone(TyxDataType(N::U32, 12));
-    EXPECT_EQ(twelve->dataType().logicalBitDepth(), 12u);
-    EXPECT_EQ(at<uint32_t>(std::as_const(*twelve), 0, 0, 0), 0xFFFFFFFFu);
-    EXPECT_FALSE(u32.clone(TyxDataType()));
 }
 
 // Every pair of layouts, for several band counts and sample widths.
@@ -191,38 +178,28 @@ struct ComplexCase {
 using Widths = ::testing::Types<U16Case, ComplexCase>;
 TYPED_TEST_SUITE(TyxImageTileLayoutTest, Widths);
 
-TYPED_TEST(TyxImageTileLayoutTest, EveryLayoutPairRoundTrips)
-{
-    using T = typename TypeParam::type;
-    for (unsigned bands : {1u, 3u}) {
-        for (L from : kLayouts) {
-            const TyxImageTile source = patterned<T>(7, 4, bands, from, TypeParam::code);
-            for (L to : kLayouts) {
-                const TyxImageTilePtr moved = source.clone(to);
-                ASSERT_TRUE(moved);
-                EXPECT_EQ(moved->layout(), to);
-                expectPattern<T>(*moved);
-                const TyxImageTilePtr back = moved->clone(from);
-                EXPECT_TRUE(back->isEqual(source, 0.0));
-            }
-        }
-    }
-}
-
-TYPED_TEST(TyxImageTileLayoutTest, CropThenInsertInEveryLayoutPair)
+TYPED_TEST(TyxImageTileLayoutTest, EveryLayoutPairRoundTripsCropsAndInserts)
 {
     using T = typename TypeParam::type;
     for (L from : kLayouts) {
+        // One band copies the block; four take the sample loops.
+        const TyxImageTile one = patterned<T>(7, 4, 1, from, TypeParam::code);
         const TyxImageTile source = patterned<T>(9, 7, 4, from, TypeParam::code, {100, 200, 3});
         const TyxImageTilePtr inner =
             source.crop(TyxImageROI(TyxCoord3D<int>(2, 3, 1), TyxImageSize(4, 4, 2)));
         ASSERT_TRUE(inner);
         EXPECT_EQ(inner->origin(), TyxCoord3D<int>(102, 203, 4));
-        EXPECT_EQ(inner->tileDesc().roi().bands(), (std::vector<unsigned>{4, 5}));
         expectPattern<T>(*inner, 2, 3, 1);
         // The whole tile is a plain copy.
         EXPECT_TRUE(source.crop(TyxImageROI(TyxImageSize(9, 7, 4)))->isEqual(source, 0.0));
         for (L to : kLayouts) {
+            for (const TyxImageTile *tile : {&one, &source}) {
+                const TyxImageTilePtr moved = tile->clone(to);
+                ASSERT_TRUE(moved);
+                EXPECT_EQ(moved->layout(), to);
+                expectPattern<T>(*moved);
+                EXPECT_TRUE(moved->clone(from)->isEqual(*tile, 0.0));
+            }
             // The cut part covers columns 102..105, rows 203..206 and bands 4..5
             // of the image; the target columns 98..103, rows 205..209, bands 3..5.
             TyxImageTile target(descOf(6, 5, 3, to, TypeParam::code, {98, 205, 3}));
@@ -261,11 +238,10 @@ TEST(TyxImageTileTest, CropAndInsertEdgeCases)
     EXPECT_EQ(target.insert(far), 0);
     EXPECT_TRUE(target.isEqual(*before, 0.0));
     EXPECT_EQ(target.insert(TyxImageTile(descOf(2, 2, 1, L::PixelInterleaved, N::U16))), 1);
-    TyxImageTile noMemory;
-    EXPECT_EQ(noMemory.insert(far), 1);
+    EXPECT_EQ(TyxImageTile().insert(far), 1);
 
     // Another type is converted first; the same geometry copies the block.
-    TyxImageTile doubles(descOf(4, 4, 1, L::BandInterleaved, N::Double));
+    TyxImageTile doubles(descOf(4, 4, 1, L::PixelInterleaved, N::Double));
     doubles.fill(TyxPixel(1, Sample(1000.9)));
     EXPECT_EQ(target.insert(doubles), 0);
     EXPECT_EQ(at<uint16_t>(std::as_const(target), 3, 3, 0), 1000);

@@ -23,8 +23,6 @@ using Sample = TyxPixel::Sample;
 TEST(TyxPixelSampleTest, PlainCastsAndComparisonInCommonType)
 {
     EXPECT_EQ(static_cast<unsigned char>(Sample(300.7)), 44);
-    EXPECT_EQ(static_cast<unsigned short>(Sample(static_cast<signed char>(-1))), 65535);
-    EXPECT_EQ(static_cast<double>(Sample(uint64_t(UINT64_MAX))), 18446744073709551616.0);
     EXPECT_EQ(static_cast<int>(Sample(3.9, 2.0)), 3);
     EXPECT_EQ(static_cast<std::complex<float>>(Sample(1.5, -2.0)), std::complex<float>(1.5f, -2.0f));
     EXPECT_EQ(static_cast<int>(Sample()), 0);
@@ -38,8 +36,6 @@ TEST(TyxPixelSampleTest, PlainCastsAndComparisonInCommonType)
     EXPECT_FALSE(Sample(2.0, 1.0) == Sample(2.0));
     // U64 with a signed type compares as U64.
     EXPECT_TRUE(Sample(uint64_t(UINT64_MAX)) == Sample(int64_t(-1)));
-    EXPECT_TRUE(TyxPixel(2, Sample(1)) == TyxPixel(2, Sample(1.0)));
-    EXPECT_FALSE(TyxPixel(2, Sample(1)) == TyxPixel(3, Sample(1)));
 }
 
 TEST(TyxPixelTest, TextForms)
@@ -145,7 +141,6 @@ TEST(TyxPixelIteratorTest, RegionsEndsAndEmptyTiles)
     TyxPixelIterator it(tile, TyxImageROI(1, 1, 1, 1, {1}));
     EXPECT_EQ((*it).real(0), 111.0);
     ++it;
-    EXPECT_TRUE((*it).isEmpty());
     ++it;
     ++it;
     EXPECT_TRUE((*it).isEmpty());
@@ -153,8 +148,7 @@ TEST(TyxPixelIteratorTest, RegionsEndsAndEmptyTiles)
 
     // No bands, no memory, an invalid type.
     EXPECT_TRUE((*TyxPixelIterator(TyxImageTile(descOf(3, 3, 0, L::PixelInterleaved, N::U8)))).isEmpty());
-    const TyxImageTile unallocated(descOf(3, 3, 1, L::PixelInterleaved, N::U8));
-    EXPECT_TRUE((*TyxPixelIterator(unallocated)).isEmpty());
+    EXPECT_TRUE((*TyxPixelIterator(TyxImageTile(descOf(3, 3, 1, L::PixelInterleaved, N::U8)))).isEmpty());
     const TyxImageTile invalid(descOf(3, 3, 1, L::PixelInterleaved, N::Invalid));
     TyxPixelIterator none(invalid);
     EXPECT_TRUE((*none).isEmpty());
