@@ -24,12 +24,8 @@ const TyxDataType I16(N::I16);
 const TyxDataType U16(N::U16);
 const TyxDataType FloatType(N::Float);
 
-TEST(TyxBreakPointTest, NullAndOrderByBandThenInThenOut)
+TEST(TyxBreakPointTest, OrderByBandThenInThenOut)
 {
-    TyxBreakPoint p;
-    EXPECT_TRUE(p.isNull());
-    p.rOut() = 0.5;
-    EXPECT_FALSE(p.isNull());
     std::vector<TyxBreakPoint> points = {{5, 1.0, 1}, {7, 0.0, 0}, {5, 0.5, 1}, {2, 9.0, 1}, {7, -1.0, 0}};
     std::sort(points.begin(), points.end());
     const std::vector<TyxBreakPoint> expected = {
