@@ -81,7 +81,7 @@ TEST(TyxLutIOTest, DenseTablesAsRead)
     }
 }
 
-TEST(TyxLutIOTest, WritesTheDenseFormInFullPrecision)
+TEST(TyxLutIOTest, WritesTheDenseFormInFullPrecisionOrRefuses)
 {
     const TyxLutDesc lut(bufferOf<uint8_t>({0, 1, 2, 250}), TyxDataType(N::U8), 2, -1, 2, false);
     EXPECT_EQ(writeText(lut), L"{\n    type= l\n    channels= 2\n    length= 2 2\n    zeroOffset= -1 -1\n"
@@ -95,12 +95,9 @@ TEST(TyxLutIOTest, WritesTheDenseFormInFullPrecision)
     ASSERT_TRUE(TyxLutIO::writeCommon(doubles, stream));
     EXPECT_NE(stream.str().find(L"\n0.10000000000000001\n$\n"), TyxString::npos);
     EXPECT_EQ(stream.precision(), 3);
-}
 
-TEST(TyxLutIOTest, WriterRefusals)
-{
     HandlerScope scope;
-    std::wostringstream stream;
+    stream.str(L"");
     const TyxLutDesc wide(bufferOf<int64_t>({1}), TyxDataType(N::I64), 1, 0, 1, false);
     EXPECT_FALSE(TyxLutIO::writeCommon(wide, stream));
     // The header is out before the type is looked at.
@@ -199,16 +196,15 @@ TEST(TyxLutIOTest, MalformedFilesPostTheirMessageAtTheirLine)
     }
 }
 
-TEST(TyxLutIOTest, DefaultHandlerThrowsAndNothingLeaks)
+TEST(TyxLutIOTest, FailedReadThrowsWithTheDefaultHandlerAndLeavesTheStream)
 {
     std::wistringstream stream(L"{ type = l channels = 1 length = 2 } 1 $");
     EXPECT_THROW(TyxLutIO::readCommon(stream), TyxTextMsg);
-}
 
-TEST(TyxLutIOTest, StreamIsLeftAtTheFailingToken)
-{
+    // A failed read leaves the stream at the failing token.
     HandlerScope scope;
-    std::wistringstream stream(L"{ type = l channels = 1 length = 1 } 1 2 $ rest");
+    stream.clear();
+    stream.str(L"{ type = l channels = 1 length = 1 } 1 2 $ rest");
     EXPECT_EQ(TyxLutIO::readCommon(stream), nullptr);
     std::wstring rest;
     std::getline(stream, rest);

@@ -80,16 +80,12 @@ TEST(TyxPointTableTest, PropertiesStartAsXYZAndRegisterOnce)
     const TyxMetaProperties &properties = TyxPointTable::defaultProperties();
     EXPECT_EQ(properties.metaClassName(), L"attributes");
     ASSERT_EQ(properties.size(), 3u);
-    const struct {
-        const wchar_t *name, *label, *description;
-    } expected[] = {{L"x", L"X", L"The X coordinate of the 3D position"},
-                    {L"y", L"Y", L"The Y coordinate of the 3D position"},
-                    {L"z", L"Z", L"The Z coordinate of the 3D position"}};
     for (uint64_t i = 0; i < 3; ++i) {
         const auto property = properties.property(i);
-        EXPECT_EQ(property->name(), expected[i].name);
-        EXPECT_EQ(property->label(), expected[i].label);
-        EXPECT_EQ(property->description(), expected[i].description);
+        const TyxString axis(1, L"XYZ"[i]);
+        EXPECT_EQ(property->name(), TyxString(1, L"xyz"[i]));
+        EXPECT_EQ(property->label(), axis);
+        EXPECT_EQ(property->description(), L"The " + axis + L" coordinate of the 3D position");
         EXPECT_EQ(property->type(), TyxMetaType::Double);
     }
     TyxPointTable table;
