@@ -7,7 +7,6 @@
 #include "TyxLutTestData.h"
 
 #include <cstdint>
-#include <cstring>
 #include <limits>
 #include <span>
 #include <vector>
@@ -29,6 +28,18 @@ std::vector<T> valuesOf(const TyxEqnTile &tile)
 {
     const std::span<const T> samples = tile.samples<T>();
     return std::vector<T>(samples.begin(), samples.end());
+}
+
+/// A 3 x 2 tile of U8 samples whose sample at (x, y, b) is x + y + b.
+TyxImageTile rampTile(unsigned bands, TyxDataLayout layout = TyxDataLayout::BandInterleaved)
+{
+    TyxImageTile tile(
+        TyxImageTileDesc(TyxImageROI({}, TyxImageSize(3, 2, bands)), layout, TyxDataType(N::U8)));
+    for (unsigned y = 0; y < 2; ++y)
+        for (unsigned x = 0; x < 3; ++x)
+            for (unsigned b = 0; b < bands; ++b)
+                *tile.ptrAt<uint8_t>(x, y, b) = static_cast<uint8_t>(x + y + b);
+    return tile;
 }
 
 TEST(TyxLutDescTest, CopiesShareClonesCopyAndEqualityLooksAtEveryField)
@@ -108,13 +119,8 @@ TEST(TyxLutDescTest, ImageTileBandsGoThroughTheirOwnTables)
     const TyxLutDesc lut(bufferOf<int16_t>({0, 2, 4, 6, 0, -1, -2, -3}), TyxDataType(N::I16), 4, 0, 2, false);
     for (const auto layout :
          {TyxDataLayout::PixelInterleaved, TyxDataLayout::BandInterleaved, TyxDataLayout::LineInterleaved}) {
-        TyxImageTile tile(TyxImageTileDesc(TyxImageROI({}, TyxImageSize(3, 2, 2)), TyxDataLayout(layout),
-                                           TyxDataType(N::U8)));
-        for (unsigned y = 0; y < 2; ++y)
-            for (unsigned x = 0; x < 3; ++x)
-                for (unsigned b = 0; b < 2; ++b)
-                    *tile.ptrAt<uint8_t>(x, y, b) = static_cast<uint8_t>(x + y + b); // 0 to 4: 4 is clamped
-        const TyxImageTilePtr mapped = lut.apply(tile);
+        // Samples 0 to 4: 4 is clamped.
+        const TyxImageTilePtr mapped = lut.apply(rampTile(2, layout));
         ASSERT_TRUE(mapped) << layout;
         EXPECT_EQ(mapped->dataType(), TyxDataType(N::I16));
         EXPECT_EQ(mapped->layout(), TyxDataLayout(layout));
@@ -131,23 +137,19 @@ TEST(TyxLutDescTest, ImageTileBandsGoThroughTheirOwnTables)
 
 TEST(TyxLutDescTest, ImageTileRefusals)
 {
-    const auto tileOfType = [](N::Code code, unsigned bands) {
-        TyxImageTile tile(TyxImageTileDesc(TyxImageROI({}, TyxImageSize(2, 2, bands)),
-                                           TyxDataLayout::BandInterleaved, TyxDataType(code)));
-        tile.allocate();
-        std::memset(tile.ptrAt(0, 0, 0), 0, tile.numBytes());
-        return tile;
-    };
     const TyxLutDesc oneBand(bufferOf<uint8_t>({5, 6}), TyxDataType(N::U8), 2, 0, 1, false);
-    EXPECT_FALSE(oneBand.apply(tileOfType(N::Float, 1)));
-    EXPECT_FALSE(oneBand.apply(tileOfType(N::U8, 2)));
+    EXPECT_FALSE(oneBand.apply(TyxImageTile(TyxImageTileDesc(
+        TyxImageROI({}, TyxImageSize(2, 2, 1)), TyxDataLayout::BandInterleaved, TyxDataType(N::Float)))));
+    EXPECT_FALSE(oneBand.apply(rampTile(2)));
+    // Not allocated.
     EXPECT_FALSE(oneBand.apply(TyxImageTile(TyxImageTileDesc(
         TyxImageROI({}, TyxImageSize(2, 2, 1)), TyxDataLayout::BandInterleaved, TyxDataType(N::U8)))));
     // Shared table data serves every band.
     const TyxLutDesc shared(bufferOf<uint8_t>({5, 6}), TyxDataType(N::U8), 2, 0, 1, true);
-    const TyxImageTilePtr mapped = shared.apply(tileOfType(N::U8, 3));
+    const TyxImageTilePtr mapped = shared.apply(rampTile(3));
     ASSERT_TRUE(mapped);
-    EXPECT_EQ(*mapped->ptrAt<uint8_t>(1, 1, 2), 5);
+    EXPECT_EQ(*mapped->ptrAt<uint8_t>(0, 0, 2), 6);
+    EXPECT_EQ(*mapped->ptrAt<uint8_t>(0, 0, 0), 5);
 }
 
 } // namespace

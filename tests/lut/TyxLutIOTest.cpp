@@ -35,10 +35,7 @@ TyxString writeText(const TyxLutDesc &lut)
 /// of type \p type.
 TyxLutDesc tableOf(const TyxDataType &type, const std::vector<TyxBreakPoint> &points)
 {
-    TyxBreakPointLut bpl(type);
-    for (const TyxBreakPoint &p : points)
-        bpl.add(p);
-    const TyxLutDescPtr lut = bpl.lut(type);
+    const TyxLutDescPtr lut = pointLut(type, points).lut(type);
     return lut ? *lut : TyxLutDesc();
 }
 
@@ -84,27 +81,23 @@ TEST(TyxLutIOTest, DenseTablesAsRead)
     }
 }
 
-TEST(TyxLutIOTest, WritesTheDenseFormInFullPrecision)
+TEST(TyxLutIOTest, WritesTheDenseFormInFullPrecisionOrRefuses)
 {
     const TyxLutDesc lut(bufferOf<uint8_t>({0, 1, 2, 250}), TyxDataType(N::U8), 2, -1, 2, false);
     EXPECT_EQ(writeText(lut), L"{\n    type= l\n    channels= 2\n    length= 2 2\n    zeroOffset= -1 -1\n"
                               L"    dataType = U8\n}\n0\n1\n$\n2\n250\n$\n");
     EXPECT_EQ(writeText(TyxLutDesc()), L"{\n    type= l\n    channels= 0\n}\n");
-    // Float and double entries in full precision; the stream's own is restored.
+    // Double entries in full precision (float ones: the round trip below);
+    // the stream's own precision is restored.
     std::wostringstream stream;
     stream.precision(3);
-    const TyxLutDesc floats(bufferOf<float>({0.1f}), TyxDataType(N::Float), 1, 0, 1, false);
-    ASSERT_TRUE(TyxLutIO::writeCommon(floats, stream));
-    EXPECT_NE(stream.str().find(L"\n0.100000001\n$\n"), TyxString::npos);
-    EXPECT_EQ(stream.precision(), 3);
     const TyxLutDesc doubles(bufferOf<double>({0.1}), TyxDataType(N::Double), 1, 0, 1, false);
-    EXPECT_NE(writeText(doubles).find(L"\n0.10000000000000001\n$\n"), TyxString::npos);
-}
+    ASSERT_TRUE(TyxLutIO::writeCommon(doubles, stream));
+    EXPECT_NE(stream.str().find(L"\n0.10000000000000001\n$\n"), TyxString::npos);
+    EXPECT_EQ(stream.precision(), 3);
 
-TEST(TyxLutIOTest, WriterRefusals)
-{
     HandlerScope scope;
-    std::wostringstream stream;
+    stream.str(L"");
     const TyxLutDesc wide(bufferOf<int64_t>({1}), TyxDataType(N::I64), 1, 0, 1, false);
     EXPECT_FALSE(TyxLutIO::writeCommon(wide, stream));
     // The header is out before the type is looked at.
@@ -152,7 +145,6 @@ TEST(TyxLutIOTest, MalformedFilesPostTheirMessageAtTheirLine)
         int line;
     } cases[] = {
         {L"", L"Unable to find the begin-of-header token '{'.", 1},
-        {L"\n\n", L"Unable to find the begin-of-header token '{'.", 3},
         {L"{\n type l }", L"Failed parsing for '='. Previous token: 'type'.", 2},
         {L"{\n type =", L"Missing value for keyword 'type'.", 2},
         {L"{ tables = 1\n tables = 1 }", L"Multiple 'tables' keyword definitions", 2},
@@ -160,8 +152,7 @@ TEST(TyxLutIOTest, MalformedFilesPostTheirMessageAtTheirLine)
         {L"{ channels = -2 }", L"Invalid value, -2, for keyword 'channels'", 1},
         {L"{ type = l\n colour = red }", L"Unknown header section token 'colour'.", 2},
         {L"{ type = l }", L"Missing required 'channel' keyword", 1},
-        {L"{ type = l channels = 2 tables = 3 length = 1 1 }",
-         L"Number of tables, 3, does not equal number of channels, 2", 1},
+        {L"{ channels = 2 tables = 3 }", L"Number of tables, 3, does not equal number of channels, 2", 1},
         {L"{ channels = 1 length = 1 } 1 $", L"Missing required 'type' keyword", 1},
         {L"{ type = l channels = 1 }", L"Missing required 'length' keyword", 1},
         {L"{ type = l channels = 1 length = 2 2 }", L"Expected 1 length value(s); got 2 length value(s)", 1},
@@ -176,8 +167,6 @@ TEST(TyxLutIOTest, MalformedFilesPostTheirMessageAtTheirLine)
         {L"{ type = l channels = 2 length = 2 2 }\n1 2 $\n3\n", L"Missing lut value", 4},
         {L"{ type = l channels = 1 length = 2 }\n1\n2\n3 $",
          L"Failed to find expected end of data section symbol, $", 4},
-        {L"{ type = l channels = 1 length = 1 } 1", L"Failed to find expected end of data section symbol, $",
-         1},
         {L"{ type = l channels = 1 length = 1 dataType = I64 } 1 $", L"Invalid data type.", 1},
         {L"{ type = l channels = 2 length = 300000000 1 } 1 $",
          L"The total number of bytes required for the LUT exceeds the valid maximum of 4294967295.", 1},
@@ -207,16 +196,15 @@ TEST(TyxLutIOTest, MalformedFilesPostTheirMessageAtTheirLine)
     }
 }
 
-TEST(TyxLutIOTest, DefaultHandlerThrowsAndNothingLeaks)
+TEST(TyxLutIOTest, FailedReadThrowsWithTheDefaultHandlerAndLeavesTheStream)
 {
     std::wistringstream stream(L"{ type = l channels = 1 length = 2 } 1 $");
     EXPECT_THROW(TyxLutIO::readCommon(stream), TyxTextMsg);
-}
 
-TEST(TyxLutIOTest, StreamIsLeftAtTheFailingToken)
-{
+    // A failed read leaves the stream at the failing token.
     HandlerScope scope;
-    std::wistringstream stream(L"{ type = l channels = 1 length = 1 } 1 2 $ rest");
+    stream.clear();
+    stream.str(L"{ type = l channels = 1 length = 1 } 1 2 $ rest");
     EXPECT_EQ(TyxLutIO::readCommon(stream), nullptr);
     std::wstring rest;
     std::getline(stream, rest);

@@ -1,6 +1,7 @@
-// Table buffers from value lists and table entries as values, for the lut tests.
+// Table buffers from value lists, break point luts and table entries as values, for the lut tests.
 #pragma once
 
+#include <tyx/TyxBreakPointLut.h>
 #include <tyx/TyxBuffer.h>
 #include <tyx/TyxLutDesc.h>
 
@@ -16,6 +17,15 @@ TyxBufferPtr bufferOf(const std::vector<T> &values)
     TyxBufferPtr buffer(new TyxBuffer(values.size() * sizeof(T), true));
     std::memcpy(buffer->data(), values.data(), values.size() * sizeof(T));
     return buffer;
+}
+
+/// A break point lut of output type \p output holding \p points.
+inline TyxBreakPointLut pointLut(const TyxDataType &output, const std::vector<TyxBreakPoint> &points)
+{
+    TyxBreakPointLut lut(output);
+    for (const TyxBreakPoint &p : points)
+        lut.add(p);
+    return lut;
 }
 
 /// Every entry the buffer of \p lut holds.
