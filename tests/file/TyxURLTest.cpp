@@ -23,7 +23,8 @@ std::string componentsOf(const TyxURL &url)
     std::string joined;
     for (const auto &[present, value] : parts) {
         EXPECT_TRUE(present || value.empty()) << tyx::toUTF8(value);
-        joined += "|" + (present ? tyx::toUTF8(value) : "-");
+        joined += '|';
+        joined += present ? tyx::toUTF8(value) : std::string("-");
     }
     return joined.substr(1) + "|" + tyx::toUTF8(url.filename());
 }
