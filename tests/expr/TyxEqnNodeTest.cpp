@@ -73,7 +73,6 @@ TEST(TyxEqnNodeTest, StoredValuesAreNormalised)
         TyxMetaType::Code type;
     };
     const Case cases[] = {
-        {TyxVariant(true), "1", TyxMetaType::Double},
         {TyxVariant(int64_t(-7)), "-7", TyxMetaType::Double},
         {TyxVariant(1e300), "1e+300", TyxMetaType::Double},
         {TyxVariant(std::complex<double>(1.0, -2.0)), "{TyxScalar,(1,-2)}", TyxMetaType::Scalar},
