@@ -111,13 +111,11 @@ TEST(TyxEqnTileTest, StepsAndSizes)
 
 TEST(TyxEqnTileTest, ComparisonsAndTruth)
 {
-    const double one = 1.0;
-    const double up1 = std::nextafter(one, 2.0);
-    const double up4 = std::nextafter(std::nextafter(std::nextafter(up1, 2.0), 2.0), 2.0);
-    const double up5 = std::nextafter(up4, 2.0);
+    // Above 1 a unit in the last place is the epsilon.
+    const double ulp = std::numeric_limits<double>::epsilon();
     const double tiny = std::numeric_limits<double>::denorm_min();
-    const TyxEqnTile left = doubles({one, one, one, 0.0, kNaN, tiny, -one});
-    const TyxEqnTile right = doubles({up1, up4, up5, -0.0, kNaN, -tiny, -up1});
+    const TyxEqnTile left = doubles({1, 1, 1, 0.0, kNaN, tiny, -1});
+    const TyxEqnTile right = doubles({1 + ulp, 1 + 4 * ulp, 1 + 5 * ulp, -0.0, kNaN, -tiny, -1 - ulp});
     EXPECT_EQ(realsOf(left == right), (std::vector<double>{1, 1, 0, 1, 0, 1, 1}));
 
     const TyxEqnTile z = tileOf<Cplx>(N::ComplexDouble, {{1, 0}, {1, 1}});
