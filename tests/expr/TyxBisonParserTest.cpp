@@ -14,11 +14,8 @@
 
 namespace {
 
-using tyx::TyxTextMsg;
-using tyx::internal::eqnTreeText;
-using tyx::internal::TyxBisonParser;
-using tyx::internal::TyxEqnEntries;
-using tyx::internal::TyxFlexScanner;
+using namespace tyx;
+using namespace tyx::internal;
 using namespace std::string_literals;
 
 struct Parsed {

@@ -16,19 +16,8 @@
 
 namespace {
 
-using tyx::TyxMetaType;
-using tyx::TyxString;
-using tyx::TyxTextMsg;
-using tyx::TyxVariant;
-using tyx::internal::eqnTreeText;
-using tyx::internal::TyxConstNode;
-using tyx::internal::TyxEqnNode;
-using tyx::internal::TyxEqnNodeConstPtr;
-using tyx::internal::TyxEqnNodeList;
-using tyx::internal::TyxEqnNodePtr;
-using tyx::internal::TyxFcnNode;
-using tyx::internal::TyxVarNode;
-using tyx::internal::TyxVarNodePtr;
+using namespace tyx;
+using namespace tyx::internal;
 
 TyxEqnNodePtr constant(double value) { return TyxEqnNodePtr(new TyxConstNode(TyxVariant(value))); }
 

@@ -10,13 +10,7 @@
 
 namespace {
 
-using tyx::TyxEqnParser;
-using tyx::TyxMetaType;
-using tyx::TyxScalar;
-using tyx::TyxString;
-using tyx::TyxStrList;
-using tyx::TyxTextMsg;
-using tyx::TyxVariant;
+using namespace tyx;
 using tyx::testing::resultText;
 
 TEST(TyxEqnParserTest, ParseSucceedsOrFailsWithItsText)

@@ -17,14 +17,10 @@
 
 namespace {
 
-using tyx::TyxBuffer;
-using tyx::TyxBufferPtr;
-using tyx::TyxDataType;
-using tyx::TyxEqnTile;
-using N = tyx::TyxNumericType;
+using namespace tyx;
+using namespace tyx::testing;
+using N = TyxNumericType;
 using Cplx = std::complex<double>;
-using tyx::testing::tileOf;
-using tyx::testing::valuesOf;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
@@ -301,15 +297,15 @@ void expectElements(const TyxEqnTile &result, uint64_t n, Expected expected)
 }
 
 template <class T>
-class TyxEqnTileTypedTest : public testing::Test {
+class TyxEqnTileTypedTest : public ::testing::Test {
 protected:
     TyxEqnTile m_tile = tileOf<T>(N::codeOf<T>(), samplesOf<T>());
     // Every other sample of the same buffer.
     const TyxEqnTile m_strided{m_tile.buffer(), TyxDataType(N::codeOf<T>()), 3, 2};
 };
 
-using ServedTypes = testing::Types<int8_t, uint8_t, int16_t, uint16_t, int32_t, uint32_t, float, double,
-                                   std::complex<float>, Cplx>;
+using ServedTypes = ::testing::Types<int8_t, uint8_t, int16_t, uint16_t, int32_t, uint32_t, float, double,
+                                     std::complex<float>, Cplx>;
 TYPED_TEST_SUITE(TyxEqnTileTypedTest, ServedTypes);
 
 // The four operations with a tile of each served type on the right, the

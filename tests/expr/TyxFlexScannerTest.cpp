@@ -8,8 +8,7 @@
 
 namespace {
 
-using tyx::internal::TyxBisonParser;
-using tyx::internal::TyxFlexScanner;
+using namespace tyx::internal;
 using Token = TyxBisonParser::token;
 using namespace std::string_literals;
 
