@@ -48,6 +48,7 @@ TEST(TyxScalarTest, ResultsCarryTheirUnits)
     // Sums and bounds convert into the left units; products combine them.
     const Case cases[] = {
         {"km + m", TyxScalar(1.0, units(L"km")) + TyxScalar(1.0, units(L"m")), 1.001, 0.0, L"km", kUlps},
+        {"unitless factor", TyxScalar(2.0) * TyxScalar(1.5, units(L"s")), 3.0, 0.0, L"s", 0.0},
         {"m * cm", TyxScalar(1.0, units(L"m")) * TyxScalar(1.0, units(L"cm")), 0.01, 0.0, L"m^2", kUlps},
         {"cancelled", speed * TyxScalar(30.0, units(L"min")), 0.75, 0.0, L"km", kUlps},
         {"i^2", i.pow(TyxScalar(2.0)), -1.0, 0.0, L"", 1e-15},
