@@ -74,11 +74,8 @@ TEST(TyxEqnParserTest, VariablesListAndConstants)
     // A constant needs no value and can be overridden.
     TyxEqnParser parser;
     ASSERT_EQ(parser.parse(L"_DtoR * 180"), 0);
-    const TyxVariant &result = parser.evaluate();
-    ASSERT_EQ(result.type(), TyxMetaType::Scalar);
-    EXPECT_NEAR(result.value<TyxScalar>().real(), 3.141592653589793, 1e-15);
-    parser.setValue(L"_DtoR", 2.0);
-    EXPECT_EQ(parser.evaluate().value<double>(), 360.0);
+    EXPECT_EQ(resultText(parser), L"TyxScalar,3.141592653589794");
+    EXPECT_EQ(resultText(parser, {{L"_DtoR", 2.0}}), L"Double,360");
 }
 
 TEST(TyxEqnParserTest, UnsetOrChangedValuesAreSeenByTheNextEvaluation)
