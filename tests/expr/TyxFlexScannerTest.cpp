@@ -98,7 +98,6 @@ TEST(TyxFlexScannerTest, TokensOfEachKind)
 TEST(TyxFlexScannerTest, ColumnsAndLongTokens)
 {
     EXPECT_EQ(scan("a + bc", true), "TKN_ID(a)@1 +@3 TKN_ID(bc)@6");
-    EXPECT_EQ(scan("a\tb", true), "TKN_ID(a)@1 TKN_ID(b)@9");
     EXPECT_EQ(scan("\t\t#", true), "TKN_SYNTAX_ERROR@17");
     EXPECT_EQ(scan("1234567\tx", true), "TKN_IVAL(1234567)@7 TKN_ID(x)@9");
     EXPECT_EQ(scan("12345678\tx", true), "TKN_IVAL(12345678)@8 TKN_ID(x)@17");
