@@ -14,11 +14,8 @@
 
 namespace {
 
-using tyx::TyxTextMsg;
-using tyx::internal::eqnTreeText;
-using tyx::internal::TyxBisonParser;
-using tyx::internal::TyxEqnEntries;
-using tyx::internal::TyxFlexScanner;
+using namespace tyx;
+using namespace tyx::internal;
 using namespace std::string_literals;
 
 struct Parsed {
@@ -96,14 +93,11 @@ TEST(TyxBisonParserTest, TreesOfEachForm)
         {"a[1][2]", "subscript(subscript(a, 1), 2)"},
         {"a^-b", "pow(a, unaryminus(b))"},
         // Atoms, calls and entries.
-        {"42", "42"},
         {"1.5e-3", "0.0015"},
         {"0x1F", "31"},
         {"1e400", "inf"},
-        {"1e-400", "0"},
         {"2 m", "\"2 m\""},
         {"2m*x", "\"2m*x\""},
-        {"\"text with ; and ,\"", "\"text with ; and ,\""},
         {"\"caf\xc3\xa9\"", "\"caf\xc3\xa9\""},
         {"f(x, y+1)", "f(x, add(y, 1))"},
         {"f(,x)", "f(x)"},
@@ -115,7 +109,6 @@ TEST(TyxBisonParserTest, TreesOfEachForm)
         {";x=1", "x = 1"},
         {"a;a=1", "a; a = 1"},
         // Subscript layouts.
-        {"a[i]", "subscript(a, i)"},
         {"a[i,j]", "subscript(a, i, j)"},
         {"a[:,:]", "subscript(a, <null>, <null>)"},
         {"a[i,:]", "subscript(a, i, <null>)"},
@@ -150,8 +143,6 @@ TEST(TyxBisonParserTest, ErrorTextsAndStrayBytes)
         {"a}",
          "Parsing error at column #2 : syntax error, unexpected $undefined, expecting end of file or ';'"},
         {"f(x,)", "Parsing error at column #5 : syntax error, unexpected ')'"},
-        {"2m3",
-         "Parsing error at column #3 : syntax error, unexpected TKN_IVAL, expecting end of file or ';'"},
         {"f(1 2)", "Parsing error at column #5 : syntax error, unexpected TKN_IVAL, expecting ',' or ')'"},
         {"a?b", "Parsing error at column #3 : syntax error, unexpected end of file"},
         {"[]", "Parsing error at column #2 : syntax error, unexpected ']'"},

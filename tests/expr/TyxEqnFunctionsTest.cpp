@@ -15,17 +15,8 @@
 
 namespace {
 
-using tyx::TyxDataType;
-using tyx::TyxEqnParser;
-using tyx::TyxEqnTile;
-using tyx::TyxScalar;
-using tyx::TyxString;
-using tyx::TyxUnits;
-using tyx::TyxVariant;
-using tyx::testing::Bindings;
-using tyx::testing::resultText;
-using tyx::testing::tileOf;
-using tyx::testing::valuesOf;
+using namespace tyx;
+using namespace tyx::testing;
 using N = tyx::TyxNumericType;
 
 TEST(TyxEqnFunctionsTest, MessagesAndResults)

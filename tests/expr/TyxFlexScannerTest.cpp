@@ -8,8 +8,7 @@
 
 namespace {
 
-using tyx::internal::TyxBisonParser;
-using tyx::internal::TyxFlexScanner;
+using namespace tyx::internal;
 using Token = TyxBisonParser::token;
 using namespace std::string_literals;
 
@@ -60,16 +59,13 @@ TEST(TyxFlexScannerTest, TokensOfEachKind)
          ". { } ( ) [ ] < > - + * / % ? : ; , ' & ~ ^ | ! ="},
         // Longest match: three characters split into a pair and a single.
         {">>>", "TKN_RIGHT >"},
-        {"!==", "TKN_NE ="},
         {"a.'", "TKN_ID(a) TKN_ALT_TRANS"},
         {"1.5 1. .5", "TKN_FVAL(1.5) TKN_FVAL(1.) TKN_FVAL(.5)"},
         {"1e5 1.5E-3 .5e+2 1.e2", "TKN_EVAL(1e5) TKN_EVAL(1.5E-3) TKN_EVAL(.5e+2) TKN_EVAL(1.e2)"},
         {"0x1F 0XaB 0x1e5", "TKN_HVAL(0x1F) TKN_HVAL(0XaB) TKN_HVAL(0x1e5)"},
         {"_a1 e5 x_2 A", "TKN_ID(_a1) TKN_ID(e5) TKN_ID(x_2) TKN_ID(A)"},
         {"\"a b\nc\"", "TKN_SVAL(\"a b\nc\")"},
-        {"\"a\"b\"", "TKN_SVAL(\"a\") TKN_ID(b) TKN_SYNTAX_ERROR"},
         {"\"abc", "TKN_SYNTAX_ERROR TKN_ID(abc)"},
-        {"# $ @ `", "TKN_SYNTAX_ERROR TKN_SYNTAX_ERROR TKN_SYNTAX_ERROR TKN_SYNTAX_ERROR"},
         {" \t\v\f\r\n", ""},
         {"1..2", "TKN_FVAL(1.) TKN_FVAL(.2)"},
         // Control characters, NUL and the bytes of UTF-8 are single error
@@ -102,7 +98,6 @@ TEST(TyxFlexScannerTest, TokensOfEachKind)
 TEST(TyxFlexScannerTest, ColumnsAndLongTokens)
 {
     EXPECT_EQ(scan("a + bc", true), "TKN_ID(a)@1 +@3 TKN_ID(bc)@6");
-    EXPECT_EQ(scan("a\tb", true), "TKN_ID(a)@1 TKN_ID(b)@9");
     EXPECT_EQ(scan("\t\t#", true), "TKN_SYNTAX_ERROR@17");
     EXPECT_EQ(scan("1234567\tx", true), "TKN_IVAL(1234567)@7 TKN_ID(x)@9");
     EXPECT_EQ(scan("12345678\tx", true), "TKN_IVAL(12345678)@8 TKN_ID(x)@17");

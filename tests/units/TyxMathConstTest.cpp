@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <complex>
 #include <numbers>
 #include <sstream>
 
@@ -24,7 +25,6 @@ TEST(TyxMathConstTest, KeysMatchWithoutRegardToCaseInCodeOrder)
     for (const wchar_t *unknown : {L"", L"pi", L"_pi ", L"_tau"}) {
         const TyxMathConst constant{TyxString(unknown)};
         EXPECT_EQ(constant.toEnum(), TyxMathConst::Invalid);
-        EXPECT_FALSE(constant.isValid());
         EXPECT_EQ(constant.toString(), L"");
         EXPECT_EQ(constant.value().real(), 0.0);
     }
@@ -37,13 +37,25 @@ TEST(TyxMathConstTest, KeysMatchWithoutRegardToCaseInCodeOrder)
     EXPECT_EQ(keys[35], L"_Vm");
     for (int code = 0; code < TyxMathConst::Invalid; ++code)
         EXPECT_EQ(TyxMathConst::fromString(keys[static_cast<size_t>(code)]).toEnum(), code);
+
+    // Streams write and read the key.
+    std::wostringstream wide;
+    wide << TyxMathConst(TyxMathConst::EarthRadius);
+    EXPECT_EQ(wide.str(), L"_R_earth");
+    std::ostringstream narrow;
+    narrow << TyxMathConst(TyxMathConst::Rydberg) << ' ' << TyxMathConst();
+    EXPECT_EQ(narrow.str(), "_rydberg ");
+    TyxMathConst constant;
+    std::wistringstream wideIn(L"  _HBAR _tau");
+    wideIn >> constant;
+    EXPECT_EQ(constant, TyxMathConst::ReducedPlanck);
+    wideIn >> constant;
+    EXPECT_EQ(constant, TyxMathConst::Invalid);
 }
 
 TEST(TyxMathConstTest, ValuesCarryTheirUnits)
 {
-    const TyxScalar i = TyxMathConst(TyxMathConst::ImaginaryUnit).value();
-    EXPECT_EQ(i.real(), 0.0);
-    EXPECT_EQ(i.imaginary(), 1.0);
+    EXPECT_EQ(TyxMathConst(TyxMathConst::ImaginaryUnit).value().complex(), std::complex<double>(0.0, 1.0));
 
     const TyxScalar c = TyxMathConst(TyxMathConst::SpeedOfLight);
     EXPECT_EQ(c.real(), 299792458.0);
@@ -57,23 +69,6 @@ TEST(TyxMathConstTest, ValuesCarryTheirUnits)
     EXPECT_EQ(h.units(), TyxUnits(TyxString(L"kg m^2 s")));
     EXPECT_EQ(TyxMathConst(TyxMathConst::StefanBoltzmann).value().units(),
               TyxUnits(TyxString(L"kg / m^2 s^3 K^4")));
-}
-
-TEST(TyxMathConstTest, StreamsWriteAndReadTheKey)
-{
-    std::wostringstream wide;
-    wide << TyxMathConst(TyxMathConst::EarthRadius);
-    EXPECT_EQ(wide.str(), L"_R_earth");
-    std::ostringstream narrow;
-    narrow << TyxMathConst(TyxMathConst::Rydberg) << ' ' << TyxMathConst();
-    EXPECT_EQ(narrow.str(), "_rydberg ");
-
-    TyxMathConst constant;
-    std::wistringstream wideIn(L"  _HBAR _tau");
-    wideIn >> constant;
-    EXPECT_EQ(constant, TyxMathConst::ReducedPlanck);
-    wideIn >> constant;
-    EXPECT_EQ(constant, TyxMathConst::Invalid);
 }
 
 } // namespace
