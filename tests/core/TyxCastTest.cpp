@@ -58,7 +58,7 @@ TEST(TyxCastTest, TextOfNumbers)
     EXPECT_EQ((castTo<wchar_t, TyxString>(L'\u00e9')), L"\u00e9");
 }
 
-TEST(TyxCastTest, TextToIntegers)
+TEST(TyxCastTest, TextAndRealsToIntegers)
 {
     struct Case {
         const wchar_t *text;
@@ -76,6 +76,17 @@ TEST(TyxCastTest, TextToIntegers)
     expectCast<TyxString, unsigned char>(L"300", 44);
     expectCast<TyxString, wchar_t>(L"xyz", L'x');
     expectCast<TyxString, char>(L"", 0, false);
+
+    // Reals out of an integer's range get defined results.
+    EXPECT_EQ((castTo<double, unsigned char>(300.7)), 44);
+    EXPECT_EQ((castTo<double, int>(1e10)), INT32_MIN);
+    const double twoTo63 = 9223372036854775808.0;
+    EXPECT_EQ((castTo<double, uint64_t>(12.9)), 12u);
+    EXPECT_EQ((castTo<double, uint64_t>(twoTo63)), UINT64_C(1) << 63);
+    EXPECT_EQ((castTo<double, uint64_t>(1.5 * twoTo63)), (UINT64_C(1) << 63) + (UINT64_C(1) << 62));
+    EXPECT_EQ((castTo<double, uint64_t>(-1.0)), UINT64_MAX);
+    // The rest is itself at least 2^63: nothing is added.
+    EXPECT_EQ((castTo<double, uint64_t>(4.0 * twoTo63)), UINT64_C(1) << 63);
 }
 
 TEST(TyxCastTest, TextToRealsAndBools)
@@ -98,20 +109,6 @@ TEST(TyxCastTest, TextToRealsAndBools)
     for (const wchar_t *word : {L"no", L"", L" yes", L"2"})
         expectCast<TyxString, bool>(word, false);
     EXPECT_EQ((castTo<bool, TyxString>(false)), L"false");
-}
-
-// Reals out of an integer's range get defined results.
-TEST(TyxCastTest, RealsToIntegers)
-{
-    EXPECT_EQ((castTo<double, unsigned char>(300.7)), 44);
-    EXPECT_EQ((castTo<double, int>(1e10)), INT32_MIN);
-    const double twoTo63 = 9223372036854775808.0;
-    EXPECT_EQ((castTo<double, uint64_t>(12.9)), 12u);
-    EXPECT_EQ((castTo<double, uint64_t>(twoTo63)), UINT64_C(1) << 63);
-    EXPECT_EQ((castTo<double, uint64_t>(1.5 * twoTo63)), (UINT64_C(1) << 63) + (UINT64_C(1) << 62));
-    EXPECT_EQ((castTo<double, uint64_t>(-1.0)), UINT64_MAX);
-    // The rest is itself at least 2^63: nothing is added.
-    EXPECT_EQ((castTo<double, uint64_t>(4.0 * twoTo63)), UINT64_C(1) << 63);
 }
 
 TEST(TyxCastTest, ComplexValuesAndContainers)

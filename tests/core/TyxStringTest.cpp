@@ -52,7 +52,7 @@ TEST(TyxStringTest, Utf8RoundTripsAndMalformedBytesWidenWithTheirSign)
 
 // A unit that is not a Unicode scalar value sends the whole text to the
 // low-byte fallback; encoding stops at an embedded terminator.
-TEST(TyxStringTest, Utf8EncodingAndTerminatedConversions)
+TEST(TyxStringTest, Utf8AndMultibyteEncodingAndTerminatedConversions)
 {
     const struct {
         std::wstring wide;
@@ -82,15 +82,11 @@ TEST(TyxStringTest, Utf8EncodingAndTerminatedConversions)
     EXPECT_EQ(utftowcs(wide, "\xC3", 4), 0u);
     EXPECT_EQ(wide[0], L'\0');
     EXPECT_EQ(utftowcs(nullptr, "abc", 0), 4u);
-}
 
-TEST(TyxStringTest, MultibyteFollowsTheCurrentLocale)
-{
-    // The "C" locale is ASCII only: anything beyond fails and gives empty text.
+    // The multibyte forms follow the locale. "C" is ASCII only: anything
+    // beyond fails and gives empty text.
     std::setlocale(LC_CTYPE, "C");
     EXPECT_EQ(toMultibyte(L"\u00E9"), "");
-    // The count includes the terminator.
-    wchar_t wide[4];
     EXPECT_EQ(tyx::mbstowcs(wide, "ab", 4), 3u);
     EXPECT_EQ(std::wstring(wide), L"ab");
 }
@@ -210,7 +206,7 @@ TEST(TyxStrListTest, FindReturnsLastMatchInsertAppendsOutOfRangeRemoveTakesEvery
     EXPECT_EQ(grown, (TyxStrList{L"B", L"a", L"c"}));
 }
 
-TEST(TyxStrListTest, SortByUnitOrLoweredTextJoinAndTextForm)
+TEST(TyxStrListTest, SortByUnitOrLoweredTextJoinAndTextFormsRoundTrip)
 {
     TyxStrList list{L"b", L"C", L"a"};
     list.sort(false, false);
@@ -223,16 +219,14 @@ TEST(TyxStrListTest, SortByUnitOrLoweredTextJoinAndTextForm)
     EXPECT_EQ(list.toString(L" + "), L"C + b + a");
     EXPECT_EQ(TyxStrList().toString(L","), L"");
     EXPECT_EQ(static_cast<TyxString>(TyxStrList()), L"");
-}
 
-TEST(TyxStrListTest, StreamRoundTrips)
-{
-    const TyxStrList list{L"été", L"", L"x y"};
-    EXPECT_EQ(streamed(list), L"(été,,x y)");
+    // The stream forms round trip.
+    const TyxStrList texts{L"été", L"", L"x y"};
+    EXPECT_EQ(streamed(texts), L"(été,,x y)");
     TyxStrList back;
-    EXPECT_FALSE(readFails(streamed(list) + L"\n", back));
-    EXPECT_EQ(back, list);
-    EXPECT_EQ(streamed<char>(list), "(\xC3\xA9t\xC3\xA9,,x y)");
+    EXPECT_FALSE(readFails(streamed(texts) + L"\n", back));
+    EXPECT_EQ(back, texts);
+    EXPECT_EQ(streamed<char>(texts), "(\xC3\xA9t\xC3\xA9,,x y)");
 
     readFails(L"\n", back);
     EXPECT_TRUE(back.isEmpty());
