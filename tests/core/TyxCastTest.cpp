@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <cmath>
 #include <limits>
 
 namespace {
@@ -12,7 +11,6 @@ namespace {
 using namespace tyx;
 using namespace tyx::internal;
 
-static_assert(TyxCastExists<int, double>);
 static_assert(TyxCastExists<tyx::TyxVariantMap, bool>);
 static_assert(!TyxCastExists<tyx::TyxStrList, int>);
 static_assert(!TyxCastExists<tyx::TyxVariantList, tyx::TyxVariantMap>);
@@ -45,7 +43,6 @@ TEST(TyxCastTest, TextOfNumbers)
     const Case cases[] = {
         {3.0, L"3.0"},
         {0.1, L"0.100000000000000006"},
-        {1e15, L"1000000000000000.0"},
         {1e20, L"100000000000000000000"},
         {-0.0, L"-0.0"},
         {std::numeric_limits<double>::quiet_NaN(), L"nan"},

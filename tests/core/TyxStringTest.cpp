@@ -99,7 +99,6 @@ TEST(TyxStringTest, SplitterCases)
         bool keepEmpty;
         Parts expected;
     } cases[] = {
-        {L"()", L",", false, {}},
         {L"", L",", true, {}},
         {L",a,,b,", L",", false, {L"a", L"b"}},
         {L",a,,b,", L",", true, {L"", L"a", L"", L"b", L""}},

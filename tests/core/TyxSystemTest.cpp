@@ -2,14 +2,12 @@
 // the semaphore and geodesy.
 #include <gtest/gtest.h>
 
-#include <tyx/TyxCoreLibMgr.h>
 #include <tyx/TyxForLoopBase.h>
 #include <tyx/TyxSemaphore.h>
 #include <tyx/TyxSystem.h>
 #include <tyx/TyxTextHandler.h>
 
 #include <atomic>
-#include <cmath>
 #include <cstdlib>
 #include <ctime>
 #include <memory>

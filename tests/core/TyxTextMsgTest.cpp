@@ -5,9 +5,6 @@
 #include <tyx/TyxTextHandler.h>
 #include <tyx/TyxTextMsg.h>
 
-#include <sstream>
-#include <vector>
-
 #include "TyxRecordingHandler.h"
 #include "TyxStreamText.h"
 
