@@ -2,14 +2,12 @@
 // the semaphore and geodesy.
 #include <gtest/gtest.h>
 
-#include <tyx/TyxCoreLibMgr.h>
 #include <tyx/TyxForLoopBase.h>
 #include <tyx/TyxSemaphore.h>
 #include <tyx/TyxSystem.h>
 #include <tyx/TyxTextHandler.h>
 
 #include <atomic>
-#include <cmath>
 #include <cstdlib>
 #include <ctime>
 #include <memory>
@@ -111,10 +109,7 @@ TEST(TyxSystemTest, GeodesyAgainstIndependentValues)
 TEST(TyxForLoopBaseTest, RunsTheRangeAndReportsCompletion)
 {
     std::vector<int64_t> seen;
-    TyxLoopRange range;
-    range.begin = 2;
-    range.end = 11;
-    range.step = 3;
+    TyxLoopRange range{.end = 11, .begin = 2, .step = 3};
     EXPECT_FALSE(TyxForLoopBase::run(range, false, false, [&](int64_t i) { seen.push_back(i); }));
     EXPECT_EQ(seen, (std::vector<int64_t>{2, 5, 8}));
     // In parallel each index runs once, on whatever thread.
@@ -124,9 +119,7 @@ TEST(TyxForLoopBaseTest, RunsTheRangeAndReportsCompletion)
         EXPECT_EQ(hits[i].load(), i == 2 || i == 5 || i == 8 ? 1 : 0);
 
     seen.clear();
-    range.begin = 5;
-    range.end = 0;
-    range.step = -2;
+    range = {.end = 0, .begin = 5, .step = -2};
     TyxForLoopBase::run(range, false, false, [&](int64_t i) { seen.push_back(i); });
     EXPECT_EQ(seen, (std::vector<int64_t>{5, 3, 1}));
 
@@ -137,8 +130,7 @@ TEST(TyxForLoopBaseTest, RunsTheRangeAndReportsCompletion)
 TEST(TyxForLoopBaseTest, PostsWhatTheBodyThrows)
 {
     auto scope = std::make_unique<tyx::test::HandlerScope>();
-    TyxLoopRange range;
-    range.end = 10;
+    const TyxLoopRange range{.end = 10};
     int calls = 0;
     EXPECT_TRUE(TyxForLoopBase::run(range, false, false, [&](int64_t i) {
         ++calls;

