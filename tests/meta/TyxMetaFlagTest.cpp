@@ -12,7 +12,6 @@ using tyx::TyxMetaFlag;
 TEST(TyxMetaFlagTest, NormalisesReturnAndFileBitsAndNamesTheirRoles)
 {
     EXPECT_EQ(TyxMetaFlag(0x0082u).value(), 0x0080u);
-    EXPECT_EQ(TyxMetaFlag(0x1800u).value(), 0u);
     EXPECT_EQ(TyxMetaFlag(0x1802u).value(), 0x0002u);
     EXPECT_EQ(TyxMetaFlag(0x2000u).value(), 0x2000u);
     // The system bit hides; each file bit names one direction.

@@ -84,12 +84,9 @@ TEST(TyxMetaPropertiesTest, AppendInheritanceOrderAndCounts)
     EXPECT_NE(same, *grand);
 }
 
-// A small class that describes itself.
-class Gauge : public TyxObject {
-public:
+// A small class and its description.
+struct Gauge : public TyxObject {
     double level = 1.5;
-    TyxMetaObjectConstPtr metaObject() const override;
-    using TyxObject::metaObject;
 };
 
 class GaugeMetaObj : public TyxMetaObjectImpl<GaugeMetaObj, Gauge> {
@@ -105,14 +102,8 @@ public:
     }
 };
 
-TyxMetaObjectConstPtr Gauge::metaObject() const
-{
-    return TyxMetaObjectConstPtr(new GaugeMetaObj(const_cast<Gauge *>(this)));
-}
-
 // A gauge with an alarm level: its meta object inherits the gauge's.
-class AlarmGauge : public Gauge {
-public:
+struct AlarmGauge : public Gauge {
     double alarm = 9.0;
 };
 

@@ -73,7 +73,6 @@ TEST(TyxParameterListTest, ReferencesResolveTwoListsUpAndCyclesEndInAnInvalidVar
     inner.insertParm(ref(L"a", L"b"));
     inner.insertParm(ref(L"b", L"a"));
     inner.insertParm(TyxParameterPtr(new TyxParameter(L"e", TyxVariant(3), true)));
-    middle->insertParm(value(L"m", 1));
     outer->insertParm(value(L"y", 5));
     outer->insertParm(value(L"gain", 7));
     outer->insertParm(value(L"w", 9));
