@@ -29,7 +29,6 @@ TEST(TyxNumValidatorTest, BoundsAndMessages)
         {0x0A, 0, 10, 10, L"The value of '10.0' is not within (0, 10)."},
         {0x02, 0, 0, -1, L"The value of '-1.0' is not within (0, inf)."},
         {0x04, 0, 10, 11, L"The value of '11.0' is not within (-inf, 10]."},
-        {0x03, 5, 0, -100, L""},
         {0x0F, 5, 0, 1e9, L""},
         {0x07, 5, 10, 11, L"The value of '11.0' is not within [5, 10]."},
         {0x00, 5, 10, 11, L""},
@@ -118,11 +117,8 @@ TEST(TyxNumValidatorTest, TypeNamesBadPropertiesAndBadFactoryArguments)
 
 TEST(TyxEnumValidatorTest, KeysInAnyCaseTuplesEqualityAndOwnCloneInAProperty)
 {
-    TyxEnum colours;
-    colours.insert(TyxEnum::Item(0, L"Red"));
-    colours.insert(TyxEnum::Item(1, L"Green"));
-    colours.insert(TyxEnum::Item(2, L"Blue"));
-    const TyxEnumValidator validator(colours);
+    const TyxEnum::Item colours[] = {{0, L"Red"}, {1, L"Green"}, {2, L"Blue"}};
+    const TyxEnumValidator validator(TyxEnum(colours, 3));
     EXPECT_TRUE(validator.isValid(TyxVariant(L"green"), nullptr));
     EXPECT_TRUE(validator.isValid(TyxVariant(L"(red,3)"), nullptr));
     EXPECT_FALSE(validator.isValid(TyxVariant(L"(3,red)"), nullptr));
@@ -135,9 +131,7 @@ TEST(TyxEnumValidatorTest, KeysInAnyCaseTuplesEqualityAndOwnCloneInAProperty)
     const TyxNumValidator<int> other;
     EXPECT_FALSE(validator.isEqual(&other));
     TyxEnumValidator changed(validator);
-    TyxEnum fewer;
-    fewer.insert(TyxEnum::Item(0, L"Red"));
-    changed.setEnumerator(fewer);
+    changed.setEnumerator(TyxEnum(colours, 1));
     EXPECT_NE(changed, validator);
 
     TyxMetaProperty property(L"colour");

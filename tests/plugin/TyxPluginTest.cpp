@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -43,8 +42,7 @@ TEST(TyxPluginTest, GoodPluginPassesTheHandshakeAndFilesTheLoaderCannotOpenAreRe
     ASSERT_TRUE(plugin.isLoaded());
     ASSERT_TRUE(plugin.protocol());
     EXPECT_EQ(plugin.protocol()->name(), L"two");
-    const TyxFactoryRegistry &factories = plugin.protocol()->factories();
-    EXPECT_EQ(factories.allKeys(), (std::vector<TyxString>{L"Counter", L"Echo"}));
+    EXPECT_EQ(plugin.protocol()->factories().allKeys(), (std::vector<TyxString>{L"Counter", L"Echo"}));
     plugin.unload();
     EXPECT_FALSE(plugin.isLoaded());
     EXPECT_FALSE(plugin.protocol());
@@ -92,13 +90,10 @@ TEST(TyxPluginLibraryTest, ScanOfMixedDirectoryKeepsGoingAndRefusalsLeaveNothing
     EXPECT_EQ(library.discoverPlugins(L";" + inDir(dir) + L";;" + inDir(dir) + L"/nowhere"), 1);
     EXPECT_EQ(library.allKeys(), std::vector<TyxString>{good});
     const TyxPluginLibrary::ErrorMap &errors = library.loadErrors();
-    ASSERT_EQ(errors.count(newer), 1u);
     EXPECT_EQ(errors.at(newer).text(), L"Incompatible TYX version for plugin: " + newer);
-    ASSERT_EQ(errors.count(noEntry), 1u);
     EXPECT_EQ(errors.at(noEntry).text(), L"Dynamic shared object is not a plugin: " + noEntry);
-    ASSERT_EQ(errors.count(text), 1u);
     EXPECT_EQ(errors.at(text).text().substr(0, text.size() + 3), text + L" : ");
-    EXPECT_EQ(errors.count(inDir(dir) + L"/sub/nested.so"), 0u);
+    EXPECT_EQ(errors.size(), 4u); // folder.so is refused by the loader too; notes.txt is not tried
     // Both plug-ins refused after opening are closed again.
     for (const TyxString &refused : {newer, noEntry}) {
         TyxPlugin plugin;
@@ -122,13 +117,11 @@ TEST(TyxPluginLibraryTest, SecondLoadOfOnePathIsRefusedAndRemoveLeavesTheCallers
     EXPECT_FALSE(
         library.loadPlugin(inDir(dir) + L"/../" + dir.path().filename().wstring() + L"/good.so", msg));
     EXPECT_EQ(msg.text(), L"Dynamic shared object is already loaded as a plugin: " + path);
-    ASSERT_EQ(library.loadErrors().count(path), 1u);
     EXPECT_EQ(library.loadErrors().at(path).text(), msg.text());
     // The first plug-in is untouched by the refused second one.
     EXPECT_TRUE(first->isLoaded());
     EXPECT_EQ(first->protocol()->factories().size(), 2u);
 
-    EXPECT_EQ(library.remove(inDir(dir) + L"/unknown.so"), 1);
     EXPECT_EQ(library.remove(path), 0);
     EXPECT_EQ(library.remove(path), 1);
     EXPECT_TRUE(first->isLoaded()); // the caller's reference keeps it
@@ -180,29 +173,23 @@ private:
 TEST(TyxPluginProtocolTest, DyingProtocolRunsEachCallbackOnce)
 {
     std::vector<int> calls;
-    int a = 0;
-    int b = 0;
-    int c = 0;
+    const int keys[3] = {}; // callbacks run in the order of their keys' addresses
     {
-        auto protocol = std::make_unique<LocalProtocol>();
-        LocalProtocol *raw = protocol.get();
-        const void *first = &a < &b ? static_cast<const void *>(&a) : &b;
-        const void *second = first == &a ? static_cast<const void *>(&b) : &a;
+        LocalProtocol protocol;
         // The first callback removes the second one.
-        raw->registerCallback(first, [&calls, raw, second] {
+        protocol.registerCallback(&keys[0], [&calls, &protocol, &keys] {
             calls.push_back(1);
-            raw->unRegisterCallback(second);
+            protocol.unRegisterCallback(&keys[1]);
         });
-        raw->registerCallback(second, [&calls] { calls.push_back(2); });
-        raw->registerCallback(&c, [&calls] { calls.push_back(3); });
-        raw->registerCallback(&c, [&calls] { calls.push_back(4); });
-        raw->unRegisterCallback(nullptr);
+        protocol.registerCallback(&keys[1], [&calls] { calls.push_back(2); });
+        protocol.registerCallback(&keys[2], [&calls] { calls.push_back(3); });
+        protocol.registerCallback(&keys[2], [&calls] { calls.push_back(4); });
+        protocol.unRegisterCallback(nullptr);
         // The meta object's values are fixed, whatever the plug-in says.
-        EXPECT_EQ(raw->propertyValue(L"version").value<TyxString>(), L"1.0.0");
-        EXPECT_EQ(raw->metaObject()->setProperty(L"name", TyxVariant(L"x")), 1);
+        EXPECT_EQ(protocol.propertyValue(L"version").value<TyxString>(), L"1.0.0");
+        EXPECT_EQ(protocol.metaObject()->setProperty(L"name", TyxVariant(L"x")), 1);
     }
-    // 2 was removed by 1, 3 replaced by 4; the order follows the keys.
-    std::sort(calls.begin(), calls.end());
+    // 2 was removed by 1, 3 replaced by 4.
     EXPECT_EQ(calls, (std::vector<int>{1, 4}));
 }
 
